@@ -1,0 +1,16 @@
+# One interface target that every library and program links: language level, warnings as errors, sanitizers.
+add_library(quorvane_options INTERFACE)
+target_compile_features(quorvane_options INTERFACE cxx_std_20)
+target_include_directories(quorvane_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(quorvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+if(WIN32)
+    # The A forms of the platform calls; the oldest system whose headers are needed.
+    target_compile_definitions(quorvane_options INTERFACE
+        NOMINMAX WIN32_LEAN_AND_MEAN STRICT _WIN32_WINNT=0x0501 WINVER=0x0501 _WIN32_IE=0x0600)
+endif()
+set(QUORVANE_SANITIZE "" CACHE STRING "Sanitizers of the host build, comma separated")
+if(QUORVANE_SANITIZE)
+    target_compile_options(quorvane_options INTERFACE
+        -fsanitize=${QUORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(quorvane_options INTERFACE -fsanitize=${QUORVANE_SANITIZE})
+endif()

@@ -1,0 +1,37 @@
+// The application object: the last target of commands, and the way into the program.
+#pragma once
+
+#include <windows.h>
+
+#include "framework/MessageMap.h"
+
+class CWnd;
+
+class CWinApp : public CCommandTarget {
+public:
+    CWinApp();
+    CWinApp(const CWinApp&) = delete;
+    CWinApp& operator=(const CWinApp&) = delete;
+    ~CWinApp() override;
+
+    static const CMessageMap& ClassMap();
+    const CMessageMap& GetMessageMap() const override { return ClassMap(); }
+
+    // The one application object; null before it is made and after its end.
+    static CWinApp* Current();
+    // The program's main window; null while there is none.
+    static CWnd* MainWindow();
+
+    // Prepares the process (common controls, a clear stop when memory is exhausted) and runs InitInstance. Gives the
+    // process's exit code.
+    int Run();
+
+    // Command ID_HELP: opens the help file beside the program, if there is one.
+    void OnHelp();
+
+protected:
+    // The program's whole run, if it lives in a modal dialog. False ends the process.
+    virtual bool InitInstance() = 0;
+
+    CWnd* mainWindow = nullptr; // not owned
+};

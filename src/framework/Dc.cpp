@@ -1,0 +1,54 @@
+#include "framework/Dc.h"
+
+#include "framework/Text.h"
+#include "framework/Wnd.h"
+
+void CDC::FillSolidRect(const CRect& rect, COLORREF color) {
+    const COLORREF previous = ::SetBkColor(handle, color);
+    ::ExtTextOutA(handle, 0, 0, ETO_OPAQUE, &rect, nullptr, 0, nullptr);
+    ::SetBkColor(handle, previous);
+}
+
+void CDC::Draw3dRect(const CRect& rect, COLORREF topLeft, COLORREF bottomRight) {
+    FillSolidRect({rect.left, rect.top, rect.right - 1, rect.top + 1}, topLeft);
+    FillSolidRect({rect.left, rect.top, rect.left + 1, rect.bottom - 1}, topLeft);
+    FillSolidRect({rect.right - 1, rect.top, rect.right, rect.bottom}, bottomRight);
+    FillSolidRect({rect.left, rect.bottom - 1, rect.right, rect.bottom}, bottomRight);
+}
+
+int CDC::DrawText(std::string_view text, CRect& rect, UINT format) {
+    const std::wstring wide = ToWide(text);
+    return ::DrawTextW(handle, wide.c_str(), static_cast<int>(wide.size()), &rect, format);
+}
+
+void CDC::TextOut(int x, int y, std::string_view text) {
+    const std::wstring wide = ToWide(text);
+    ::TextOutW(handle, x, y, wide.c_str(), static_cast<int>(wide.size()));
+}
+
+CSize CDC::GetTextExtent(std::string_view text) const {
+    const std::wstring wide = ToWide(text);
+    CSize size;
+    ::GetTextExtentPoint32W(handle, wide.c_str(), static_cast<int>(wide.size()), &size);
+    return size;
+}
+
+CPaintDC::CPaintDC(const CWnd& painted) : CDC(nullptr), window(painted.GetHandle()) {
+    handle = ::BeginPaint(window, &paint);
+}
+
+CPaintDC::~CPaintDC() {
+    ::EndPaint(window, &paint);
+}
+
+CClientDC::CClientDC(HWND client) : CDC(::GetDC(client)), window(client) {}
+
+CClientDC::~CClientDC() {
+    if (handle != nullptr) ::ReleaseDC(window, handle);
+}
+
+CMemoryDC::CMemoryDC(HDC compatibleWith) : CDC(::CreateCompatibleDC(compatibleWith)) {}
+
+CMemoryDC::~CMemoryDC() {
+    if (handle != nullptr) ::DeleteDC(handle);
+}

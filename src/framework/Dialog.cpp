@@ -1,0 +1,160 @@
+#include "framework/Dialog.h"
+
+#include <utility>
+#include <vector>
+
+#include "framework/App.h"
+#include "framework/DataExchange.h"
+#include "framework/DialogTemplate.h"
+#include "framework/MessageLoop.h"
+#include "framework/ResourceModule.h"
+
+namespace {
+
+// The dialog whose window is being created: its window procedure binds it at the first message that it gets.
+CDialog* dialogInCreation = nullptr;
+
+const char* const dialogInitType = MAKEINTRESOURCEA(240); // RT_DLGINIT
+
+// Initialisation lists keep the message numbers of 16-bit Windows.
+UINT TranslateInitMessage(UINT message) {
+    switch (message) {
+    case 0x0401:
+        return LB_ADDSTRING;
+    case 0x0403:
+        return CB_ADDSTRING;
+    default:
+        return message;
+    }
+}
+
+HWND OwnerOf(const CWnd* parent) {
+    if (parent != nullptr) return parent->GetHandle();
+    const CWnd* mainWindow = CWinApp::MainWindow();
+    return mainWindow != nullptr && mainWindow->GetHandle() != nullptr ? ::GetLastActivePopup(mainWindow->GetHandle())
+                                                                       : nullptr;
+}
+
+} // namespace
+
+void DDX_Control(CDataExchange& exchange, int id, CWnd& control) {
+    if (control.GetHandle() == nullptr) control.SubclassWindow(exchange.dialog.GetDlgItem(id));
+}
+
+const CMessageMap& CDialog::ClassMap() {
+    static constexpr std::array entries{OnCommandId<IDOK, &CDialog::OnOK>(),
+                                        OnCommandId<IDCANCEL, &CDialog::OnCancel>()};
+    static const CMessageMap map{&CWnd::ClassMap(), entries};
+    return map;
+}
+
+INT_PTR CALLBACK CDialog::DialogEntry(HWND window, UINT message, WPARAM, LPARAM) noexcept {
+    // Messages of a dialog that stands already come here as well while another one, a child perhaps, is being created.
+    if (dialogInCreation != nullptr && FromHandlePermanent(window) == nullptr) {
+        std::exchange(dialogInCreation, nullptr)->BindNew(window);
+    }
+    if (message != WM_INITDIALOG) return FALSE; // everything else has passed the message map before it comes here
+    auto* dialog = dynamic_cast<CDialog*>(FromHandlePermanent(window));
+    if (dialog == nullptr) return FALSE;
+    const bool placeFocus = dialog->OnInitDialog();
+    const HWND focus = ::GetFocus();
+    const bool focusInside = focus != nullptr && ::IsChild(window, focus) != FALSE;
+    dialog->initialFocus = focusInside ? focus : nullptr;
+    return placeFocus && !focusInside ? TRUE : FALSE;
+}
+
+bool CDialog::CreateFromTemplate(HWND owner, bool hidden) {
+    const char* name = MAKEINTRESOURCEA(templateId);
+    const auto resource = LoadResourceBytes(name, RT_DIALOG);
+    if (resource.empty() || GetHandle() != nullptr) return false;
+    std::vector<std::byte> bytes(resource.begin(), resource.end());
+    if (hidden) HideDialogTemplate(bytes);
+    CDialog* outer = std::exchange(dialogInCreation, this);
+    const HWND window =
+        ::CreateDialogIndirectParamA(FindResourceModule(name, RT_DIALOG),
+                                     reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner, &DialogEntry, 0);
+    dialogInCreation = outer;
+    return window != nullptr;
+}
+
+bool CDialog::Create(CWnd& parentWindow) {
+    parent = &parentWindow;
+    return CreateFromTemplate(parentWindow.GetHandle(), false);
+}
+
+INT_PTR CDialog::DoModal() {
+    const HWND owner = OwnerOf(parent);
+    // The owner is disabled before the dialog exists, so that no click slips in between.
+    const bool disableOwner = owner != nullptr && ::IsWindowEnabled(owner) != FALSE;
+    if (disableOwner) ::EnableWindow(owner, FALSE);
+    modal = true;
+    ended = false;
+    modalResult = -1;
+    if (CreateFromTemplate(owner, true)) {
+        if (!ended) {
+            Show();
+            RunModalLoop();
+        }
+        if (disableOwner) ::EnableWindow(owner, TRUE); // before the window goes, or another program would be activated
+        if (GetHandle() != nullptr) {
+            if (disableOwner && ::GetActiveWindow() == GetHandle()) ::SetActiveWindow(owner);
+            DestroyWindow();
+        }
+    } else if (disableOwner) {
+        ::EnableWindow(owner, TRUE);
+    }
+    modal = false;
+    return modalResult;
+}
+
+void CDialog::Show() const {
+    ShowWindow(SW_SHOW);
+    // Activation gives the focus to the first tab stop; a focus placed by OnInitDialog comes first.
+    if (initialFocus != nullptr && ::GetFocus() != initialFocus) ::SetFocus(initialFocus);
+    UpdateWindow();
+}
+
+void CDialog::RunModalLoop() {
+    RunMessageLoop(*this, [this] { return ended || GetHandle() == nullptr; });
+}
+
+void CDialog::EndDialog(INT_PTR result) {
+    if (!modal) {
+        DestroyWindow();
+        return;
+    }
+    modalResult = result;
+    ended = true;
+    ShowWindow(SW_HIDE);
+    PostMessage(WM_NULL); // wakes the loop
+}
+
+bool CDialog::OnInitDialog() {
+    RunInitList();
+    UpdateData(false);
+    return true;
+}
+
+void CDialog::RunInitList() {
+    for (const DialogInitEntry& entry :
+         ParseDialogInit(LoadResourceBytes(MAKEINTRESOURCEA(templateId), dialogInitType))) {
+        // The data are zero-ended text; a list that was damaged is not trusted to end it.
+        const std::string text(reinterpret_cast<const char*>(entry.data.data()), entry.data.size());
+        ::SendDlgItemMessageA(GetHandle(), entry.controlId, TranslateInitMessage(entry.message), 0,
+                              reinterpret_cast<LPARAM>(text.c_str()));
+    }
+}
+
+bool CDialog::PreTranslateMessage(MSG& message) {
+    const bool fromKeyboard = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
+    return fromKeyboard && ::IsDialogMessageA(GetHandle(), &message) != FALSE;
+}
+
+bool CDialog::OnCmdMsg(UINT id, UINT code) {
+    if (CWnd::OnCmdMsg(id, code)) return true;
+    // OK and Cancel are each dialog's own, and a control's notification concerns its dialog alone.
+    if (code != 0 || id == IDOK || id == IDCANCEL) return false;
+    if (CWnd* above = FromHandlePermanent(::GetParent(GetHandle()))) return above->OnCmdMsg(id, code);
+    CWinApp* app = CWinApp::Current();
+    return app != nullptr && app->OnCmdMsg(id, code);
+}

@@ -1,0 +1,55 @@
+// Dialogs from templates of the resource module in force (with the program's own templates as the fallback).
+#pragma once
+
+#include <windows.h>
+
+#include "framework/Wnd.h"
+
+class CDialog : public CWnd {
+public:
+    // `parent` may be null: a modal dialog without a parent is owned by the last active popup of the program's main
+    // window, if there is one.
+    explicit CDialog(UINT templateNumber, CWnd* parentWindow = nullptr)
+        : templateId(templateNumber), parent(parentWindow) {}
+
+    static const CMessageMap& ClassMap();
+    const CMessageMap& GetMessageMap() const override { return ClassMap(); }
+
+    // Runs the dialog until EndDialog, with its owner disabled meanwhile. Gives EndDialog's value, or -1 if the window
+    // could not be made. The window is first shown when its message loop begins, so a dialog that ends itself in
+    // OnInitDialog never appears.
+    INT_PTR DoModal();
+
+    // A modeless dialog (the template may be a child). OnInitDialog has run when this returns.
+    bool Create(CWnd& parentWindow);
+
+    void EndDialog(INT_PTR result);
+
+    // Enter and Escape, and what else the platform's dialog keyboard does, for this dialog and the windows in it.
+    bool PreTranslateMessage(MSG& message) override;
+
+    // Commands that the dialog has no entry for go on to its parent, then to the application.
+    bool OnCmdMsg(UINT id, UINT code) override;
+
+protected:
+    // Runs the template's initialisation list and binds the controls. True lets the platform place the focus on the
+    // first tab stop, unless the focus lies inside the dialog already.
+    virtual bool OnInitDialog();
+    virtual void OnOK() { EndDialog(IDOK); }
+    virtual void OnCancel() { EndDialog(IDCANCEL); }
+
+private:
+    static INT_PTR CALLBACK DialogEntry(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+
+    bool CreateFromTemplate(HWND owner, bool hidden);
+    void RunInitList();
+    void RunModalLoop();
+    void Show() const;
+
+    UINT templateId;
+    CWnd* parent;
+    HWND initialFocus = nullptr;
+    bool modal = false;
+    bool ended = false;
+    INT_PTR modalResult = -1;
+};

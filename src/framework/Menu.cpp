@@ -1,0 +1,112 @@
+#include "framework/Menu.h"
+
+#include <utility>
+
+#include "framework/HandleMap.h"
+#include "framework/HandleMaps.h"
+#include "framework/Wnd.h"
+
+namespace {
+
+constexpr int deepestMenu = 16; // deeper than any menu a user could open; ends the walk on a menu that holds itself
+
+// The popup that TrackPopupMenu shows at present. WM_MEASUREITEM doesn't name its menu, so the walk starts here.
+HMENU trackedMenu = nullptr;
+
+bool HoldsItem(HMENU menu, int position, ULONG_PTR itemData, HMENU& subMenu) {
+    MENUITEMINFOA info{};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_DATA | MIIM_SUBMENU | MIIM_FTYPE;
+    if (::GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info) == FALSE) return false;
+    subMenu = info.hSubMenu;
+    return (info.fType & MFT_OWNERDRAW) != 0 && info.dwItemData == itemData;
+}
+
+HMENU FindHandleOfItem(HMENU menu, ULONG_PTR itemData, int depth) {
+    const int count = menu != nullptr && depth < deepestMenu ? ::GetMenuItemCount(menu) : 0;
+    for (int position = 0; position < count; ++position) {
+        HMENU subMenu = nullptr;
+        if (HoldsItem(menu, position, itemData, subMenu)) return menu;
+        if (HMENU found = FindHandleOfItem(subMenu, itemData, depth + 1)) return found;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+CMenu* MenuFromHandle(HMENU handle) {
+    return CMenu::FromHandle(handle);
+}
+
+CMenu::~CMenu() {
+    if (temporary) return;
+    CMenu::DestroyMenu();
+}
+
+CMenu* CMenu::FromHandle(HMENU handle) {
+    return MenuMap().Wrap(handle);
+}
+
+CMenu* CMenu::FromHandlePermanent(HMENU handle) {
+    return MenuMap().FindPermanent(handle);
+}
+
+std::unique_ptr<CMenu> CMenu::MakeTemporary(HMENU handle) {
+    auto menu = std::make_unique<CMenu>();
+    menu->handle = handle;
+    menu->temporary = true;
+    return menu;
+}
+
+bool CMenu::Attach(HMENU menu) {
+    if (menu == nullptr || handle != nullptr) return false;
+    handle = menu;
+    MenuMap().SetPermanent(menu, this);
+    return true;
+}
+
+HMENU CMenu::Detach() {
+    if (handle != nullptr) MenuMap().RemovePermanent(handle, this);
+    return std::exchange(handle, nullptr);
+}
+
+bool CMenu::TrackPopupMenu(UINT flags, int x, int y, const CWnd& owner, const RECT* rect) {
+    const HMENU outer = std::exchange(trackedMenu, handle);
+    const BOOL shown = ::TrackPopupMenu(handle, flags, x, y, 0, owner.GetHandle(), rect);
+    trackedMenu = outer;
+    return shown != FALSE;
+}
+
+bool CMenu::DestroyMenu() {
+    const HMENU menu = Detach();
+    return menu != nullptr && ::DestroyMenu(menu) != FALSE;
+}
+
+void CMenu::DrawItem(DRAWITEMSTRUCT&) {}
+
+void CMenu::MeasureItem(MEASUREITEMSTRUCT&) {}
+
+LRESULT CMenu::MenuChar(UINT, UINT) {
+    return MAKELRESULT(0, MNC_IGNORE);
+}
+
+CMenu* FindMenuOfItem(HMENU root, ULONG_PTR itemData) {
+    return CMenu::FromHandlePermanent(FindHandleOfItem(root, itemData, 0));
+}
+
+bool RouteMenuDraw(DRAWITEMSTRUCT& item) {
+    // For a menu, hwndItem is the handle of the very menu that holds the item.
+    CMenu* menu = CMenu::FromHandlePermanent(reinterpret_cast<HMENU>(item.hwndItem));
+    if (menu == nullptr) menu = FindMenuOfItem(trackedMenu, item.itemData);
+    if (menu == nullptr) return false;
+    menu->DrawItem(item);
+    return true;
+}
+
+bool RouteMenuMeasure(HMENU windowMenu, MEASUREITEMSTRUCT& item) {
+    CMenu* menu = FindMenuOfItem(trackedMenu, item.itemData);
+    if (menu == nullptr) menu = FindMenuOfItem(windowMenu, item.itemData);
+    if (menu == nullptr) return false;
+    menu->MeasureItem(item);
+    return true;
+}

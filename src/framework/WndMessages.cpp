@@ -1,0 +1,111 @@
+// How a window's messages find their handler: the message map first, then the roads that the framework knows, which
+// lead commands to their target and owner-draw and colour messages back to the control or menu they speak of.
+#include "framework/Dc.h"
+#include "framework/HandleMaps.h"
+#include "framework/Menu.h"
+#include "framework/Wnd.h"
+
+namespace {
+
+bool IsColorMessage(UINT message) {
+    return message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC;
+}
+
+} // namespace
+
+bool CWnd::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+    switch (message) {
+    case WM_COMMAND:
+        return OnCommand(wParam, lParam);
+    case WM_NOTIFY:
+        return lParam != 0 && OnNotify(*reinterpret_cast<NMHDR*>(lParam), result);
+    default:
+        break;
+    }
+    const MapArguments arguments{0, message, wParam, lParam};
+    if (Dispatch(IsColorMessage(message) ? MapKind::Color : MapKind::Message, arguments, result)) return true;
+
+    if (IsColorMessage(message)) {
+        result = RouteColor(message, wParam, lParam);
+        return true;
+    }
+    switch (message) {
+    case WM_DRAWITEM:
+        if (lParam == 0) return false;
+        RouteDrawItem(*reinterpret_cast<DRAWITEMSTRUCT*>(lParam));
+        result = TRUE;
+        return true;
+    case WM_MEASUREITEM:
+        if (lParam == 0) return false;
+        RouteMeasureItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
+        result = TRUE;
+        return true;
+    case WM_MENUCHAR:
+        result = RouteMenuChar(LOWORD(wParam), HIWORD(wParam), CMenu::FromHandle(reinterpret_cast<HMENU>(lParam)));
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool CWnd::ReflectTo(HWND control, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+    CWnd* object = FromHandlePermanent(control);
+    return object != nullptr && object->OnChildNotify(message, wParam, lParam, result);
+}
+
+bool CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
+    const UINT id = LOWORD(wParam);
+    const auto control = reinterpret_cast<HWND>(lParam);
+    LRESULT result = 0;
+    if (control != nullptr) {
+        if (ReflectTo(control, WM_COMMAND, wParam, lParam, result)) return true;
+        return OnCmdMsg(id, HIWORD(wParam));
+    }
+    return OnCmdMsg(id, 0); // from a menu (0) or an accelerator (1): the same to a handler
+}
+
+bool CWnd::OnNotify(NMHDR& header, LRESULT& result) {
+    const auto lParam = reinterpret_cast<LPARAM>(&header);
+    if (ReflectTo(header.hwndFrom, WM_NOTIFY, header.idFrom, lParam, result)) return true;
+    return Dispatch(MapKind::Notify, {static_cast<UINT>(header.idFrom), header.code, header.idFrom, lParam}, result);
+}
+
+bool CWnd::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+    switch (message) {
+    case WM_COMMAND:
+        return Dispatch(MapKind::ReflectCommand, {0, HIWORD(wParam), wParam, lParam}, result);
+    case WM_NOTIFY:
+        return Dispatch(MapKind::ReflectNotify, {0, reinterpret_cast<NMHDR*>(lParam)->code, wParam, lParam}, result);
+    default:
+        return IsColorMessage(message) && Dispatch(MapKind::ReflectColor, {0, message, wParam, lParam}, result);
+    }
+}
+
+LRESULT CWnd::RouteColor(UINT message, WPARAM wParam, LPARAM lParam) {
+    LRESULT result = 0;
+    if (ReflectTo(reinterpret_cast<HWND>(lParam), message, wParam, lParam, result)) return result;
+    return DefWindowProc(message, wParam, lParam);
+}
+
+void CWnd::RouteDrawItem(DRAWITEMSTRUCT& item) {
+    if (item.CtlType == ODT_MENU) {
+        RouteMenuDraw(item);
+        return;
+    }
+    LRESULT result = 0;
+    ReflectTo(item.hwndItem, WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item), result);
+}
+
+void CWnd::RouteMeasureItem(MEASUREITEMSTRUCT& item) {
+    if (item.CtlType == ODT_MENU) {
+        RouteMenuMeasure(::GetMenu(handle), item);
+        return;
+    }
+    LRESULT result = 0;
+    ReflectTo(GetDlgItem(static_cast<int>(item.CtlID)), WM_MEASUREITEM, item.CtlID, reinterpret_cast<LPARAM>(&item),
+              result);
+}
+
+LRESULT CWnd::RouteMenuChar(UINT character, UINT flags, CMenu* menu) {
+    return menu != nullptr ? menu->MenuChar(character, flags) : MAKELRESULT(0, MNC_IGNORE);
+}

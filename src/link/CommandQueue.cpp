@@ -1,0 +1,69 @@
+#include "link/CommandQueue.h"
+
+#include <utility>
+
+namespace {
+
+constexpr std::uint32_t idlePause = 10; // milliseconds
+
+}
+
+CCommandQueue::~CCommandQueue() {
+    Stop();
+    while (running) PauseThread(1);
+}
+
+CCommandQueue* CCommandQueue::Instance() {
+    static CCommandQueue* const queue = new CCommandQueue;
+    return queue;
+}
+
+int CCommandQueue::Add(std::unique_ptr<CCommand> command) {
+    {
+        const CMutexGuard guard(lock);
+        commands.push_back(std::move(command));
+    }
+    if (!running) Start();
+    return 0;
+}
+
+void CCommandQueue::Start() {
+    if (running) return;
+    // Set before the thread exists, so that a second Start right behind can't make a second worker.
+    running = true;
+    stopRequested = false;
+    if (!thread.Start(&RunWorker, this)) running = false;
+}
+
+void CCommandQueue::Stop() {
+    stopRequested = true;
+}
+
+void CCommandQueue::DropQueued() {
+    std::deque<std::unique_ptr<CCommand>> dropped; // outlives the guard: the commands die outside the lock
+    const CMutexGuard guard(lock);
+    commands.swap(dropped);
+}
+
+unsigned CCommandQueue::RunWorker(void* queue) noexcept {
+    if (queue != nullptr) static_cast<CCommandQueue*>(queue)->Work();
+    return 0;
+}
+
+void CCommandQueue::Work() {
+    while (!stopRequested) {
+        // Taken and deleted before the pause, so that a command's end is its end.
+        if (const std::unique_ptr<CCommand> command = TakeFirst()) command->Execute();
+        PauseThread(idlePause);
+    }
+    // The last touch: from here on the queue may be gone, or a new worker be started.
+    running = false;
+}
+
+std::unique_ptr<CCommand> CCommandQueue::TakeFirst() {
+    const CMutexGuard guard(lock);
+    if (commands.empty()) return nullptr;
+    auto first = std::move(commands.front());
+    commands.pop_front();
+    return first;
+}

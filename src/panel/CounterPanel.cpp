@@ -1,0 +1,148 @@
+#include "panel/CounterPanel.h"
+
+#include <utility>
+
+#include "framework/DataExchange.h"
+#include "framework/ResourceModule.h"
+#include "link/ReplyMessages.h"
+#include "link/ReplyPosting.h"
+#include "panel/PanelMessages.h"
+#include "resources/ResourceIds.h"
+#include "serial/CommPort.h"
+
+CCounterPanel::CCounterPanel() : CDialog(IDD_PANEL) {}
+
+const CMessageMap& CCounterPanel::ClassMap() {
+    static constexpr std::array entries{
+        On<WM_TIMER, &CCounterPanel::OnTimer>(),
+        OnMessage<WM_POLL_REPLY, &CCounterPanel::OnPollReply>(),
+        OnMessage<WM_SETTINGS_REPLY, &CCounterPanel::OnSettingsReply>(),
+        OnMessage<WM_CLEAR_REPLY, &CCounterPanel::OnClearReply>(),
+        OnMessage<WM_WRITE_REPLY, &CCounterPanel::OnWriteReply>(),
+        OnMessage<WM_ADDRESS_REPLY, &CCounterPanel::OnAddressReply>(),
+        OnMessage<WM_CLOCK_REPLY, &CCounterPanel::OnClockReply>(),
+        OnMessage<WM_SHOW_COUNTER, &CCounterPanel::OnShowCounter>(),
+        OnMessage<WM_TOTALS_CHANGED, &CCounterPanel::OnTotalsChanged>(),
+        OnCommandId<IDC_START, &CCounterPanel::OnStartStop>(),
+        OnCommandId<IDC_UPDATE, &CCounterPanel::OnUpdate>(),
+        OnCommandId<IDC_CLEAR, &CCounterPanel::OnClear>(),
+        OnCommandId<IDC_ALL, &CCounterPanel::OnAll>(),
+        OnCommandId<IDC_LANGUAGE_ENGLISH, &CCounterPanel::OnEnglish>(),
+        OnCommandId<IDC_LANGUAGE_CHINESE, &CCounterPanel::OnChinese>(),
+        OnCommandId<IDC_DIRECTION_IN, &CCounterPanel::OnIn>(),
+        OnCommandId<IDC_DIRECTION_OUT, &CCounterPanel::OnOut>(),
+        OnCommandId<IDC_SD_DETECT_YES, &CCounterPanel::OnYes>(),
+        OnCommandId<IDC_SD_DETECT_NO, &CCounterPanel::OnNo>(),
+        OnControl<EN_CHANGE, IDC_SENSITIVITY_EDIT, &CCounterPanel::OnSensitivityChange>(),
+        OnControl<EN_CHANGE, IDC_SD_PERIOD_EDIT, &CCounterPanel::OnPeriodChange>(),
+        OnControl<EN_CHANGE, IDC_ADDRESS_EDIT, &CCounterPanel::OnAddressChange>(),
+        OnCommandIds<IDC_ADDRESS_BUTTON_FIRST, IDC_ADDRESS_BUTTON_LAST, &CCounterPanel::OnAddressButton>(),
+        OnCommandIds<ID_PORT_FIRST, ID_PORT_LAST, &CCounterPanel::OnPortCommand>(),
+        OnCommandId<IDC_PORT, &CCounterPanel::OnOpenCom>(),
+        OnCommandId<ID_OPEN_LOG, &CCounterPanel::OnOpenLog>(),
+        OnCommandId<ID_ABOUT, &CCounterPanel::OnAbout>(),
+        OnCommandId<ID_LANGUAGE_ENGLISH, &CCounterPanel::OnLanguageEnglish>(),
+        OnCommandId<ID_LANGUAGE_CHINESE, &CCounterPanel::OnLanguageChinese>()};
+    static const CMessageMap map{&CDialog::ClassMap(), entries};
+    return map;
+}
+
+void CCounterPanel::DoDataExchange(CDataExchange& exchange) {
+    const std::pair<int, CWnd*> controls[] = {{IDC_PANEL_STATIC, &panelStatic},
+                                              {IDC_DATE_LABEL, &dateLabel},
+                                              {IDC_LANGUAGE_LABEL, &languageLabel},
+                                              {IDC_SENSITIVITY_LABEL, &sensitivityLabel},
+                                              {IDC_DIRECTION_LABEL, &directionLabel},
+                                              {IDC_SD_DETECT_LABEL, &sdDetectLabel},
+                                              {IDC_SD_PERIOD_LABEL, &sdPeriodLabel},
+                                              {IDC_ADDRESS_LABEL, &addressLabel},
+                                              {IDC_TOTALS_LABEL, &totalsLabel},
+                                              {IDC_UPPER_BORDER, &upperBorder},
+                                              {IDC_LOWER_BORDER, &lowerBorder},
+                                              {IDC_RIGHT_BORDER, &rightBorder},
+                                              {IDC_IN_LABEL, &inLabel},
+                                              {IDC_OUT_LABEL, &outLabel},
+                                              {IDC_TOP_BAR, &topBar},
+                                              {IDC_LANGUAGE_CHINESE, &chineseButton},
+                                              {IDC_LANGUAGE_ENGLISH, &englishButton},
+                                              {IDC_DIRECTION_IN, &inButton},
+                                              {IDC_DIRECTION_OUT, &outButton},
+                                              {IDC_SD_DETECT_YES, &yesButton},
+                                              {IDC_SD_DETECT_NO, &noButton},
+                                              {IDC_START, &startButton},
+                                              {IDC_UPDATE, &updateButton},
+                                              {IDC_CLEAR, &clearButton},
+                                              {IDC_PORT, &portButton},
+                                              {IDC_IN_DISPLAY, &inDisplay},
+                                              {IDC_OUT_DISPLAY, &outDisplay},
+                                              {IDC_ALL, &allButton},
+                                              {IDC_DATE_PICKER, &datePicker}};
+    for (const auto& [id, control] : controls) DDX_Control(exchange, id, *control);
+    int id = IDC_ADDRESS_BUTTON_FIRST;
+    for (CAddressButton& button : addressButtons) DDX_Control(exchange, id++, button);
+}
+
+bool CCounterPanel::OnInitDialog() {
+    CDialog::OnInitDialog();
+    replyWindow = GetHandle();
+    CCommPort::Instance()->SetTap(this);
+    LoadCaptions();
+    for (CSegmentDisplay* display : {&inDisplay, &outDisplay}) {
+        display->SetBackColor(0xFF0000);
+        display->SetSegmentColor(0xFFFFFF);
+    }
+    for (const CAddressButton& button : addressButtons) button.ShowWindow(SW_HIDE);
+    datePicker.SetFormat("yyyy-MM-dd HH:mm:ss");
+    CaptionControls();
+    PrepareLog();
+
+    OnEnglish();
+    OnIn();
+    OnNo();
+    SetDlgItemInt(IDC_SENSITIVITY_EDIT, 21);
+    SetDlgItemInt(IDC_SD_PERIOD_EDIT, 4);
+    SetDlgItemInt(IDC_ADDRESS_EDIT, 0);
+    return true;
+}
+
+void CCounterPanel::LoadCaptions() {
+    const std::pair<UINT, std::string*> captions[] = {
+        {IDS_ENGLISH, &englishText}, {IDS_CHINESE, &chineseText}, {IDS_IN, &inText},
+        {IDS_OUT, &outText},         {IDS_YES, &yesText},         {IDS_NO, &noText},
+        {IDS_START, &startText},     {IDS_STOP, &stopText},       {IDS_UPDATE, &updateText},
+        {IDS_CLEAR, &clearText},     {IDS_OPEN_COM, &openText},   {IDS_CLOSE_COM, &closeText}};
+    for (const auto& [id, text] : captions) *text = LoadText(id);
+}
+
+void CCounterPanel::CaptionControls() {
+    struct Label {
+        CSkinStatic& control;
+        UINT textId;
+        int left;
+    };
+    const Label labels[] = {{dateLabel, IDS_DATE, 10},
+                            {languageLabel, IDS_LANGUAGE, 10},
+                            {sensitivityLabel, IDS_SENSITIVITY, 10},
+                            {directionLabel, IDS_DIRECTION, 10},
+                            {sdDetectLabel, IDS_SD_DETECT, 10},
+                            {sdPeriodLabel, IDS_SD_PERIOD, 10},
+                            {addressLabel, IDS_ADDRESS, 10},
+                            {inLabel, IDS_COUNTER_IN, 5},
+                            {outLabel, IDS_COUNTER_OUT, 5}};
+    for (const Label& label : labels) label.control.SetCaption(LoadText(label.textId), label.left, 0xFF0000);
+
+    CaptionButton(startButton, startText, activeColor);
+    startButton.SetFocus();
+    CaptionButton(clearButton, clearText, activeColor);
+    CaptionButton(portButton, openText, activeColor);
+    CaptionButton(updateButton, updateText, activeColor);
+}
+
+void CCounterPanel::CaptionButton(CSkinButton& button, const std::string& text, COLORREF color) {
+    button.SetCaption(text, 5, color);
+    button.Invalidate();
+}
+
+void CCounterPanel::PostReply(std::uint32_t message, std::unique_ptr<ReplyBlock> block, std::intptr_t lParam) {
+    PostReplyMessage(replyWindow, mailbox, message, std::move(block), lParam);
+}

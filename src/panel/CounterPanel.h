@@ -1,0 +1,166 @@
+// The main dialog: what is known of each counter, what the user may do with it, and the traffic on the line.
+//
+// Its concerns have a source each: CounterPanel.cpp (controls, start), PanelReplies.cpp (replies of polls and settings
+// reads), PanelPolling.cpp (Start and Stop), PanelSettings.cpp (choices, edits, Update, Clear), PanelResults.cpp (what
+// became of a command), PanelPort.cpp (address buttons, port, language), PanelTraffic.cpp (log and totals).
+//
+// Everything runs on the user-interface thread but PostReply, LogTransmitted and LogReceived, which the worker calls.
+// The settings that the user edits live in the controls: of a pair of choices, the button in force is the disabled one.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <string>
+
+#include "framework/Controls.h"
+#include "framework/Dialog.h"
+#include "link/ReplyMailbox.h"
+#include "link/ReplyTarget.h"
+#include "panel/CounterTable.h"
+#include "panel/PanelFrame.h"
+#include "panel/ResultText.h"
+#include "serial/TrafficTap.h"
+#include "skin/IconButton.h"
+#include "skin/SegmentDisplay.h"
+#include "skin/SkinButton.h"
+#include "skin/SkinStatic.h"
+
+// A check box that stands for one counter. It has no address before the panel has shown it.
+class CAddressButton : public CIconButton {
+public:
+    std::int32_t address = -1;
+};
+
+class CCounterPanel : public CDialog, public CCounterTable, public CReplyTarget, public CTrafficTap {
+public:
+    CCounterPanel();
+
+    static const CMessageMap& ClassMap();
+    const CMessageMap& GetMessageMap() const override { return ClassMap(); }
+
+    // To be set before the window exists; not owned.
+    CPanelFrame* frame = nullptr;
+
+    // Queues a poll, or a settings read, of one counter.
+    virtual void SendPoll(std::uint8_t address);
+    void SendReadSettings(std::uint8_t address);
+
+    // Start and Stop; also the Enter key, wherever in the panel the focus is. Escape does nothing.
+    void OnStartStop();
+    void OnOK() override { OnStartStop(); }
+    void OnCancel() override {}
+    bool PreTranslateMessage(MSG& message) override;
+
+    // Writes the record of the address into the controls; an address beyond the table changes nothing.
+    void ShowCounter(std::int32_t address);
+
+    void PostReply(std::uint32_t message, std::unique_ptr<ReplyBlock> block, std::intptr_t lParam) override;
+    void LogTransmitted(const void* buffer, std::uint32_t count) override;
+    void LogReceived(const void* buffer, std::uint32_t count) override;
+    void ShowPortState(bool open) override;
+
+protected:
+    bool OnInitDialog() override;
+    void DoDataExchange(CDataExchange& exchange) override;
+
+private:
+    // A pair of buttons that works like two radio buttons.
+    struct ChoicePair {
+        CSkinButton& first;
+        const std::string& firstText;
+        CSkinButton& second;
+        const std::string& secondText;
+    };
+    ChoicePair LanguagePair() { return {englishButton, englishText, chineseButton, chineseText}; }
+    ChoicePair DirectionPair() { return {inButton, inText, outButton, outText}; }
+    ChoicePair SdDetectPair() { return {yesButton, yesText, noButton, noText}; }
+
+    // Controls and start.
+    void LoadCaptions();
+    void CaptionControls();
+    void CaptionButton(CSkinButton& button, const std::string& text, COLORREF color);
+
+    // Replies of polls and settings reads.
+    LRESULT OnPollReply(WPARAM wParam, LPARAM lParam);
+    LRESULT OnSettingsReply(WPARAM wParam, LPARAM lParam);
+    LRESULT OnShowCounter(WPARAM wParam, LPARAM lParam);
+    virtual void HandlePollReply(const ReplyBlock& block);
+    void HandleSettingsReply(const ReplyBlock& block);
+    void UpdatePresence(std::int32_t address);
+    void ShowAddressButtons();
+    void ShowPair(const ChoicePair& pair, std::int32_t value);
+
+    // Polling.
+    void StartPolling();
+    void StopPolling();
+    void OnTimer(UINT_PTR id);
+
+    // Settings and Clear.
+    void OnEnglish();
+    void OnChinese();
+    void OnIn();
+    void OnOut();
+    void OnYes();
+    void OnNo();
+    void OnSensitivityChange();
+    void OnPeriodChange();
+    void OnAddressChange();
+    void OnAll();
+    void OnUpdate();
+    void OnClear();
+    void Choose(const ChoicePair& pair, std::int32_t value);
+    CounterRecord ReadControls();
+
+    // Results of commands.
+    LRESULT OnClearReply(WPARAM wParam, LPARAM lParam);
+    LRESULT OnWriteReply(WPARAM wParam, LPARAM lParam);
+    LRESULT OnAddressReply(WPARAM wParam, LPARAM lParam);
+    LRESULT OnClockReply(WPARAM wParam, LPARAM lParam);
+    std::unique_ptr<ReplyBlock> TakeReply(WPARAM wParam);
+    ResultText TakeResults(const ReplyBlock& block, const ResultPhrases& phrases,
+                           const std::function<void(CounterRecord& entry)>& apply);
+
+    // Address buttons, port, language.
+    void OnAddressButton(UINT id);
+    void OnPortCommand(UINT id);
+    void OnOpenCom();
+    void OnLanguageEnglish();
+    void OnLanguageChinese();
+    void OnAbout();
+
+    // Traffic.
+    void PrepareLog();
+    void AppendLogLine(const std::string& text) const;
+    void LogTransfer(const char* arrow, std::atomic<std::int32_t>& total, int editId, const void* buffer,
+                     std::uint32_t count);
+    void ShowTrafficTotals();
+    LRESULT OnTotalsChanged(WPARAM wParam, LPARAM lParam);
+    void OnOpenLog();
+
+    CSkinStatic panelStatic, dateLabel, languageLabel, sensitivityLabel, directionLabel, sdDetectLabel, sdPeriodLabel,
+        addressLabel, totalsLabel, upperBorder, lowerBorder, rightBorder, inLabel, outLabel, topBar;
+    CSkinButton chineseButton, englishButton, inButton, outButton, yesButton, noButton, startButton, updateButton,
+        clearButton, portButton;
+    CSegmentDisplay inDisplay, outDisplay;
+    CIconButton allButton;
+    CDateTimeCtrl datePicker;
+    std::array<CAddressButton, counterCount> addressButtons;
+
+    std::string englishText, chineseText, inText, outText, yesText, noText, startText, stopText, updateText, clearText,
+        openText, closeText;
+
+    const COLORREF activeColor = 0xFF0000;   // blue: captions in force
+    const COLORREF inactiveColor = 0x505050; // dark grey: the others
+
+    const int pollInterval = 200; // milliseconds
+    bool polling = false;
+    bool allCounters = false; // set: Update and Clear go to every counter on the line
+    int lastPortState = -1;   // what ShowPortState showed last; -1 before its first call
+    std::string logPath;      // set once, before the worker can log
+
+    // Shared with the worker.
+    std::atomic<HWND> replyWindow{nullptr}; // this panel's window, from the end of its initialisation on
+    CReplyMailbox mailbox;
+    std::atomic<std::int32_t> txByteTotal{0};
+    std::atomic<std::int32_t> rxByteTotal{0};
+};

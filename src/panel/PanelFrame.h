@@ -1,0 +1,24 @@
+// What the panel asks of the frame around it: the port settings live there, and it opens the port.
+#pragma once
+
+#include <cstdint>
+
+#include "serial/PortSettings.h"
+
+class CPanelFrame {
+public:
+    // The ports found at the program's start.
+    virtual const AvailablePorts& GetAvailablePorts() const = 0;
+
+    // The port to use from the next OpenSelectedPort on.
+    virtual void SelectPort(std::int32_t portNumber) = 0;
+
+    // Opens and configures the selected port, tells the panel whether it is open, and stores the number if it is.
+    virtual void OpenSelectedPort() = 0;
+
+protected:
+    CPanelFrame() = default;
+    CPanelFrame(const CPanelFrame&) = default;
+    CPanelFrame& operator=(const CPanelFrame&) = default;
+    ~CPanelFrame() = default;
+};

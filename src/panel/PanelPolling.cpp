@@ -1,0 +1,67 @@
+// Start and Stop: in the polling mode a timer walks through the six addresses, whether a counter is known there or not.
+#include "panel/CounterPanel.h"
+
+#include "link/CommandQueue.h"
+#include "link/DeviceCommands.h"
+
+namespace {
+
+constexpr UINT_PTR pollTimer = 101;
+
+} // namespace
+
+void CCounterPanel::OnStartStop() {
+    if (startButton.GetCaption() == startText) {
+        StartPolling();
+    } else {
+        StopPolling();
+    }
+}
+
+void CCounterPanel::StartPolling() {
+    SetTimer(pollTimer, static_cast<UINT>(pollInterval));
+    CCommandQueue::Instance()->Start();
+    CaptionButton(startButton, stopText, activeColor);
+    updateButton.EnableWindow(false);
+    CaptionButton(updateButton, updateText, activeColor);
+    clearButton.EnableWindow(false);
+    CaptionButton(clearButton, clearText, inactiveColor);
+    polling = true;
+}
+
+void CCounterPanel::StopPolling() {
+    KillTimer(pollTimer);
+    CaptionButton(startButton, startText, activeColor);
+    updateButton.EnableWindow(true);
+    CaptionButton(updateButton, updateText, activeColor);
+    clearButton.EnableWindow(true);
+    CaptionButton(clearButton, clearText, activeColor);
+    polling = false;
+}
+
+void CCounterPanel::OnTimer(UINT_PTR id) {
+    if (id == pollTimer) {
+        const auto address = static_cast<std::uint8_t>(pollIndex++);
+        SendPoll(address);
+        if (pollIndex >= counterCount) pollIndex = 0;
+    }
+    Default();
+}
+
+void CCounterPanel::SendPoll(std::uint8_t address) {
+    auto command = std::make_unique<CPollCommand>();
+    command->panel = this;
+    command->address = address;
+    CCommandQueue::Instance()->Add(std::move(command));
+}
+
+bool CCounterPanel::PreTranslateMessage(MSG& message) {
+    // The dialog keyboard of the platform would press the button that has the focus; here Enter means Start or Stop
+    // wherever the focus is. A key that is held down counts once.
+    if (message.message == WM_KEYDOWN && message.wParam == VK_RETURN) {
+        const bool repeated = (message.lParam & (1 << 30)) != 0;
+        if (!repeated) OnOK();
+        return true;
+    }
+    return CDialog::PreTranslateMessage(message);
+}

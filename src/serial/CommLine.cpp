@@ -1,0 +1,63 @@
+// The life of an opened line.
+#include "serial/CommLine.h"
+
+#include <string>
+#include <utility>
+
+#include "serial/CommPlatform.h"
+#include "serial/PortSettings.h"
+
+bool CCommHandle::CreateEvent() {
+    handle = platform.CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    return handle != nullptr;
+}
+
+void CCommHandle::Close() {
+    if (handle != nullptr) platform.CloseHandle(std::exchange(handle, nullptr));
+}
+
+CCommLine::CCommLine(CCommPlatform& calls, HANDLE device)
+    : platform(calls), handle(calls, device), overlappedEvent(calls, nullptr), closingEvent(calls, nullptr),
+      idleEvent(calls, nullptr) {}
+
+std::int32_t CCommLine::CreateEvents(bool overlapped) {
+    const bool created =
+        (!overlapped || (overlappedEvent.CreateEvent() && closingEvent.CreateEvent())) && idleEvent.CreateEvent();
+    return created ? 0 : static_cast<std::int32_t>(::GetLastError());
+}
+
+void CCommLine::Leave() {
+    switch (gate.Leave()) {
+    case CUseGate::Leaving::Nothing:
+        break;
+    case CUseGate::Leaving::Tell:
+        platform.SetEvent(idleEvent.Get());
+        break;
+    case CUseGate::Leaving::Close:
+        CloseHandles();
+        break;
+    }
+}
+
+void CCommLine::Close() {
+    // The door first: a transfer that begins after it is shut never issues anything, one that began before finds the
+    // event signalled when it comes to wait.
+    const bool used = gate.Shut();
+    if (IsOverlapped()) platform.SetEvent(closingEvent.Get());
+    if (used && platform.WaitForSingleObject(idleEvent.Get(), closeLimit) != WAIT_OBJECT_0 && gate.HandOver()) return;
+    CloseHandles();
+}
+
+// The other two events end with the object: the last user may still be on its way out of SetEvent.
+void CCommLine::CloseHandles() {
+    overlappedEvent.Close();
+    handle.Close();
+}
+
+OpenedDevice OpenDevice(CCommPlatform& platform, const char* name, DWORD flags) {
+    const std::string path = DevicePath(name);
+    HANDLE device =
+        platform.CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, flags, nullptr);
+    if (device == INVALID_HANDLE_VALUE) return {.error = static_cast<std::int32_t>(::GetLastError())};
+    return {.handle = device};
+}

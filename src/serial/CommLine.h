@@ -1,0 +1,97 @@
+// One opened line of the serial port, from the opening of its device to the closing of its handle.
+//
+// The thread that closes the line and the thread inside a transfer meet here. Whoever uses the handle or an event does
+// so between Enter and Leave. Close lets nobody in any more, signals `closingEvent`, which ends a waiting transfer, and
+// closes only when the last user has left: so no handle is closed, or its value used again, under a running call. The
+// object lives as long as anybody holds it; its handle ends with Close.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+#include <windows.h>
+
+#include "serial/UseGate.h"
+
+class CCommPlatform;
+
+// A handle of the platform, closed once.
+class CCommHandle {
+public:
+    CCommHandle(CCommPlatform& calls, HANDLE owned) : platform(calls), handle(owned) {}
+    CCommHandle(const CCommHandle&) = delete;
+    CCommHandle& operator=(const CCommHandle&) = delete;
+    ~CCommHandle() { Close(); }
+
+    HANDLE Get() const { return handle; }
+    bool CreateEvent(); // manual reset, not signalled; false with GetLastError on failure
+    void Close();
+
+private:
+    CCommPlatform& platform;
+    HANDLE handle;
+};
+
+class CCommLine {
+public:
+    // Bounds in ms for a driver that misbehaves. A cancelled transfer is given `cancelLimit` to end. The users are
+    // given `closeLimit` to leave, which is enough unless one is held inside a driver's call.
+    static constexpr std::uint32_t cancelLimit = 1000;
+    static constexpr std::uint32_t closeLimit = 2 * cancelLimit;
+
+    // Takes `device`, a handle of an opened device, over.
+    CCommLine(CCommPlatform& platform, HANDLE device);
+    CCommLine(const CCommLine&) = delete;
+    CCommLine& operator=(const CCommLine&) = delete;
+
+    // Before anything else: 0 or the error that kept an event from being created.
+    std::int32_t CreateEvents(bool overlapped);
+
+    // For the users, on any thread.
+    bool Enter() { return gate.Enter(); }
+    void Leave();
+
+    // For the closing thread, once. Waits at most `closeLimit` for the users; if one stays longer, the line is closed
+    // when it leaves.
+    void Close();
+
+    // The rest is for those inside.
+    CCommPlatform& Platform() const { return platform; }
+    HANDLE Handle() const { return handle.Get(); }
+
+    // Null unless the line was opened in overlapped mode.
+    HANDLE OverlappedEvent() const { return overlappedEvent.Get(); }
+    HANDLE ClosingEvent() const { return closingEvent.Get(); }
+    bool IsOverlapped() const { return overlappedEvent.Get() != nullptr; }
+
+    // The event serves one transfer at a time. False while one is in flight; a transfer that the driver never ends
+    // stays in flight for good.
+    bool BeginTransfer() { return !inFlight.exchange(true); }
+    void EndTransfer() { inFlight = false; }
+
+    // Whether a read hands over what waits instead of waiting itself.
+    std::atomic<bool> readsAtOnce{true};
+
+    // Error bits that were cleared by asking how much waits, kept for TakeErrors.
+    std::atomic<std::uint32_t> keptErrors{0};
+
+private:
+    void CloseHandles();
+
+    CCommPlatform& platform;
+    CUseGate gate;
+    std::atomic<bool> inFlight{false};
+    CCommHandle handle;
+    CCommHandle overlappedEvent;
+    CCommHandle closingEvent; // signalled from the beginning of Close on
+    CCommHandle idleEvent;    // signalled when the last user has left after the beginning of Close
+};
+
+struct OpenedDevice {
+    HANDLE handle = nullptr; // null on failure
+    std::int32_t error = 0;
+};
+
+// Opens the device `name`, for this process alone: the one place where a port is opened by its name. `flags` 0 or
+// FILE_FLAG_OVERLAPPED. The caller owns the handle.
+OpenedDevice OpenDevice(CCommPlatform& platform, const char* name, DWORD flags);

@@ -1,0 +1,180 @@
+// Transfers on an open line.
+#include "serial/CommTransfer.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "serial/CommLine.h"
+#include "serial/CommPlatform.h"
+
+namespace {
+
+// What the driver works on while a transfer is in flight. It is on the heap, with bytes of its own, since it has to
+// outlive the transfer: if the driver never gives a cancelled transfer back, the block is left to it.
+struct TransferBlock {
+    explicit TransferBlock(std::size_t size) : bytes(size) {}
+
+    OVERLAPPED overlapped{};
+    DWORD count = 0;
+    std::vector<std::byte> bytes;
+};
+
+std::int32_t LastPlatformError() {
+    return static_cast<std::int32_t>(::GetLastError());
+}
+
+std::int32_t CheckTerms(const CCommLine& line, const TransferTerms& terms) {
+    const bool blocks = !line.IsOverlapped();
+    return blocks && (terms.overlapped != nullptr || terms.timeout != INFINITE) ? ERROR_INVALID_FUNCTION : 0;
+}
+
+// Only a transfer of our own in overlapped mode goes through a block; the others use the caller's memory and block, or
+// stay pending in the caller's hands.
+bool NeedsBlock(const CCommLine& line, const TransferTerms& terms) {
+    return line.IsOverlapped() && terms.overlapped == nullptr;
+}
+
+template <class Issue>
+std::int32_t IssueDirectly(CCommLine& line, OVERLAPPED* overlapped, std::uint32_t& count, const Issue& issue) {
+    DWORD transferred = 0;
+    if (!issue(&transferred, overlapped)) {
+        const std::int32_t error = LastPlatformError();
+        return error == ERROR_IO_PENDING && overlapped != nullptr ? 0 : error;
+    }
+    if (overlapped != nullptr) line.Platform().SetEvent(overlapped->hEvent);
+    count = transferred;
+    return 0;
+}
+
+bool HasEnded(CCommLine& line, TransferBlock& block) {
+    DWORD ignored = 0;
+    return line.Platform().GetOverlappedResult(line.Handle(), &block.overlapped, &ignored, FALSE) ||
+           ::GetLastError() != ERROR_IO_INCOMPLETE;
+}
+
+// Sees to it that a transfer has ended, for the block may not go before. CancelIo only asks, and only the thread that
+// issued the transfer can ask. False: the driver still holds the block.
+bool MakeEnd(CCommLine& line, TransferBlock& block) {
+    if (HasEnded(line, block)) return true;
+    line.Platform().CancelIo(line.Handle());
+    line.Platform().WaitForSingleObject(block.overlapped.hEvent, CCommLine::cancelLimit);
+    return HasEnded(line, block);
+}
+
+// Waits for a transfer that pends until it has ended, its time is up or the line is being closed.
+std::int32_t AwaitEnd(CCommLine& line, TransferBlock& block, std::uint32_t timeout, bool fetchCount) {
+    CCommPlatform& platform = line.Platform();
+    const std::array<HANDLE, 2> awaited{block.overlapped.hEvent, line.ClosingEvent()};
+    switch (platform.WaitForMultipleObjects(static_cast<DWORD>(awaited.size()), awaited.data(), FALSE, timeout)) {
+    case WAIT_OBJECT_0:
+        if (!fetchCount) return 0;
+        return platform.GetOverlappedResult(line.Handle(), &block.overlapped, &block.count, FALSE)
+                   ? 0
+                   : LastPlatformError();
+    case WAIT_OBJECT_0 + 1:
+        return ERROR_OPERATION_ABORTED;
+    case WAIT_TIMEOUT:
+        return ERROR_TIMEOUT;
+    default:
+        return LastPlatformError();
+    }
+}
+
+template <class Issue>
+std::int32_t RunBlock(CCommLine& line, std::unique_ptr<TransferBlock>& block, std::uint32_t timeout, bool fetchCount,
+                      const Issue& issue) {
+    if (!line.BeginTransfer()) return ERROR_BUSY;
+    block->overlapped.hEvent = line.OverlappedEvent();
+    std::int32_t result = 0;
+    bool ended = true;
+    if (issue(*block)) {
+        line.Platform().SetEvent(block->overlapped.hEvent);
+    } else {
+        result = LastPlatformError();
+        if (result == ERROR_IO_PENDING) {
+            result = AwaitEnd(line, *block, timeout, fetchCount);
+            ended = result == 0 || MakeEnd(line, *block);
+        }
+    }
+    if (ended) {
+        line.EndTransfer();
+    } else {
+        static_cast<void>(block.release());
+    }
+    return result;
+}
+
+// How much of `capacity` a read at once can hand over. A read that pends on a silent line would wait for the next byte
+// on some drivers, so what doesn't wait isn't asked for.
+std::int32_t LimitToWaiting(CCommLine& line, std::uint32_t& capacity) {
+    DWORD errors = 0;
+    COMSTAT status{};
+    if (!line.Platform().ClearCommError(line.Handle(), &errors, &status)) return LastPlatformError();
+    line.keptErrors |= errors;
+    capacity = std::min<std::uint32_t>(capacity, status.cbInQue);
+    return 0;
+}
+
+} // namespace
+
+std::int32_t TransferOut(CCommLine& line, const void* buffer, std::uint32_t count, const TransferTerms& terms,
+                         std::uint32_t& written) {
+    if (const std::int32_t refused = CheckTerms(line, terms)) return refused;
+    CCommPlatform& platform = line.Platform();
+    if (!NeedsBlock(line, terms)) {
+        return IssueDirectly(line, terms.overlapped, written, [&](DWORD* transferred, OVERLAPPED* overlapped) {
+            return platform.WriteFile(line.Handle(), buffer, count, transferred, overlapped);
+        });
+    }
+    auto block = std::make_unique<TransferBlock>(count);
+    std::copy_n(static_cast<const std::byte*>(buffer), count, block->bytes.data());
+    const std::int32_t result = RunBlock(line, block, terms.timeout, true, [&](TransferBlock& own) {
+        return platform.WriteFile(line.Handle(), own.bytes.data(), count, &own.count, &own.overlapped);
+    });
+    if (result == 0) written = block->count;
+    return result;
+}
+
+std::int32_t TransferIn(CCommLine& line, void* buffer, std::uint32_t capacity, const TransferTerms& terms,
+                        std::uint32_t& got) {
+    if (const std::int32_t refused = CheckTerms(line, terms)) return refused;
+    if (terms.overlapped == nullptr && line.readsAtOnce) {
+        if (const std::int32_t failed = LimitToWaiting(line, capacity)) return failed;
+        if (capacity == 0) return 0;
+    }
+    CCommPlatform& platform = line.Platform();
+    if (!NeedsBlock(line, terms)) {
+        return IssueDirectly(line, terms.overlapped, got, [&](DWORD* transferred, OVERLAPPED* overlapped) {
+            return platform.ReadFile(line.Handle(), buffer, capacity, transferred, overlapped);
+        });
+    }
+    auto block = std::make_unique<TransferBlock>(capacity);
+    const std::int32_t result = RunBlock(line, block, terms.timeout, true, [&](TransferBlock& own) {
+        return platform.ReadFile(line.Handle(), own.bytes.data(), capacity, &own.count, &own.overlapped);
+    });
+    if (result != 0) return result;
+    got = std::min<std::uint32_t>(block->count, capacity);
+    std::copy_n(block->bytes.data(), got, static_cast<std::byte*>(buffer));
+    return 0;
+}
+
+std::int32_t AwaitEvent(CCommLine& line, DWORD& events, const TransferTerms& terms) {
+    if (const std::int32_t refused = CheckTerms(line, terms)) return refused;
+    CCommPlatform& platform = line.Platform();
+    if (!NeedsBlock(line, terms)) {
+        std::uint32_t ignored = 0;
+        return IssueDirectly(line, terms.overlapped, ignored, [&](DWORD*, OVERLAPPED* overlapped) {
+            return platform.WaitCommEvent(line.Handle(), &events, overlapped);
+        });
+    }
+    auto block = std::make_unique<TransferBlock>(0);
+    const std::int32_t result = RunBlock(line, block, terms.timeout, false, [&](TransferBlock& own) {
+        return platform.WaitCommEvent(line.Handle(), &own.count, &own.overlapped);
+    });
+    if (result == 0) events = block->count;
+    return result;
+}

@@ -1,0 +1,30 @@
+// Finding, opening and setting a port.
+#include "serial/PortSelection.h"
+
+#include <windows.h>
+
+#include "serial/CommLine.h"
+#include "serial/CommPlatform.h"
+#include "serial/CommPort.h"
+
+bool ProbePort(const char* name) {
+    return ProbePort(name, CCommPlatform::System());
+}
+
+bool ProbePort(const char* name, CCommPlatform& platform) {
+    const OpenedDevice device = OpenDevice(platform, name, 0);
+    if (device.handle == nullptr) return false;
+    platform.CloseHandle(device.handle);
+    return true;
+}
+
+std::int32_t ConfigurePort(CCommPort& port, const PortSettings& settings) {
+    return port.Configure(static_cast<std::uint32_t>(settings.baudRate), static_cast<std::uint8_t>(settings.dataBits),
+                          DcbParity(settings.parityLetter), DcbStopBits(settings.stopBits));
+}
+
+bool OpenSelectedPort(CCommPort& port, const PortSettings& settings) {
+    port.Open(PortName(settings.portNumber).c_str(), 0, 0, true);
+    ConfigurePort(port, settings);
+    return port.IsOpen();
+}

@@ -1,0 +1,21 @@
+// Finding, opening and setting a port of the machine as the user's settings say. For the user-interface thread.
+#pragma once
+
+#include <cstdint>
+
+#include "serial/PortSettings.h"
+
+class CCommPlatform;
+class CCommPort;
+
+// Whether the device `name` ("COM3") exists and can be opened at this moment. False for a port that anyone holds, this
+// process included.
+bool ProbePort(const char* name);
+bool ProbePort(const char* name, CCommPlatform& platform);
+
+// Puts speed, byte size, parity and stop bits of the settings on the open line; answers as CCommPort::Configure.
+std::int32_t ConfigurePort(CCommPort& port, const PortSettings& settings);
+
+// Opens the port of the settings and configures it; whether `port` is open then. A port that is open already stays open
+// under its former name and takes the new line parameters.
+bool OpenSelectedPort(CCommPort& port, const PortSettings& settings);

@@ -1,0 +1,116 @@
+#include "shell/FrameDlg.h"
+
+#include "framework/Dc.h"
+#include "framework/ResourceModule.h"
+#include "panel/CounterPanel.h"
+#include "resources/ResourceIds.h"
+#include "serial/CommPort.h"
+#include "serial/PortSelection.h"
+#include "shell/AboutBox.h"
+#include "shell/ProductStrings.h"
+#include "shell/StoredValues.h"
+
+namespace {
+
+constexpr UINT aboutSystemCommand = 16;
+
+HICON LoadApplicationIcon() {
+    const char* name = MAKEINTRESOURCEA(IDI_APPLICATION_ICON);
+    return ::LoadIconA(FindResourceModule(name, RT_GROUP_ICON), name);
+}
+
+} // namespace
+
+CFrameDlg::CFrameDlg(CWnd* parentWindow)
+    : CDialog(IDD_FRAME, parentWindow), icon(LoadApplicationIcon()), title(productTitle) {}
+
+const CMessageMap& CFrameDlg::ClassMap() {
+    static constexpr std::array entries{On<WM_SYSCOMMAND, &CFrameDlg::OnSysCommand>(),
+                                        On<WM_PAINT, &CFrameDlg::OnPaint>(),
+                                        On<WM_QUERYDRAGICON, &CFrameDlg::OnQueryDragIcon>(),
+                                        On<WM_SIZE, &CFrameDlg::OnSize>(),
+                                        On<WM_CLOSE, &CFrameDlg::OnClose>(),
+                                        OnCommandId<ID_OPEN_LOG, &CFrameDlg::OnUnusedCommand>(),
+                                        OnCommandId<ID_FRAME_UNUSED, &CFrameDlg::OnUnusedCommand>()};
+    static const CMessageMap map{&CDialog::ClassMap(), entries};
+    return map;
+}
+
+bool CFrameDlg::OnInitDialog() {
+    CDialog::OnInitDialog();
+    SendMessage(WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon));
+    SendMessage(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon));
+    if (AnotherCopyRuns()) {
+        // Nothing after this: log, ports and stored values belong to the copy that runs.
+        CDialog::OnOK();
+        return true;
+    }
+    SetWindowText(title);
+    if (ReadRegistryInt("COM", port.portNumber, 1) == 0) WriteRegistryInt("COM", 1);
+    FindPorts();
+    CreatePanel();
+    return true;
+}
+
+bool CFrameDlg::AnotherCopyRuns() const {
+    // This window doesn't match: its caption is still that of the template.
+    return ::FindWindowA(nullptr, title.c_str()) != nullptr;
+}
+
+void CFrameDlg::FindPorts() {
+    availablePorts = EnumeratePorts([](const std::string& name) { return ProbePort(name.c_str()); });
+}
+
+void CFrameDlg::CreatePanel() {
+    panel = new CCounterPanel;
+    panel->frame = this;
+    panel->Create(*this);
+    FitPanel();
+    panel->ShowWindow(SW_SHOW);
+    OpenSelectedPort();
+}
+
+void CFrameDlg::FitPanel() {
+    if (panel != nullptr) panel->MoveWindow(GetClientRect());
+}
+
+void CFrameDlg::OpenSelectedPort() {
+    const bool open = ::OpenSelectedPort(*CCommPort::Instance(), port);
+    if (panel != nullptr) panel->ShowPortState(open);
+    if (open) WriteRegistryInt("COM", port.portNumber);
+}
+
+void CFrameDlg::OnOK() {
+    if (panel != nullptr) panel->OnOK();
+}
+
+void CFrameDlg::OnSysCommand(UINT command, LPARAM) {
+    // The low four bits are the system's own.
+    if ((command & 0xFFF0) == aboutSystemCommand) {
+        ShowAbout();
+    } else {
+        Default();
+    }
+}
+
+void CFrameDlg::OnPaint() {
+    if (!IsIconic()) {
+        Default();
+        return;
+    }
+    CPaintDC dc(*this);
+    SendMessage(WM_ICONERASEBKGND, reinterpret_cast<WPARAM>(dc.GetHandle()));
+    const CRect client = GetClientRect();
+    const int x = (static_cast<int>(client.Width()) - ::GetSystemMetrics(SM_CXICON) + 1) / 2;
+    const int y = (static_cast<int>(client.Height()) - ::GetSystemMetrics(SM_CYICON) + 1) / 2;
+    ::DrawIcon(dc.GetHandle(), x, y, icon);
+}
+
+void CFrameDlg::OnSize(UINT, int, int) {
+    Default();
+    FitPanel();
+}
+
+void CFrameDlg::OnClose() {
+    EndDialog(IDCANCEL);
+}

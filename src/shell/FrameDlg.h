@@ -1,0 +1,52 @@
+// The program's one top-level window: title, icon, the port settings, and the panel that fills it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "framework/Dialog.h"
+#include "panel/PanelFrame.h"
+#include "serial/PortSettings.h"
+
+class CCounterPanel;
+
+class CFrameDlg : public CDialog, public CPanelFrame {
+public:
+    explicit CFrameDlg(CWnd* parentWindow);
+
+    static const CMessageMap& ClassMap();
+    const CMessageMap& GetMessageMap() const override { return ClassMap(); }
+
+    // Whether the running language is Chinese. Set before DoModal.
+    bool language = false;
+
+    const AvailablePorts& GetAvailablePorts() const override { return availablePorts; }
+    void SelectPort(std::int32_t portNumber) override { port.portNumber = portNumber; }
+    void OpenSelectedPort() override;
+
+    // With no focus in the panel, Enter goes to the panel, and Escape closes nothing.
+    void OnOK() override;
+    void OnCancel() override {}
+
+protected:
+    bool OnInitDialog() override;
+
+private:
+    bool AnotherCopyRuns() const;
+    void FindPorts();
+    void CreatePanel();
+    void FitPanel();
+
+    void OnSysCommand(UINT command, LPARAM lParam);
+    void OnPaint();
+    HICON OnQueryDragIcon() { return icon; }
+    void OnSize(UINT kind, int width, int height);
+    void OnClose();
+    void OnUnusedCommand() {}
+
+    HICON icon;                     // shared, never destroyed
+    CCounterPanel* panel = nullptr; // on the heap until the process ends: replies may be under way to it
+    std::string title;
+    AvailablePorts availablePorts;
+    PortSettings port;
+};
