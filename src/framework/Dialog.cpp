@@ -28,11 +28,14 @@ UINT TranslateInitMessage(UINT message) {
     }
 }
 
+// The whole window that a child belongs to: only that one can be disabled with all that leads into it.
 HWND OwnerOf(const CWnd* parent) {
-    if (parent != nullptr) return parent->GetHandle();
+    if (parent != nullptr) return ::GetAncestor(parent->GetHandle(), GA_ROOT);
     const CWnd* mainWindow = CWinApp::MainWindow();
-    return mainWindow != nullptr && mainWindow->GetHandle() != nullptr ? ::GetLastActivePopup(mainWindow->GetHandle())
-                                                                       : nullptr;
+    if (mainWindow == nullptr || mainWindow->GetHandle() == nullptr) return nullptr;
+    const HWND popup = ::GetLastActivePopup(mainWindow->GetHandle());
+    // A hidden one is a dialog that has ended and whose handler still runs.
+    return ::IsWindowVisible(popup) != FALSE ? popup : mainWindow->GetHandle();
 }
 
 } // namespace
@@ -48,14 +51,15 @@ const CMessageMap& CDialog::ClassMap() {
     return map;
 }
 
-INT_PTR CALLBACK CDialog::DialogEntry(HWND window, UINT message, WPARAM, LPARAM) noexcept {
+INT_PTR CALLBACK CDialog::DialogEntry(HWND window, UINT message, WPARAM, LPARAM lParam) noexcept {
     // Messages of a dialog that stands already come here as well while another one, a child perhaps, is being created.
     if (dialogInCreation != nullptr && FromHandlePermanent(window) == nullptr) {
-        std::exchange(dialogInCreation, nullptr)->BindNew(window);
+        std::exchange(dialogInCreation, nullptr)->BindNew(window, true);
     }
     if (message != WM_INITDIALOG) return FALSE; // everything else has passed the message map before it comes here
     auto* dialog = dynamic_cast<CDialog*>(FromHandlePermanent(window));
-    if (dialog == nullptr) return FALSE;
+    // The platform's own message brings the parameter that CreateFromTemplate gave; one sent by somebody else doesn't.
+    if (dialog == nullptr || lParam != reinterpret_cast<LPARAM>(dialog)) return FALSE;
     const bool placeFocus = dialog->OnInitDialog();
     const HWND focus = ::GetFocus();
     const bool focusInside = focus != nullptr && ::IsChild(window, focus) != FALSE;
@@ -72,9 +76,10 @@ bool CDialog::CreateFromTemplate(HWND owner, bool hidden) {
     CDialog* outer = std::exchange(dialogInCreation, this);
     const HWND window =
         ::CreateDialogIndirectParamA(FindResourceModule(name, RT_DIALOG),
-                                     reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner, &DialogEntry, 0);
+                                     reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner, &DialogEntry,
+                                     reinterpret_cast<LPARAM>(this));
     dialogInCreation = outer;
-    return window != nullptr;
+    return window != nullptr && GetHandle() != nullptr; // the initialisation may have destroyed it
 }
 
 bool CDialog::Create(CWnd& parentWindow) {
@@ -83,10 +88,13 @@ bool CDialog::Create(CWnd& parentWindow) {
 }
 
 INT_PTR CDialog::DoModal() {
+    if (GetHandle() != nullptr) return -1;
     const HWND owner = OwnerOf(parent);
-    // The owner is disabled before the dialog exists, so that no click slips in between.
-    const bool disableOwner = owner != nullptr && ::IsWindowEnabled(owner) != FALSE;
-    if (disableOwner) ::EnableWindow(owner, FALSE);
+    if (owner != nullptr && ::IsWindowEnabled(owner) != FALSE) {
+        // Before the dialog exists, so that no click slips in between.
+        ::EnableWindow(owner, FALSE);
+        disabledOwner = owner;
+    }
     modal = true;
     ended = false;
     modalResult = -1;
@@ -95,16 +103,18 @@ INT_PTR CDialog::DoModal() {
             Show();
             RunModalLoop();
         }
-        if (disableOwner) ::EnableWindow(owner, TRUE); // before the window goes, or another program would be activated
-        if (GetHandle() != nullptr) {
-            if (disableOwner && ::GetActiveWindow() == GetHandle()) ::SetActiveWindow(owner);
-            DestroyWindow();
-        }
-    } else if (disableOwner) {
-        ::EnableWindow(owner, TRUE);
     }
+    ReleaseOwner();
+    DestroyWindow();
     modal = false;
     return modalResult;
+}
+
+void CDialog::ReleaseOwner() {
+    const HWND owner = std::exchange(disabledOwner, nullptr);
+    if (owner == nullptr) return;
+    ::EnableWindow(owner, TRUE);
+    if (GetHandle() != nullptr && ::GetActiveWindow() == GetHandle()) ::SetActiveWindow(owner);
 }
 
 void CDialog::Show() const {
@@ -125,6 +135,7 @@ void CDialog::EndDialog(INT_PTR result) {
     }
     modalResult = result;
     ended = true;
+    ReleaseOwner(); // while the window still shows: with its owner disabled, hiding it would activate another program
     ShowWindow(SW_HIDE);
     PostMessage(WM_NULL); // wakes the loop
 }
@@ -143,6 +154,11 @@ void CDialog::RunInitList() {
         ::SendDlgItemMessageA(GetHandle(), entry.controlId, TranslateInitMessage(entry.message), 0,
                               reinterpret_cast<LPARAM>(text.c_str()));
     }
+}
+
+void CDialog::PostNcDestroy() {
+    // A sent message that destroyed the window has not ended the modal loop's wait for a posted one.
+    if (modal) ::PostMessageA(nullptr, WM_NULL, 0, 0);
 }
 
 bool CDialog::PreTranslateMessage(MSG& message) {

@@ -15,8 +15,9 @@ public:
     static const CMessageMap& ClassMap();
     const CMessageMap& GetMessageMap() const override { return ClassMap(); }
 
-    // Runs the dialog until EndDialog, with its owner disabled meanwhile. Gives EndDialog's value, or -1 if the window
-    // could not be made. The window is first shown when its message loop begins, so a dialog that ends itself in
+    // Runs the dialog until EndDialog, with its owner (the whole top-level window, if the parent is a child) disabled
+    // meanwhile. Gives EndDialog's value, or -1 if the window could not be made, is there already, or was destroyed by
+    // something else. The window is first shown when its message loop begins, so a dialog that ends itself in
     // OnInitDialog never appears.
     INT_PTR DoModal();
 
@@ -37,6 +38,7 @@ protected:
     virtual bool OnInitDialog();
     virtual void OnOK() { EndDialog(IDOK); }
     virtual void OnCancel() { EndDialog(IDCANCEL); }
+    void PostNcDestroy() override;
 
 private:
     static INT_PTR CALLBACK DialogEntry(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
@@ -45,10 +47,13 @@ private:
     void RunInitList();
     void RunModalLoop();
     void Show() const;
+    // Enables the owner that DoModal disabled, and hands the activation on to it.
+    void ReleaseOwner();
 
     UINT templateId;
     CWnd* parent;
     HWND initialFocus = nullptr;
+    HWND disabledOwner = nullptr;
     bool modal = false;
     bool ended = false;
     INT_PTR modalResult = -1;

@@ -1,5 +1,6 @@
 #include "framework/Time.h"
 
+#include <algorithm>
 #include <array>
 #include <ctime>
 #include <limits>
@@ -25,9 +26,18 @@ bool BreakDown(std::int64_t seconds, std::tm& fields) {
 }
 #endif
 
+// Far beyond any date that the count can hold, and small enough for the sums that the runtimes do with an int.
+constexpr int largestField = 1'000'000'000;
+
+bool IsWithinReach(const CalendarFields& fields) {
+    const std::array values{fields.year, fields.month, fields.day, fields.hour, fields.minute, fields.second};
+    return std::ranges::all_of(values, [](int value) { return value >= -largestField && value <= largestField; });
+}
+
 } // namespace
 
 CTime::CTime(const CalendarFields& local, int daylightSaving) {
+    if (!IsWithinReach(local)) return;
     std::tm fields{};
     fields.tm_year = local.year - 1900;
     fields.tm_mon = local.month - 1;

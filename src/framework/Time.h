@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string>
 
-// A broken-down local time. Ranges are those of a valid date when it comes from CTime::GetLocalTm; a caller that fills
+// A broken-down local time. Ranges are those of a valid date when it comes from CTime::GetLocalFields; a caller that fills
 // one by hand may hold anything.
 struct CalendarFields {
     int year = 1970;

@@ -7,13 +7,25 @@
 #include "framework/ResourceModule.h"
 #include "framework/WindowEntry.h"
 
+namespace {
+
+// The dialog keyboard looks for the focus only inside windows of this style, and a search that starts at a focus which
+// lies elsewhere may never end. A top-level window needs no such mark.
+void AdmitDialogKeyboard(HWND container) {
+    if ((::GetWindowLongA(container, GWL_STYLE) & WS_CHILD) == 0) return;
+    const LONG style = ::GetWindowLongA(container, GWL_EXSTYLE);
+    if ((style & WS_EX_CONTROLPARENT) == 0) ::SetWindowLongA(container, GWL_EXSTYLE, style | WS_EX_CONTROLPARENT);
+}
+
+} // namespace
+
+// Objects of static storage may end after any map would; so neither is ever destroyed.
 CHandleMap<HWND, CWnd>& WindowMap() {
-    static CHandleMap<HWND, CWnd> map;
-    return map;
+    static auto* map = new CHandleMap<HWND, CWnd>;
+    return *map;
 }
 
 CHandleMap<HMENU, CMenu>& MenuMap() {
-    // Menus of static storage end after this map would; so it is never destroyed.
     static auto* map = new CHandleMap<HMENU, CMenu>;
     return *map;
 }
@@ -78,8 +90,9 @@ std::unique_ptr<CWnd> CWnd::MakeTemporary(HWND handle) {
     return window;
 }
 
-void CWnd::BindNew(HWND window) {
+void CWnd::BindNew(HWND window, bool owned) {
     handle = window;
+    ownsWindow = owned;
     WindowMap().SetPermanent(window, this);
     HookWindow(window);
     PreSubclassWindow();
@@ -99,14 +112,14 @@ bool CWnd::Create(const char* windowClass, const char* text, DWORD style, const 
         ::CreateWindowExA(extendedStyle, windowClass, text, style, rect.left, rect.top, rect.right - rect.left,
                           rect.bottom - rect.top, parent, menu, ProgramModule(), nullptr);
     if (window == nullptr) return false;
-    BindNew(window);
-    ownsWindow = true;
+    if ((style & WS_CHILD) != 0) AdmitDialogKeyboard(parent);
+    BindNew(window, true);
     return true;
 }
 
 bool CWnd::SubclassWindow(HWND window) {
     if (window == nullptr || handle != nullptr || FromHandlePermanent(window) != nullptr) return false;
-    BindNew(window);
+    BindNew(window, false);
     return true;
 }
 
@@ -116,6 +129,11 @@ HWND CWnd::UnsubclassWindow() {
     UnhookWindow(window);
     Unbind();
     return window;
+}
+
+void CWnd::SetParent(const CWnd& parent) const {
+    AdmitDialogKeyboard(parent.handle);
+    ::SetParent(handle, parent.handle);
 }
 
 void CWnd::ModifyStyle(DWORD remove, DWORD add, UINT positionFlags) {

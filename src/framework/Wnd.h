@@ -33,7 +33,7 @@ public:
     CWnd() = default;
     CWnd(const CWnd&) = delete;
     CWnd& operator=(const CWnd&) = delete;
-    // Destroys a window that Create made; leaves a subclassed one alone, without this object.
+    // Destroys a window that this object made; leaves a subclassed one alone, without this object.
     ~CWnd() override;
 
     static const CMessageMap& ClassMap();
@@ -46,7 +46,8 @@ public:
 
     HWND GetHandle() const { return handle; }
 
-    // Makes a window of a registered class. False if that failed or if there is one already.
+    // Makes a window of a registered class, which this object owns; what the window gets while it is being made passes
+    // by this object. A parent that is a child window itself lets the dialog keyboard in, as with SetParent. False if that failed or if there is one already.
     bool Create(const char* windowClass, const char* text, DWORD style, const RECT& rect, HWND parent, UINT id,
                 DWORD extendedStyle = 0);
     // Puts this object in front of an existing window. False for a null handle, or if either has its partner already.
@@ -65,7 +66,8 @@ public:
     void ModifyStyle(DWORD remove, DWORD add, UINT positionFlags = 0);
     int GetDlgCtrlID() const { return ::GetDlgCtrlID(handle); }
     CWnd* GetParent() const { return FromHandle(::GetParent(handle)); }
-    void SetParent(const CWnd& parent) const { ::SetParent(handle, parent.handle); }
+    // Puts the window into another one, which the dialog keyboard then also looks into.
+    void SetParent(const CWnd& parent) const;
     void SetFocus() const { ::SetFocus(handle); }
 
     // Place and size.
@@ -133,8 +135,8 @@ protected:
     void RouteMeasureItem(MEASUREITEMSTRUCT& item);
     LRESULT RouteMenuChar(UINT character, UINT flags, CMenu* menu);
 
-    // Binds this object to the window that is being created on this thread; for the two places that create windows.
-    void BindNew(HWND window);
+    // Puts this object in front of the window. An owned window ends with its object.
+    void BindNew(HWND window, bool owned);
 
 private:
     friend LRESULT CALLBACK WindowEntry(HWND, UINT, WPARAM, LPARAM) noexcept;

@@ -14,7 +14,7 @@ CCommandQueue::~CCommandQueue() {
 }
 
 CCommandQueue* CCommandQueue::Instance() {
-    static CCommandQueue* const queue = new CCommandQueue;
+    static auto* const queue = new CCommandQueue;
     return queue;
 }
 

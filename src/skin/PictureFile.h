@@ -1,0 +1,20 @@
+// What kind of picture a path names, and whether a bitmap file is worth handing to the platform.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+enum class PictureKind : int { Bitmap = 0, Icon = 1, Jpeg = 2, Gif = 3, Unknown = 4 };
+
+// By the first of ".BMP", ".ICO", ".JPG" or ".JPEG", ".GIF" that stands anywhere in the path but at its very start,
+// without regard to case.
+PictureKind KindOfPath(std::string_view path);
+
+// No picture of a theme comes near this many pixels; a larger one is damaged or hostile and would cost seconds.
+inline constexpr std::int64_t mostPixels = 16 * 1024 * 1024;
+
+// Whether the file's headers describe an uncompressed or run-length coded bitmap of a sensible size whose pixels the
+// file can hold. `header` is the file's beginning, at least 54 bytes of it where the file is that long.
+bool IsPlausibleBitmap(std::span<const std::uint8_t> header, std::uint64_t fileSize);
