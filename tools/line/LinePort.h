@@ -1,0 +1,28 @@
+// The place where the simulated line meets a program: what the runner needs of it, whatever the platform.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "line/LineFrames.h"
+
+class CLinePort {
+public:
+    CLinePort() = default;
+    CLinePort(const CLinePort&) = delete;
+    CLinePort& operator=(const CLinePort&) = delete;
+    virtual ~CLinePort() = default;
+
+    // False with words for the user in `error`; the port is closed then.
+    virtual bool Open(std::string& error) = 0;
+    virtual void Close() = 0;
+    virtual bool IsOpen() const = 0;
+    // How a program finds the port, once it is open.
+    virtual std::string Name() const = 0;
+
+    // What waits, without waiting; may be nothing. False if the port is gone.
+    virtual bool Read(LineBytes& bytes) = 0;
+    // What nobody makes room for is lost, as on a wire. False if the port is gone.
+    virtual bool Write(std::span<const std::uint8_t> bytes) = 0;
+};

@@ -1,0 +1,12 @@
+// Words and numbers of a control line or an option.
+#pragma once
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+// The parts between blanks and commas; none is empty.
+std::vector<std::string_view> SplitLineWords(std::string_view text);
+
+// A plain decimal number within the limits; anything else gives none.
+std::optional<int> ParseLineNumber(std::string_view word, int lowest, int highest);

@@ -1,0 +1,27 @@
+// The wire log.
+#include "line/WireLog.h"
+
+#include <string_view>
+
+std::string WireLogLine(WireDirection direction, std::span<const std::uint8_t> bytes, LineTime now) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string text = std::to_string(now.count()) + ' ' + static_cast<char>(direction);
+    for (const std::uint8_t byte : bytes) {
+        text += ' ';
+        text += digits[byte >> 4];
+        text += digits[byte & 0x0F];
+    }
+    return text + '\n';
+}
+
+bool CWireLog::Open(const std::string& path) {
+    file.reset(std::fopen(path.c_str(), "wb"));
+    return file != nullptr;
+}
+
+void CWireLog::Note(WireDirection direction, std::span<const std::uint8_t> bytes, LineTime now) {
+    if (!file || bytes.empty()) return;
+    std::fputs(WireLogLine(direction, bytes, now).c_str(), file.get());
+    // Whoever measures reads along, and an end by force must not cost the last lines.
+    std::fflush(file.get());
+}

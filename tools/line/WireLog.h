@@ -1,0 +1,33 @@
+// What passes on the line, written down chunk by chunk with the time at which it was seen.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <span>
+#include <string>
+
+#include "line/LineTime.h"
+
+enum class WireDirection : char {
+    FromProgram = '>',
+    ToProgram = '<',
+};
+
+// "1234567 > 02 00 81 81 03" and a line end: microseconds, direction, bytes.
+std::string WireLogLine(WireDirection direction, std::span<const std::uint8_t> bytes, LineTime now);
+
+class CWireLog {
+public:
+    // Starts the file anew. False if that can't be done; then nothing is logged.
+    bool Open(const std::string& path);
+
+    // Written through to the file at once. Does nothing without a file or without bytes.
+    void Note(WireDirection direction, std::span<const std::uint8_t> bytes, LineTime now);
+
+private:
+    struct Closer {
+        void operator()(std::FILE* opened) const { std::fclose(opened); }
+    };
+    std::unique_ptr<std::FILE, Closer> file;
+};
