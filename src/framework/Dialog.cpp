@@ -74,10 +74,9 @@ bool CDialog::CreateFromTemplate(HWND owner, bool hidden) {
     std::vector<std::byte> bytes(resource.begin(), resource.end());
     if (hidden) HideDialogTemplate(bytes);
     CDialog* outer = std::exchange(dialogInCreation, this);
-    const HWND window =
-        ::CreateDialogIndirectParamA(FindResourceModule(name, RT_DIALOG),
-                                     reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner, &DialogEntry,
-                                     reinterpret_cast<LPARAM>(this));
+    const HWND window = ::CreateDialogIndirectParamA(FindResourceModule(name, RT_DIALOG),
+                                                     reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner,
+                                                     &DialogEntry, reinterpret_cast<LPARAM>(this));
     dialogInCreation = outer;
     return window != nullptr && GetHandle() != nullptr; // the initialisation may have destroyed it
 }
@@ -170,7 +169,8 @@ bool CDialog::OnCmdMsg(UINT id, UINT code) {
     if (CWnd::OnCmdMsg(id, code)) return true;
     // OK and Cancel are each dialog's own, and a control's notification concerns its dialog alone.
     if (code != 0 || id == IDOK || id == IDCANCEL) return false;
-    if (CWnd* above = FromHandlePermanent(::GetParent(GetHandle()))) return above->OnCmdMsg(id, code);
+    CWnd* above = FromHandlePermanent(::GetParent(GetHandle()));
+    if (above != nullptr && above->OnCmdMsg(id, code)) return true;
     CWinApp* app = CWinApp::Current();
     return app != nullptr && app->OnCmdMsg(id, code);
 }

@@ -18,8 +18,7 @@ public:
     }
 
     void SetPermanent(Handle handle, Object* object) {
-        permanent[handle] = object;
-        temporary.erase(handle);
+        permanent[handle] = object; // a temporary object, if there is one, is still good to whoever holds it
     }
 
     // Removes the entry only if it still names this object: another one may have been attached since.

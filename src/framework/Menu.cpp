@@ -70,11 +70,11 @@ HMENU CMenu::Detach() {
     return std::exchange(handle, nullptr);
 }
 
-bool CMenu::TrackPopupMenu(UINT flags, int x, int y, const CWnd& owner, const RECT* rect) {
+int CMenu::TrackPopupMenu(UINT flags, int x, int y, const CWnd& owner, const RECT* rect) {
     const HMENU outer = std::exchange(trackedMenu, handle);
-    const BOOL shown = ::TrackPopupMenu(handle, flags, x, y, 0, owner.GetHandle(), rect);
+    const int result = ::TrackPopupMenu(handle, flags, x, y, 0, owner.GetHandle(), rect);
     trackedMenu = outer;
-    return shown != FALSE;
+    return result;
 }
 
 bool CMenu::DestroyMenu() {

@@ -33,10 +33,11 @@ public:
     bool CreatePopupMenu() { return Attach(::CreatePopupMenu()); }
     HMENU GetHandle() const { return handle; }
 
-    // Shows the popup and returns when it is closed. The choice arrives at the owner as a command. While the menu is
+    // Shows the popup and returns when it is closed. The choice arrives at the owner as a command, and the result tells
+    // whether the menu was shown; with TPM_RETURNCMD the result is the chosen id, or 0. While the menu is
     // shown, its owner's WM_MEASUREITEM, WM_DRAWITEM and WM_MENUCHAR are brought to the menu object that holds the
     // item, sub-menus at any depth included.
-    bool TrackPopupMenu(UINT flags, int x, int y, const CWnd& owner, const RECT* rect = nullptr);
+    int TrackPopupMenu(UINT flags, int x, int y, const CWnd& owner, const RECT* rect = nullptr);
 
     // Destroys the platform menu; its result. The object can be attached again.
     virtual bool DestroyMenu();

@@ -1,6 +1,6 @@
 #include "framework/ResourceModule.h"
 
-#include <array>
+#include <vector>
 
 #include "framework/Text.h"
 
@@ -52,8 +52,9 @@ std::string LoadText(UINT id) {
 }
 
 std::string ProgramFolder() {
-    std::array<char, MAX_PATH> path{};
-    const DWORD length = ::GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    const std::string text(path.data(), length < path.size() ? length : 0);
+    // In its wide form: as UTF-8, a path that the system allows may be longer than MAX_PATH.
+    std::vector<wchar_t> path(32768);
+    const DWORD length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    const std::string text = ToNarrow({path.data(), length});
     return text.substr(0, text.rfind('\\') + 1);
 }

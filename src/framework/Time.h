@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <string>
 
-// A broken-down local time. Ranges are those of a valid date when it comes from CTime::GetLocalFields; a caller that fills
-// one by hand may hold anything.
+// A broken-down local time. Ranges are those of a valid date when it comes from CTime::GetLocalFields; a caller that
+// fills one by hand may hold anything.
 struct CalendarFields {
     int year = 1970;
     int month = 1;  // 1 to 12

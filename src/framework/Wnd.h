@@ -47,7 +47,8 @@ public:
     HWND GetHandle() const { return handle; }
 
     // Makes a window of a registered class, which this object owns; what the window gets while it is being made passes
-    // by this object. A parent that is a child window itself lets the dialog keyboard in, as with SetParent. False if that failed or if there is one already.
+    // by this object. A parent that is a child window itself lets the dialog keyboard in, as with SetParent. False if
+    // that failed or if there is one already.
     bool Create(const char* windowClass, const char* text, DWORD style, const RECT& rect, HWND parent, UINT id,
                 DWORD extendedStyle = 0);
     // Puts this object in front of an existing window. False for a null handle, or if either has its partner already.
@@ -81,7 +82,10 @@ public:
     }
 
     // Painting.
-    void Invalidate(bool erase = true) const { ::InvalidateRect(handle, nullptr, erase ? TRUE : FALSE); }
+    void Invalidate(bool erase = true) const {
+        // Win32 takes a null handle for all windows of the desktop.
+        if (handle != nullptr) ::InvalidateRect(handle, nullptr, erase ? TRUE : FALSE);
+    }
     void UpdateWindow() const { ::UpdateWindow(handle); }
 
     // Text of this window and of its controls.
@@ -131,8 +135,9 @@ protected:
 
     // What this class does with these messages; handlers of derived classes call them for the cases that they leave.
     LRESULT RouteColor(UINT message, WPARAM wParam, LPARAM lParam);
-    void RouteDrawItem(DRAWITEMSTRUCT& item);
-    void RouteMeasureItem(MEASUREITEMSTRUCT& item);
+    // True if a control or a menu took it.
+    bool RouteDrawItem(DRAWITEMSTRUCT& item);
+    bool RouteMeasureItem(MEASUREITEMSTRUCT& item);
     LRESULT RouteMenuChar(UINT character, UINT flags, CMenu* menu);
 
     // Puts this object in front of the window. An owned window ends with its object.

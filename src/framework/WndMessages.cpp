@@ -32,14 +32,12 @@ bool CWnd::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& re
     switch (message) {
     case WM_DRAWITEM:
         if (lParam == 0) return false;
-        RouteDrawItem(*reinterpret_cast<DRAWITEMSTRUCT*>(lParam));
         result = TRUE;
-        return true;
+        return RouteDrawItem(*reinterpret_cast<DRAWITEMSTRUCT*>(lParam));
     case WM_MEASUREITEM:
         if (lParam == 0) return false;
-        RouteMeasureItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
         result = TRUE;
-        return true;
+        return RouteMeasureItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
     case WM_MENUCHAR:
         result = RouteMenuChar(LOWORD(wParam), HIWORD(wParam), CMenu::FromHandle(reinterpret_cast<HMENU>(lParam)));
         return true;
@@ -58,7 +56,10 @@ bool CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
     const auto control = reinterpret_cast<HWND>(lParam);
     LRESULT result = 0;
     if (control != nullptr) {
-        if (ReflectTo(control, WM_COMMAND, wParam, lParam, result)) return true;
+        // Only by its direct parent: a command that containers hand on comes to several windows, and would come back to
+        // the control as often.
+        const bool ours = ::GetParent(control) == handle;
+        if (ours && ReflectTo(control, WM_COMMAND, wParam, lParam, result)) return true;
         return OnCmdMsg(id, HIWORD(wParam));
     }
     return OnCmdMsg(id, 0); // from a menu (0) or an accelerator (1): the same to a handler
@@ -87,23 +88,17 @@ LRESULT CWnd::RouteColor(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefWindowProc(message, wParam, lParam);
 }
 
-void CWnd::RouteDrawItem(DRAWITEMSTRUCT& item) {
-    if (item.CtlType == ODT_MENU) {
-        RouteMenuDraw(item);
-        return;
-    }
+bool CWnd::RouteDrawItem(DRAWITEMSTRUCT& item) {
+    if (item.CtlType == ODT_MENU) return RouteMenuDraw(item);
     LRESULT result = 0;
-    ReflectTo(item.hwndItem, WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item), result);
+    return ReflectTo(item.hwndItem, WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item), result);
 }
 
-void CWnd::RouteMeasureItem(MEASUREITEMSTRUCT& item) {
-    if (item.CtlType == ODT_MENU) {
-        RouteMenuMeasure(::GetMenu(handle), item);
-        return;
-    }
+bool CWnd::RouteMeasureItem(MEASUREITEMSTRUCT& item) {
+    if (item.CtlType == ODT_MENU) return RouteMenuMeasure(::GetMenu(handle), item);
     LRESULT result = 0;
-    ReflectTo(GetDlgItem(static_cast<int>(item.CtlID)), WM_MEASUREITEM, item.CtlID, reinterpret_cast<LPARAM>(&item),
-              result);
+    return ReflectTo(GetDlgItem(static_cast<int>(item.CtlID)), WM_MEASUREITEM, item.CtlID,
+                     reinterpret_cast<LPARAM>(&item), result);
 }
 
 LRESULT CWnd::RouteMenuChar(UINT character, UINT flags, CMenu* menu) {

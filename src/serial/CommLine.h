@@ -40,7 +40,7 @@ public:
     static constexpr std::uint32_t closeLimit = 2 * cancelLimit;
 
     // Takes `device`, a handle of an opened device, over.
-    CCommLine(CCommPlatform& platform, HANDLE device);
+    CCommLine(CCommPlatform& calls, HANDLE device);
     CCommLine(const CCommLine&) = delete;
     CCommLine& operator=(const CCommLine&) = delete;
 

@@ -1,6 +1,8 @@
 // The operations of the serial port.
 #include "serial/CommPort.h"
 
+#include <array>
+#include <cstddef>
 #include <cstring>
 
 #include "serial/CommLine.h"
@@ -38,7 +40,7 @@ struct FlagChange {
 };
 
 // By mode: off, hardware (CTS and DSR flow, DTR and RTS handshake), software (XON and XOFF).
-constexpr FlagChange handshakings[] = {{0x333C, 0}, {0x1310, 0x202C}, {0x303C, 0x0300}};
+constexpr std::array<FlagChange, 3> handshakings{{{0x333C, 0}, {0x1310, 0x202C}, {0x303C, 0x0300}}};
 
 std::int32_t HandshakingOf(const DCB& state) {
     if (state.fDtrControl == DTR_CONTROL_HANDSHAKE && state.fRtsControl == RTS_CONTROL_HANDSHAKE) return 1;
@@ -76,7 +78,7 @@ std::int32_t CCommPort::OnLine(const Action& action) {
 
 template <class Change>
 std::int32_t CCommPort::ChangeState(const Change& change) {
-    return OnLine([&](CCommLine& open) {
+    return OnLine([&](const CCommLine& open) {
         DCB state{};
         state.DCBlength = sizeof state;
         if (!platform.GetCommState(open.Handle(), &state)) return LastPlatformError();
@@ -88,7 +90,7 @@ std::int32_t CCommPort::ChangeState(const Change& change) {
 template <class Pick>
 std::int32_t CCommPort::PickFromState(std::int32_t failure, const Pick& pick) {
     std::int32_t picked = failure;
-    OnLine([&](CCommLine& open) {
+    OnLine([&](const CCommLine& open) {
         DCB state{};
         state.DCBlength = sizeof state;
         if (!platform.GetCommState(open.Handle(), &state)) return LastPlatformError();
@@ -107,7 +109,7 @@ CCommPort::~CCommPort() {
 }
 
 CCommPort* CCommPort::Instance() {
-    static CCommPort* const port = new CCommPort;
+    static auto* const port = new CCommPort;
     return port;
 }
 
@@ -120,8 +122,8 @@ std::int32_t CCommPort::Open(const char* name, std::uint32_t inQueue, std::uint3
     if (const std::int32_t failed = opened->CreateEvents(overlapped)) return Record(failed);
     line = opened;
     if (inQueue != 0 || outQueue != 0) {
-        const std::int32_t failed =
-            OnLine([&](CCommLine& open) { return ErrorOf(platform.SetupComm(open.Handle(), inQueue, outQueue)); });
+        const std::int32_t failed = OnLine(
+            [&](const CCommLine& open) { return ErrorOf(platform.SetupComm(open.Handle(), inQueue, outQueue)); });
         if (failed != 0) {
             Close();
             return Record(failed);
@@ -173,7 +175,7 @@ std::int32_t CCommPort::SetEventChar(std::uint8_t eventChar, bool adjustMask) {
 }
 
 std::int32_t CCommPort::SetEventMask(std::uint32_t mask) {
-    return OnLine([&](CCommLine& open) {
+    return OnLine([&](const CCommLine& open) {
         if (!platform.SetCommMask(open.Handle(), mask)) return LastPlatformError();
         eventMask = mask;
         return 0;
@@ -185,9 +187,11 @@ std::int32_t CCommPort::WaitForEvent(OVERLAPPED* overlapped, std::uint32_t timeo
 }
 
 std::int32_t CCommPort::SetHandshaking(std::int32_t mode) {
-    if (mode < 0 || mode > 2) return OnLine([](CCommLine&) { return E_INVALIDARG; });
+    if (mode < 0 || mode >= static_cast<std::int32_t>(handshakings.size()))
+        return OnLine([](const CCommLine&) { return E_INVALIDARG; });
+    const FlagChange& change = handshakings.at(static_cast<std::size_t>(mode));
     return ChangeState([&](DCB& state) {
-        ChangeFlags(state, handshakings[mode].cleared, handshakings[mode].set);
+        ChangeFlags(state, change.cleared, change.set);
         return 0;
     });
 }
@@ -236,12 +240,13 @@ std::int32_t CCommPort::GetHandshaking() {
 }
 
 std::uint32_t CCommPort::GetEventMask() {
-    const std::int32_t failed = OnLine([](CCommLine&) { return 0; });
+    const std::int32_t failed = OnLine([](const CCommLine&) { return 0; });
     return failed != 0 ? 0 : eventMask.load();
 }
 
 std::uint8_t CCommPort::GetEventChar() {
-    return static_cast<std::uint8_t>(PickFromState(0, [](const DCB& state) { return state.EvtChar; }));
+    return static_cast<std::uint8_t>(
+        PickFromState(0, [](const DCB& state) { return static_cast<std::uint8_t>(state.EvtChar); }));
 }
 
 std::int32_t CCommPort::WriteString(const char* text, std::uint32_t* written, OVERLAPPED* overlapped,
@@ -279,13 +284,14 @@ bool CCommPort::IsOpen() const {
 }
 
 std::int32_t CCommPort::Purge() {
-    return OnLine(
-        [&](CCommLine& open) { return ErrorOf(platform.PurgeComm(open.Handle(), PURGE_TXCLEAR | PURGE_RXCLEAR)); });
+    return OnLine([&](const CCommLine& open) {
+        return ErrorOf(platform.PurgeComm(open.Handle(), PURGE_TXCLEAR | PURGE_RXCLEAR));
+    });
 }
 
 std::int32_t CCommPort::SendBreak() {
     constexpr DWORD breakTime = 100;
-    return OnLine([&](CCommLine& open) {
+    return OnLine([&](const CCommLine& open) {
         platform.SetCommBreak(open.Handle());
         platform.Sleep(breakTime);
         platform.ClearCommBreak(open.Handle());

@@ -27,8 +27,8 @@ class CCommPort {
 public:
     // Opens nothing.
     CCommPort();
-    // Over other platform calls than the system's; `platform` must outlive the port.
-    explicit CCommPort(CCommPlatform& platform);
+    // Over other platform calls than the system's; `calls` must outlive the port.
+    explicit CCommPort(CCommPlatform& calls);
     CCommPort(const CCommPort&) = delete;
     CCommPort& operator=(const CCommPort&) = delete;
 
@@ -122,7 +122,7 @@ public:
     // Whether the device `name` could be opened at this moment: 0 it could, 1 there is none, 2 it is held, -1 anything
     // else.
     static std::int32_t CheckPort(const char* name);
-    static std::int32_t CheckPort(const char* name, CCommPlatform& platform);
+    static std::int32_t CheckPort(const char* name, CCommPlatform& calls);
 
     // The receiver of the reports, not owned; null for none. Set before the first transfer.
     void SetTap(CTrafficTap* receiver) { tap = receiver; }

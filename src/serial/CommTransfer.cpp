@@ -39,7 +39,7 @@ bool NeedsBlock(const CCommLine& line, const TransferTerms& terms) {
 }
 
 template <class Issue>
-std::int32_t IssueDirectly(CCommLine& line, OVERLAPPED* overlapped, std::uint32_t& count, const Issue& issue) {
+std::int32_t IssueDirectly(const CCommLine& line, OVERLAPPED* overlapped, std::uint32_t& count, const Issue& issue) {
     DWORD transferred = 0;
     if (!issue(&transferred, overlapped)) {
         const std::int32_t error = LastPlatformError();
@@ -50,7 +50,7 @@ std::int32_t IssueDirectly(CCommLine& line, OVERLAPPED* overlapped, std::uint32_
     return 0;
 }
 
-bool HasEnded(CCommLine& line, TransferBlock& block) {
+bool HasEnded(const CCommLine& line, TransferBlock& block) {
     DWORD ignored = 0;
     return line.Platform().GetOverlappedResult(line.Handle(), &block.overlapped, &ignored, FALSE) ||
            ::GetLastError() != ERROR_IO_INCOMPLETE;
@@ -58,7 +58,7 @@ bool HasEnded(CCommLine& line, TransferBlock& block) {
 
 // Sees to it that a transfer has ended, for the block may not go before. CancelIo only asks, and only the thread that
 // issued the transfer can ask. False: the driver still holds the block.
-bool MakeEnd(CCommLine& line, TransferBlock& block) {
+bool MakeEnd(const CCommLine& line, TransferBlock& block) {
     if (HasEnded(line, block)) return true;
     line.Platform().CancelIo(line.Handle());
     line.Platform().WaitForSingleObject(block.overlapped.hEvent, CCommLine::cancelLimit);
@@ -66,7 +66,7 @@ bool MakeEnd(CCommLine& line, TransferBlock& block) {
 }
 
 // Waits for a transfer that pends until it has ended, its time is up or the line is being closed.
-std::int32_t AwaitEnd(CCommLine& line, TransferBlock& block, std::uint32_t timeout, bool fetchCount) {
+std::int32_t AwaitEnd(const CCommLine& line, TransferBlock& block, std::uint32_t timeout, bool fetchCount) {
     CCommPlatform& platform = line.Platform();
     const std::array<HANDLE, 2> awaited{block.overlapped.hEvent, line.ClosingEvent()};
     switch (platform.WaitForMultipleObjects(static_cast<DWORD>(awaited.size()), awaited.data(), FALSE, timeout)) {

@@ -7,7 +7,7 @@
 namespace {
 
 constexpr std::string_view portPrefix = "COM";
-constexpr std::string_view devicePrefix = "\\\\.\\";
+constexpr std::string_view devicePrefix = R"(\\.\)";
 
 bool IsNumber(std::string_view text) {
     if (text.starts_with('-')) text.remove_prefix(1);

@@ -1,0 +1,60 @@
+# shellcheck shell=bash
+# shellcheck disable=SC2154 # root is the one of common.sh
+# Installs the Debian packages of packages.txt that are missing; asks the package archive nothing if none is.
+
+as_root() {
+    if ((EUID == 0)); then "$@"; else sudo "$@"; fi
+}
+
+# listed_packages: the names of packages.txt, without their reasons.
+listed_packages() {
+    sed -e 's/#.*//' -e 's/[[:space:]]*$//' -e '/^$/d' scripts/packages.txt
+}
+
+# missing_packages NAME...: those of them that aren't installed.
+missing_packages() {
+    local name
+    for name in "$@"; do
+        dpkg-query -W -f '${db:Status-Status}\n' "$name" 2>/dev/null | grep -qx installed || say "$name"
+    done
+}
+
+# fetch_packages NAME...: installs what of them is missing, with `apt-get update` before. An update that fails for one of
+# the machine's archives, perhaps none that matters here, is no reason to stop.
+fetch_packages() {
+    local missing log=$root/build/packages.log
+    mapfile -t missing < <(missing_packages "$@")
+    ((${#missing[@]})) || return 0
+    say "Installing ${#missing[@]} Debian packages: ${missing[*]}"
+    as_root apt-get update -qq </dev/null >"$log" 2>&1 || say "apt-get update failed; trying with the lists at hand"
+    as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq -o DPkg::Lock::Timeout=120 --no-install-recommends "${missing[@]}" \
+        </dev/null >>"$log" 2>&1 || {
+        tail -n 20 "$log"
+        return 1
+    }
+}
+
+install_packages() {
+    local names
+    command -v apt-get >/dev/null || {
+        say "No apt-get here: what scripts/packages.txt lists has to be installed by hand."
+        return 0
+    }
+    mapfile -t names < <(listed_packages | grep -v ':i386$')
+    fetch_packages "${names[@]}" || die "the packages of scripts/packages.txt could not be installed"
+}
+
+# install_packages_32: the packages for 32-bit code, which come from Debian's other architecture.
+install_packages_32() {
+    local names missing
+    command -v apt-get >/dev/null || return 0
+    mapfile -t names < <(listed_packages | grep ':i386$')
+    mapfile -t missing < <(missing_packages "${names[@]}")
+    ((${#missing[@]})) || return 0
+    if ! dpkg --print-foreign-architectures | grep -qx i386; then
+        say "Adding the architecture i386 to this machine's packages, for the 32-bit part of Wine"
+        as_root dpkg --add-architecture i386 || return
+    fi
+    fetch_packages "${names[@]}"
+}

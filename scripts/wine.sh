@@ -1,0 +1,105 @@
+# shellcheck shell=bash
+# shellcheck disable=SC2154 # root, scratch and begun are those of common.sh
+# Wine for ./run and ./test: a prefix under build/, its server, its ports, a virtual display.
+
+export WINEDEBUG=-all
+# No menu entries on the user's desktop, no offers to download what the program doesn't need.
+export WINEDLLOVERRIDES='winemenubuilder.exe=d;mscoree=d;mshtml=d'
+
+# Debian's own `wine` command complains at each call where the 32-bit part is missing; the loader itself doesn't.
+export WINELOADER=/usr/lib/wine/wine64
+wineserver=/usr/lib/wine/wineserver
+prefixes=() # those whose server this script started
+
+# prepare_prefix FOLDER ARCHITECTURE: WINEPREFIX is FOLDER under build/ (win64 or win32), its server runs until this script
+# ends, and no port of an earlier run is in it. Registry settings come from standard input, in the form of a .reg file
+# without its first line. A prefix that is new, unfinished or of another Wine is made afresh.
+prepare_prefix() {
+    local fresh='' stamp
+    export WINEPREFIX=$root/build/$1 WINEARCH=$2
+    stamp="$("$WINELOADER" --version) $WINEARCH"
+    "$wineserver" -k || true # one that a killed run left behind
+    if [[ ! -f $WINEPREFIX/prepared || $(<"$WINEPREFIX/prepared") != "$stamp" ]]; then
+        say "Making a Wine prefix in build/$1: some 10 s, once"
+        rm -rf "$WINEPREFIX"
+        mkdir -p "$WINEPREFIX/drive_c/windows/Fonts" || return
+        # Wine doesn't look for bitmap fonts outside of a prefix. Without the font "System" every dialog unit is wrong.
+        cp /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/" || return
+        fresh=yes
+    fi
+    rm -f "$WINEPREFIX"/dosdevices/com*
+    prefixes+=("$WINEPREFIX")
+    attend "$wineserver" -p >/dev/null 2>&1
+    [[ -z $fresh ]] || attend "$WINELOADER" wineboot -i >"$root/build/$1.log" 2>&1 || return
+    {
+        cat <<'END'
+REGEDIT4
+
+[HKEY_CURRENT_USER\Control Panel\Desktop]
+"LogPixels"=dword:00000060
+
+[HKEY_CURRENT_USER\Software\Wine\WineDbg]
+"ShowCrashDialog"=dword:00000000
+
+[HKEY_CURRENT_USER\Software\Wine\Explorer\Desktops]
+"Quorvane"="1024x768"
+
+END
+        cat
+    } >"$scratch/settings.reg"
+    # The first program starts Wine's services, which link the machine's ports; from then on links stay as they are set.
+    attend "$WINELOADER" regedit /S "Z:$scratch/settings.reg" || return
+    [[ -z $fresh ]] || say "$stamp" >"$WINEPREFIX/prepared"
+}
+
+# desktop_setting yes|no: whether programs run on a Wine desktop, which on a display without a window manager draws title
+# bars and hands on the keyboard, or get the display's own windows.
+desktop_setting() {
+    local value='"Quorvane"'
+    [[ $1 == yes ]] || value=-
+    printf '[HKEY_CURRENT_USER\\Software\\Wine\\Explorer]\n"Desktop"=%s\n\n' "$value"
+}
+
+# end_wine: ends the servers of this script's prefixes, and with them every program in them.
+end_wine() {
+    local prefix
+    for prefix in "${prefixes[@]}"; do
+        WINEPREFIX=$prefix timeout 10 "$wineserver" -k || true
+    done
+}
+
+# link_ports DEVICE...: makes the devices COM1, COM2 and so on of the running prefix. A port of the machine would still
+# open without its link, through Wine's device of that name; a link to a folder refuses.
+link_ports() {
+    local link number=0 device
+    for link in "$WINEPREFIX"/dosdevices/com*; do
+        [[ ! -L $link ]] || ln -sfn ../drive_c "$link"
+    done
+    for device in "$@"; do
+        number=$((number + 1))
+        ln -sfn "$device" "$WINEPREFIX/dosdevices/com$number"
+    done
+}
+
+# join_ports: a null-modem cable between two pseudo-terminals, which are COM1 and COM2 of the prefix; tells the tests.
+join_ports() {
+    local a=$scratch/com1 b=$scratch/com2
+    begin "$root/build/cable.log" socat "pty,raw,echo=0,link=$a" "pty,raw,echo=0,link=$b"
+    poll 5 test -e "$b" -a -e "$a" || die "socat did not make a pair of pseudo-terminals"
+    # socat ends when the last program closes one of the two, so a sleeper holds both open. It opens them itself: here
+    # they could become the controlling terminal of this script.
+    # shellcheck disable=SC2016
+    begin /dev/null bash -c 'exec sleep infinity 3<>"$1" 4<>"$2"' holder "$a" "$b"
+    link_ports "$a" "$b"
+    export QUORVANE_TEST_PORT_A=COM1 QUORVANE_TEST_PORT_B=COM2
+}
+
+# start_display: a virtual display of 1024 by 768, the first free number; DISPLAY names it.
+start_display() {
+    begin "$root/build/display.log" \
+        Xvfb -displayfd 3 -screen 0 1024x768x24 -dpi 96 -nolisten tcp -noreset 3>"$scratch/display"
+    poll 20 test -s "$scratch/display" || die "no virtual display: see build/display.log"
+    DISPLAY=:$(<"$scratch/display")
+    export DISPLAY
+    unset WAYLAND_DISPLAY
+}

@@ -1,0 +1,128 @@
+// Close on one thread while another is inside a transfer.
+#include "serial/CommPort.h"
+
+#include <chrono>
+#include <functional>
+#include <future>
+#include <thread>
+
+#include "SimulatedPlatform.h"
+#include "TapRecorder.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using Transfers = CSimulatedPlatform::Transfers;
+
+class CommPortClosing : public testing::Test {
+protected:
+    void OpenWith(Transfers transfers) {
+        ASSERT_EQ(port.Open("COM1", 0, 0, true), 0);
+        ASSERT_EQ(port.SetReadMode(1), 0);
+        platform.transfers = transfers;
+    }
+
+    // Begins a transfer on a thread of its own; returns when the driver has it.
+    std::future<std::int32_t> BeginTransfer(std::function<std::int32_t()> transfer) {
+        auto result = std::async(std::launch::async, std::move(transfer));
+        const auto deadline = std::chrono::steady_clock::now() + 5s;
+        while (!platform.HasPending() && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
+        EXPECT_TRUE(platform.HasPending());
+        return result;
+    }
+
+    std::chrono::milliseconds TimeClose() {
+        const auto begun = std::chrono::steady_clock::now();
+        EXPECT_EQ(port.Close(), 0);
+        return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begun);
+    }
+
+    CSimulatedPlatform platform;
+    CCommPort port{platform};
+    char buffer[8] = "abc";
+    std::uint32_t count = 99;
+};
+
+} // namespace
+
+TEST_F(CommPortClosing, EndsATransferAtOnce) {
+    const std::function<std::int32_t()> transfers[] = {
+        [&] { return port.Write(buffer, 3, &count, nullptr, INFINITE); },
+        [&] { return port.Read(buffer, 8, &count, nullptr, INFINITE); },
+        [&] { return port.WaitForEvent(nullptr, INFINITE); },
+    };
+    for (const auto& transfer : transfers) {
+        OpenWith(Transfers::EndWhenCancelled);
+        auto result = BeginTransfer(transfer);
+        EXPECT_LT(TimeClose(), 1s);
+        EXPECT_EQ(result.get(), ERROR_OPERATION_ABORTED);
+        EXPECT_EQ(count, 0U);
+        EXPECT_EQ(platform.OpenHandles(), 0U);
+    }
+    EXPECT_STREQ(buffer, "abc");
+}
+
+TEST_F(CommPortClosing, LeavesTheMemoryOfAnEndlessTransferToTheDriver) {
+    OpenWith(Transfers::NeverEnd);
+    auto read = BeginTransfer([&] { return port.Read(buffer, 8, &count, nullptr, INFINITE); });
+    EXPECT_LT(TimeClose(), 2s);
+    EXPECT_EQ(read.get(), ERROR_OPERATION_ABORTED);
+    platform.EndPending(0);
+    EXPECT_STREQ(buffer, "abc") << "written to after the read had returned";
+
+    OpenWith(Transfers::NeverEnd);
+    EXPECT_EQ(port.Write(buffer, 3, &count, nullptr, 1), ERROR_TIMEOUT);
+    EXPECT_EQ(port.Write(buffer, 3, &count, nullptr, INFINITE), ERROR_BUSY);
+    EXPECT_LT(TimeClose(), 1s);
+    platform.EndPending(0);
+    OpenWith(Transfers::EndAtOnce);
+    EXPECT_EQ(port.Write(buffer, 3, &count, nullptr, INFINITE), 0);
+}
+
+// Without overlapped mode nothing can end a call that the driver holds: the call closes the line when it comes back.
+TEST_F(CommPortClosing, ALineHeldInsideTheDriverIsClosedByItsUser) {
+    struct CHoldingPlatform : CSimulatedPlatform {
+        BOOL WriteFile(HANDLE, const void*, DWORD, DWORD*, OVERLAPPED*) override {
+            isHeld.set_value();
+            letGo.get_future().wait();
+            return TRUE;
+        }
+        std::promise<void> isHeld, letGo;
+    } holding;
+    CCommPort blocking(holding);
+    ASSERT_EQ(blocking.Open("COM1", 0, 0, false), 0);
+    auto written = std::async(std::launch::async, [&] { return blocking.Write("abc", 3, nullptr, nullptr, INFINITE); });
+    holding.isHeld.get_future().wait();
+    EXPECT_EQ(blocking.Close(), 0);
+    EXPECT_FALSE(blocking.IsOpen());
+    EXPECT_EQ(holding.OpenHandles(), 2U) << "the line is in use, and so is the event that the user may still tell";
+    holding.letGo.set_value();
+    EXPECT_EQ(written.get(), 0);
+    EXPECT_EQ(holding.OpenHandles(), 0U);
+}
+
+TEST_F(CommPortClosing, NeverWaitsForATap) {
+    struct CWaitingTap : CTapRecorder {
+        void LogTransmitted(const void*, std::uint32_t) override { Wait(); }
+        void LogReceived(const void*, std::uint32_t) override { Wait(); }
+        void Wait() {
+            isCalled.set_value();
+            EXPECT_EQ(isClosed.get_future().wait_for(5s), std::future_status::ready);
+        }
+        std::promise<void> isCalled, isClosed;
+    };
+    for (const bool reads : {false, true}) {
+        OpenWith(Transfers::EndAtOnce);
+        CWaitingTap tap;
+        port.SetTap(&tap);
+        auto transfer = std::async(std::launch::async, [&] {
+            return reads ? port.Read(buffer, 8, nullptr, nullptr, INFINITE)
+                         : port.Write(buffer, 3, nullptr, nullptr, INFINITE);
+        });
+        tap.isCalled.get_future().wait();
+        EXPECT_LT(TimeClose(), 1s);
+        tap.isClosed.set_value();
+        EXPECT_EQ(transfer.get(), reads ? 0 : ERROR_INVALID_HANDLE);
+        port.SetTap(nullptr);
+    }
+}

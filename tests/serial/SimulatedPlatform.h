@@ -1,0 +1,183 @@
+// A simulated driver beneath the serial port: it keeps what it is handed, lets any one call fail, and ends its
+// transfers as told. Every handle it gives out is a real one, and the use of a handle that isn't open fails the test.
+#pragma once
+
+#include <atomic>
+#include <cstring>
+#include <mutex>
+#include <set>
+#include <string>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "serial/CommPlatform.h"
+
+class CSimulatedPlatform : public CCommPlatform {
+public:
+    enum class Transfers { EndAtOnce, EndWhenAwaited, EndWhenCancelled, NeverEnd };
+    std::atomic<Transfers> transfers{Transfers::EndAtOnce};
+    std::string received; // waits to be read
+    DWORD errors = 0;     // the line's error bits, until they are asked for
+    DCB state{};
+    COMMTIMEOUTS timeouts{1, 2, 3, 4, 5};
+
+    // What was handed over.
+    std::string path, written;
+    DWORD openFlags = 0, mask = 0, purged = 0, slept = 0;
+    COMMCONFIG appliedConfig{};
+
+    // The n-th call from now on fails, 0 for none; or everything that concerns a device does.
+    std::atomic<int> failingCall{0};
+    std::atomic<bool> isGone{false};
+    DWORD failure = ERROR_IO_DEVICE;
+
+    std::size_t OpenHandles() {
+        const std::scoped_lock hold(lock);
+        return handles.size();
+    }
+    bool HasPending() const { return pending.load() != nullptr; }
+
+    // The driver gives its transfer back; a good one has filled its buffer.
+    void EndPending(ULONG_PTR status) {
+        OVERLAPPED* const ended = pending.exchange(nullptr);
+        if (ended == nullptr) return;
+        if (pendingTarget != nullptr) std::memset(pendingTarget, 'x', pendingSize);
+        ended->InternalHigh = pendingSize;
+        std::atomic_ref(ended->Internal) = status;
+        ::SetEvent(pendingEvent);
+    }
+
+    HANDLE CreateFileA(const char* name, DWORD access, DWORD share, SECURITY_ATTRIBUTES*, DWORD disposition,
+                       DWORD flags, HANDLE) override {
+        EXPECT_TRUE(access == (GENERIC_READ | GENERIC_WRITE) && share == 0 && disposition == OPEN_EXISTING);
+        if (Fails() || isGone) return ::SetLastError(failure), INVALID_HANDLE_VALUE;
+        path = name;
+        openFlags = flags;
+        return device = Remember(::CreateEventA(nullptr, TRUE, FALSE, nullptr));
+    }
+    HANDLE CreateEventA(SECURITY_ATTRIBUTES* security, BOOL manual, BOOL signalled, const char* name) override {
+        EXPECT_TRUE(manual && !signalled && name == nullptr);
+        return Fails() ? nullptr : Remember(::CreateEventA(security, manual, signalled, name));
+    }
+    BOOL CloseHandle(HANDLE handle) override {
+        EXPECT_FALSE(handle == device && HasPending() && transfers != Transfers::NeverEnd) << "closed under a transfer";
+        const std::scoped_lock hold(lock);
+        EXPECT_EQ(handles.erase(handle), 1U);
+        return ::CloseHandle(handle) && !Fails();
+    }
+    BOOL SetEvent(HANDLE event) override { return Succeeds(event) && ::SetEvent(event); }
+    DWORD WaitForSingleObject(HANDLE handle, DWORD timeout) override {
+        return Succeeds(handle) ? ::WaitForSingleObject(handle, timeout) : WAIT_FAILED;
+    }
+    DWORD WaitForMultipleObjects(DWORD count, const HANDLE* awaited, BOOL all, DWORD timeout) override {
+        if (!Succeeds(awaited[0])) return WAIT_FAILED;
+        if (transfers == Transfers::EndWhenAwaited) EndPending(0);
+        return ::WaitForMultipleObjects(count, awaited, all, timeout);
+    }
+
+    BOOL SetupComm(HANDLE line, DWORD in, DWORD out) override { return Succeeds(line) && in + out != 0; }
+    BOOL GetDefaultCommConfigA(const char* name, COMMCONFIG* config, DWORD* size) override {
+        EXPECT_TRUE(*size == 52 && config->dwSize == 52 && *name == 'C');
+        config->dcb.BaudRate = 1200;
+        return !Fails();
+    }
+    BOOL SetCommConfig(HANDLE line, COMMCONFIG* config, DWORD) override { return Put(line, appliedConfig, *config); }
+    BOOL GetCommState(HANDLE line, DCB* current) override {
+        EXPECT_EQ(current->DCBlength, 28U);
+        return Put(line, *current, state);
+    }
+    BOOL SetCommState(HANDLE line, DCB* changed) override { return Put(line, state, *changed); }
+    BOOL GetCommTimeouts(HANDLE line, COMMTIMEOUTS* current) override { return Put(line, *current, timeouts); }
+    BOOL SetCommTimeouts(HANDLE line, COMMTIMEOUTS* changed) override { return Put(line, timeouts, *changed); }
+    BOOL SetCommMask(HANDLE line, DWORD changed) override { return Put(line, mask, changed); }
+    BOOL ClearCommError(HANDLE line, DWORD* cleared, COMSTAT* status) override {
+        if (!Succeeds(line)) return FALSE;
+        *cleared = std::exchange(errors, 0);
+        if (status != nullptr) status->cbInQue = static_cast<DWORD>(received.size());
+        return TRUE;
+    }
+    BOOL PurgeComm(HANDLE line, DWORD what) override { return Put(line, purged, what); }
+    BOOL SetCommBreak(HANDLE line) override { return Succeeds(line); }
+    BOOL ClearCommBreak(HANDLE line) override { return Succeeds(line); }
+    BOOL GetCommModemStatus(HANDLE line, DWORD* status) override {
+        if (line == nullptr) return ::SetLastError(ERROR_INVALID_HANDLE), FALSE;
+        return Put<DWORD>(line, *status, MS_DSR_ON);
+    }
+    void Sleep(DWORD time) override { slept += time; }
+
+    BOOL WriteFile(HANDLE line, const void* buffer, DWORD count, DWORD* done, OVERLAPPED* overlapped) override {
+        if (!Succeeds(line)) return FALSE;
+        written.assign(static_cast<const char*>(buffer), count);
+        return Begin(nullptr, count, done, overlapped);
+    }
+    BOOL ReadFile(HANDLE line, void* buffer, DWORD capacity, DWORD* done, OVERLAPPED* overlapped) override {
+        if (!Succeeds(line)) return FALSE;
+        if (transfers == Transfers::EndAtOnce) received.erase(0, received.copy(static_cast<char*>(buffer), capacity));
+        return Begin(buffer, capacity, done, overlapped);
+    }
+    BOOL WaitCommEvent(HANDLE line, DWORD* events, OVERLAPPED* overlapped) override {
+        DWORD ignored = 0;
+        return Put<DWORD>(line, *events, EV_BREAK | EV_RING) && Begin(nullptr, 0, &ignored, overlapped);
+    }
+    BOOL GetOverlappedResult(HANDLE line, OVERLAPPED* overlapped, DWORD* count, BOOL wait) override {
+        EXPECT_FALSE(wait);
+        if (!Succeeds(line)) return FALSE;
+        const ULONG_PTR status = std::atomic_ref(overlapped->Internal);
+        *count = static_cast<DWORD>(overlapped->InternalHigh);
+        ::SetLastError(status == statusPending ? ERROR_IO_INCOMPLETE : ERROR_OPERATION_ABORTED);
+        return status == 0;
+    }
+    BOOL CancelIo(HANDLE line) override {
+        EXPECT_EQ(pendingThread, ::GetCurrentThreadId()) << "a thread can cancel its own transfers only";
+        if (!Succeeds(line)) return FALSE;
+        if (transfers != Transfers::NeverEnd) EndPending(statusCancelled);
+        return TRUE;
+    }
+
+private:
+    static constexpr ULONG_PTR statusPending = 0x103, statusCancelled = 0xC0000120;
+
+    bool Fails() {
+        if (failingCall == 0 || --failingCall != 0) return false;
+        ::SetLastError(failure);
+        return true;
+    }
+    bool Succeeds(HANDLE used) {
+        const std::scoped_lock hold(lock);
+        EXPECT_TRUE(handles.contains(used)) << "a call on a handle that isn't open";
+        if (Fails()) return false;
+        ::SetLastError(failure);
+        return used != device || !isGone;
+    }
+    template <class Value>
+    BOOL Put(HANDLE line, Value& place, const Value& value) {
+        if (!Succeeds(line)) return FALSE;
+        place = value;
+        return TRUE;
+    }
+    HANDLE Remember(HANDLE handle) {
+        const std::scoped_lock hold(lock);
+        return *handles.insert(handle).first;
+    }
+    BOOL Begin(void* target, DWORD size, DWORD* done, OVERLAPPED* overlapped) {
+        *done = size;
+        if (transfers == Transfers::EndAtOnce) return TRUE;
+        overlapped->Internal = statusPending;
+        pendingTarget = target;
+        pendingSize = size;
+        pendingEvent = overlapped->hEvent;
+        pendingThread = ::GetCurrentThreadId();
+        ::ResetEvent(pendingEvent);
+        pending = overlapped;
+        ::SetLastError(ERROR_IO_PENDING);
+        return FALSE;
+    }
+
+    std::mutex lock;
+    std::set<HANDLE> handles;
+    HANDLE device = nullptr, pendingEvent = nullptr;
+    std::atomic<OVERLAPPED*> pending{nullptr};
+    void* pendingTarget = nullptr;
+    DWORD pendingSize = 0, pendingThread = 0;
+};
