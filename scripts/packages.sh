@@ -11,11 +11,14 @@ listed_packages() {
     sed -e 's/#.*//' -e 's/[[:space:]]*$//' -e '/^$/d' scripts/packages.txt
 }
 
-# missing_packages NAME...: those of them that aren't installed.
+# missing_packages NAME...: those of them that aren't installed. A name without an architecture is of the machine's own.
 missing_packages() {
-    local name
+    local name own installed
+    own=$(dpkg --print-architecture)
+    installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}:${Architecture}\n' "$@" 2>/dev/null) || true
     for name in "$@"; do
-        dpkg-query -W -f '${db:Status-Status}\n' "$name" 2>/dev/null | grep -qx installed || say "$name"
+        [[ $name == *:* ]] || name="$name:($own|all)"
+        grep -Eqx "installed ${name//+/\\+}" <<<"$installed" || say "${name%%:(*}"
     done
 }
 

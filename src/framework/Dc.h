@@ -46,7 +46,7 @@ protected:
 // The paint context of a window, for the time of one WM_PAINT.
 class CPaintDC : public CDC {
 public:
-    [[nodiscard]] explicit CPaintDC(const CWnd& window);
+    [[nodiscard]] explicit CPaintDC(const CWnd& painted);
     CPaintDC(const CPaintDC&) = delete;
     CPaintDC& operator=(const CPaintDC&) = delete;
     ~CPaintDC();
@@ -61,7 +61,7 @@ private:
 // The client area of a window; of the whole screen for a null handle.
 class CClientDC : public CDC {
 public:
-    [[nodiscard]] explicit CClientDC(HWND window);
+    [[nodiscard]] explicit CClientDC(HWND client);
     CClientDC(const CClientDC&) = delete;
     CClientDC& operator=(const CClientDC&) = delete;
     ~CClientDC();

@@ -73,9 +73,13 @@ protected:
     }
 
     static bool PumpUntil(const std::function<bool()>& reached) {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         for (MSG message{};; ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT)) {
-            while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) ::DispatchMessageA(&message);
+            while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+                ::DispatchMessageA(&message);
+                if (message.message == WM_TIMER)
+                    break; // comes only once nothing else waits, and then may come for ever
+            }
             if (reached()) return true;
             if (std::chrono::steady_clock::now() > deadline) return false;
         }

@@ -137,7 +137,7 @@ TEST_F(PanelTest, StartPollsTheAddressesInTurnUntilStop) {
     Click(IDC_START);
     EXPECT_EQ(Text(IDC_START), "Stop");
     EXPECT_FALSE(IsEnabled(IDC_UPDATE) || IsEnabled(IDC_CLEAR));
-    ASSERT_TRUE(PumpUntil([&] { return panel->polls.size() == 2; }));
+    ASSERT_TRUE(PumpUntil([&] { return panel->polls.size() >= 2; }));
     panel->SendMessage(WM_TIMER, 102);
     while (panel->polls.size() < 9) panel->SendMessage(WM_TIMER, 101);
     EXPECT_EQ(panel->polls, (std::vector{0, 1, 2, 3, 4, 5, 0, 1, 2}));
@@ -148,7 +148,7 @@ TEST_F(PanelTest, StartPollsTheAddressesInTurnUntilStop) {
     EXPECT_FALSE(::KillTimer(panel->GetHandle(), 101)) << "the timer still runs";
 
     Click(IDC_START); // goes on with the address that was next
-    ASSERT_TRUE(PumpUntil([&] { return panel->polls.size() == 10; }));
+    ASSERT_TRUE(PumpUntil([&] { return panel->polls.size() >= 10; }));
     EXPECT_EQ(panel->polls[9], 3);
 }
 

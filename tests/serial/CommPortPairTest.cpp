@@ -2,6 +2,7 @@
 #include "serial/CommPort.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -67,6 +68,34 @@ protected:
         auto read = std::async(std::launch::async, [this] { return port.Read(buffer, 8, &count, nullptr, INFINITE); });
         EXPECT_EQ(read.wait_for(100ms), std::future_status::timeout) << "nothing was sent";
         return read;
+    }
+
+    // Closes and reopens the port while another thread transfers without a pause; gives how many transfers that ended.
+    int CloseUnderTransfers(int rounds) {
+        std::atomic<bool> stops{false};
+        int aborted = 0;
+        std::thread worker([&] {
+            for (bool writes = false; !stops; writes = !writes) {
+                std::uint32_t transferred = 99;
+                const std::int32_t result = writes ? port.Write("abc", 3, &transferred, nullptr, INFINITE)
+                                                   : port.Read(buffer, 8, &transferred, nullptr, INFINITE);
+                EXPECT_TRUE(result == 0 ||
+                            (transferred == 0 && (result == ERROR_INVALID_HANDLE || result == ERROR_OPERATION_ABORTED)))
+                    << result;
+                if (result == ERROR_OPERATION_ABORTED) ++aborted;
+            }
+        });
+        for (int round = 0; round < rounds && !HasFailure(); ++round) {
+            port.SetReadMode(round % 3 == 0 ? 1 : 0); // every third round the reads block
+            std::this_thread::sleep_for(std::chrono::microseconds(100 * (round & 15)));
+            EXPECT_LT(TimeClose(), 1s) << "round " << round;
+            EXPECT_TRUE(Reopen()) << "round " << round;
+        }
+        stops = true;
+        port.Close();
+        worker.join();
+        EXPECT_TRUE(Reopen());
+        return aborted;
     }
 
     Clock::duration TimeClose() {
@@ -143,40 +172,16 @@ TEST_F(CommPortPair, LineMovesToAnotherPortInMidTransfer) {
     EXPECT_TRUE(Passes(port, peer));
 }
 
-// One thread transfers without a pause while the other opens and closes the port under it.
 TEST_F(CommPortPair, ThreeHundredClosingsUnderTransfersLeaveNothingBehind) {
     const auto openHandles = [] {
         DWORD handles = 0;
         ::GetProcessHandleCount(::GetCurrentProcess(), &handles);
         return handles;
     };
-    std::atomic<bool> stops{false};
-    std::atomic<int> aborted{0};
-    std::thread worker([&] {
-        for (bool writes = false; !stops; writes = !writes) {
-            std::uint32_t transferred = 99;
-            const std::int32_t result = writes ? port.Write("abc", 3, &transferred, nullptr, INFINITE)
-                                               : port.Read(buffer, 8, &transferred, nullptr, INFINITE);
-            EXPECT_TRUE(result == 0 || result == ERROR_INVALID_HANDLE || result == ERROR_OPERATION_ABORTED) << result;
-            EXPECT_TRUE(result == 0 || transferred == 0);
-            if (result == ERROR_OPERATION_ABORTED) ++aborted;
-        }
-    });
-    DWORD handlesBefore = 0;
-    for (int round = -10; round < 300; ++round) {
-        if (round == 0) handlesBefore = openHandles();
-        port.SetReadMode(round % 3 == 0 ? 1 : 0); // every third round the reads block
-        std::this_thread::sleep_for(std::chrono::microseconds(100 * (round & 15)));
-        ASSERT_LT(TimeClose(), 1s) << "round " << round;
-        ASSERT_TRUE(Reopen()) << "round " << round;
-    }
-    const DWORD handlesAfter = openHandles();
-    stops = true;
-    port.Close();
-    worker.join();
-    EXPECT_EQ(handlesAfter, handlesBefore);
-    EXPECT_GT(aborted, 0) << "no closing met a transfer";
-    ASSERT_TRUE(Reopen());
+    CloseUnderTransfers(10); // the platform keeps some handles of its own from the first time on
+    const DWORD before = openHandles();
+    EXPECT_GT(CloseUnderTransfers(300), 0) << "no closing met a transfer";
+    EXPECT_EQ(openHandles(), before);
     EXPECT_TRUE(Passes(port, peer));
 }
 

@@ -75,8 +75,9 @@ void CCounterPlayer::Listen(Clock::time_point lastLook) {
 
 void CCounterPlayer::Count(std::uint8_t address, int in, int out) {
     const std::scoped_lock hold(lock);
-    line.Find(address, SteadyLineTime())
-        ->SetCounts({.in = static_cast<std::uint16_t>(in), .out = static_cast<std::uint16_t>(out)});
+    CLineCounter* const counter = line.Find(address, SteadyLineTime());
+    ASSERT_NE(counter, nullptr) << "no counter at address " << int{address};
+    counter->SetCounts({.in = static_cast<std::uint16_t>(in), .out = static_cast<std::uint16_t>(out)});
 }
 
 void CCounterPlayer::BringFault(const std::string& text) {

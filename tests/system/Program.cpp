@@ -72,9 +72,15 @@ void ClickOn(HWND control) {
 
 } // namespace
 
+CProgram::CProgram() : job(::CreateJobObjectA(nullptr, nullptr)) {
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    ::SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+}
+
 CProgram::~CProgram() {
+    ::CloseHandle(job);
     if (process == nullptr) return;
-    ::TerminateProcess(process, 99);
     ::WaitForSingleObject(process, answerLimit);
     ::CloseHandle(process);
 }
@@ -96,6 +102,7 @@ bool CProgram::Launch() {
         return false;
     }
     ::CloseHandle(made.hThread);
+    ::AssignProcessToJobObject(job, made.hProcess);
     process = made.hProcess;
     processId = made.dwProcessId;
     return true;

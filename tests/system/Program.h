@@ -14,7 +14,7 @@ class CProgram {
 public:
     static constexpr char title[] = "Keldrun Version 1.1-20101001       www.brenholt.example";
 
-    CProgram() = default;
+    CProgram();
     CProgram(const CProgram&) = delete;
     CProgram& operator=(const CProgram&) = delete;
     ~CProgram(); // ends what is still there by force
@@ -68,6 +68,7 @@ private:
     static HWND FindPanel(HWND window) { return ::FindWindowExA(window, nullptr, "#32770", nullptr); }
     static bool SendTo(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
+    HANDLE job; // ends the process with the test, however that ends
     HANDLE process = nullptr;
     DWORD processId = 0;
     HWND frame = nullptr;

@@ -21,6 +21,7 @@ bool OpenTestPort(CCommPort& port, const TestPort& name) {
 }
 
 void SystemTest::SetUp() {
+    ASSERT_EQ(::FindWindowA(nullptr, CProgram::title), nullptr) << "the program runs already";
     CCommPort ends[2];
     ASSERT_TRUE(OpenTestPort(ends[0], nearPort) && OpenTestPort(ends[1], farPort))
         << "no ports " << nearPort.Name() << " and " << farPort.Name();
