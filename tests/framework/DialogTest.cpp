@@ -78,6 +78,8 @@ TEST(ModalDialog, WithoutParentIsOwnedByTheLastPopupOfTheMainWindow) {
     outer.steps = {[&] {
         expectOwner(outer, main);
         inner.DoModal();
+        const CTopWindow bystander;
+        ::SetActiveWindow(bystander.GetHandle());
         outer.EndDialog(IDOK);
         last.DoModal();
     }};
@@ -109,6 +111,7 @@ TEST(ModalDialog, EndsWithItsWindowHoweverThatGoes) {
         });
     };
     quit.steps = {[] { ::PostQuitMessage(3); }};
+    EXPECT_FALSE(inInit.Create(owner));
     for (CDestroyable* dialog : {&missing, &inHandler, &inInit, &byThread, &quit}) {
         EXPECT_EQ(dialog->DoModal(), -1);
         EXPECT_EQ(dialog->GetHandle(), nullptr);
@@ -157,7 +160,8 @@ protected:
 
 TEST_F(DialogWithPanel, EnterAndEscapeGoToTheDialogThatHasTheFocus) {
     outer.steps = {[&] { EXPECT_EQ(::GetFocus(), nested); }};
-    const auto addCase = [&](std::function<HWND()> focus, WPARAM key, const char* outerTrace, const char* panelTrace) {
+    const auto addCase = [&](const std::function<HWND()>& focus, WPARAM key, const char* outerTrace,
+                             const char* panelTrace) {
         outer.steps.emplace_back([=] {
             ::SetFocus(focus());
             Press(key);

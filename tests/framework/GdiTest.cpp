@@ -25,8 +25,8 @@ public:
 
     COLORREF Pixel(int x, int y) const { return ::GetPixel(GetHandle(), x, y); }
     std::vector<COLORREF> Pixels() const {
-        std::vector<COLORREF> pixels;
-        for (int i = 0; i < width * height; ++i) pixels.push_back(Pixel(i % width, i / width));
+        std::vector<COLORREF> pixels(width * height);
+        for (int i = 0; i < width * height; ++i) pixels[static_cast<std::size_t>(i)] = Pixel(i % width, i / width);
         return pixels;
     }
 

@@ -1,6 +1,9 @@
 #include "Input.h"
 
+#include <cstdio>
 #include <vector>
+
+#include "Waiting.h"
 
 namespace {
 
@@ -32,9 +35,26 @@ LONG Scaled(LONG position, int size) {
 void ClickAt(POINT position) {
     const POINT scaled{Scaled(position.x, ::GetSystemMetrics(SM_CXSCREEN)),
                        Scaled(position.y, ::GetSystemMetrics(SM_CYSCREEN))};
-    INPUT events[] = {MouseEvent(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, scaled), MouseEvent(MOUSEEVENTF_LEFTDOWN),
-                      MouseEvent(MOUSEEVENTF_LEFTUP)};
-    ::SendInput(3, events, sizeof(INPUT));
+    INPUT move = MouseEvent(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, scaled);
+    ::SendInput(1, &move, sizeof move);
+    // A window that has just come up may still be told where the pointer was before, so the hand rests for a moment.
+    auto since = Clock::now();
+    Await([&] {
+        POINT now{};
+        ::GetCursorPos(&now);
+        if (now.x != position.x || now.y != position.y) {
+            std::printf("moved %ld %ld want %ld %ld\n", now.x, now.y, position.x, position.y);
+            ::SendInput(1, &move, sizeof move);
+            since = Clock::now();
+        }
+        return Clock::now() - since > 60ms;
+    });
+    INPUT press[] = {MouseEvent(MOUSEEVENTF_LEFTDOWN), MouseEvent(MOUSEEVENTF_LEFTUP)};
+    ::SendInput(2, press, sizeof(INPUT));
+    POINT now{};
+    ::GetCursorPos(&now);
+    if (now.x != position.x || now.y != position.y)
+        std::printf("AFTER moved %ld %ld want %ld %ld\n", now.x, now.y, position.x, position.y);
 }
 
 void PressKey(WORD key, WORD held) {

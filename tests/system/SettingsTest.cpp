@@ -65,7 +65,7 @@ TEST_F(Settings, UpdateWritesWhatTheUserHasChanged) {
     const std::string clock = PickedClock();
     program.Click(IDC_UPDATE);
     EXPECT_EQ(program.TakeBox(), "Device 0, 3 write command sucess");
-    EXPECT_EQ(NewFrames(), Frames{Frame("88 " + clock + "00 00 00 00 00 00 96 84 ")});
+    EXPECT_EQ(NewFrames(), Frames{Frame("88 " + clock + "00 00 00 00 00 00 96 a4 ")});
     ExpectText(IDC_SENSITIVITY_EDIT, "150");
     program.Click(IDC_UPDATE);
     EXPECT_EQ(NewFrames(), Frames{}) << "what was written counts as known";
