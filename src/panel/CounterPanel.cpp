@@ -14,6 +14,8 @@ CCounterPanel::CCounterPanel() : CDialog(IDD_PANEL) {}
 
 const CMessageMap& CCounterPanel::ClassMap() {
     static constexpr std::array entries{
+        On<WM_PAINT, &CCounterPanel::OnPaint>(),
+        On<WM_SIZE, &CCounterPanel::OnSize>(),
         On<WM_TIMER, &CCounterPanel::OnTimer>(),
         OnMessage<WM_POLL_REPLY, &CCounterPanel::OnPollReply>(),
         OnMessage<WM_SETTINGS_REPLY, &CCounterPanel::OnSettingsReply>(),
@@ -87,22 +89,25 @@ bool CCounterPanel::OnInitDialog() {
     replyWindow = GetHandle();
     CCommPort::Instance()->SetTap(this);
     LoadCaptions();
-    for (CSegmentDisplay* display : {&inDisplay, &outDisplay}) {
-        display->SetBackColor(0xFF0000);
-        display->SetSegmentColor(0xFFFFFF);
-    }
-    for (const CAddressButton& button : addressButtons) button.ShowWindow(SW_HIDE);
-    datePicker.SetFormat("yyyy-MM-dd HH:mm:ss");
-    CaptionControls();
+    PrepareIndicators();
+    PlaceGround();
+    PlaceLabels(); // before the buttons that they hold
+    PlaceTopBar();
+    PlaceButtons();
+    PlaceBorders();
     PrepareLog();
+    SetStartState();
+    initialized = true;
+    return true;
+}
 
+void CCounterPanel::SetStartState() {
     OnEnglish();
     OnIn();
     OnNo();
     SetDlgItemInt(IDC_SENSITIVITY_EDIT, 21);
     SetDlgItemInt(IDC_SD_PERIOD_EDIT, 4);
     SetDlgItemInt(IDC_ADDRESS_EDIT, 0);
-    return true;
 }
 
 void CCounterPanel::LoadCaptions() {
@@ -112,30 +117,6 @@ void CCounterPanel::LoadCaptions() {
         {IDS_START, &startText},     {IDS_STOP, &stopText},       {IDS_UPDATE, &updateText},
         {IDS_CLEAR, &clearText},     {IDS_OPEN_COM, &openText},   {IDS_CLOSE_COM, &closeText}};
     for (const auto& [id, text] : captions) *text = LoadText(id);
-}
-
-void CCounterPanel::CaptionControls() {
-    struct Label {
-        CSkinStatic& control;
-        UINT textId;
-        int left;
-    };
-    const Label labels[] = {{dateLabel, IDS_DATE, 10},
-                            {languageLabel, IDS_LANGUAGE, 10},
-                            {sensitivityLabel, IDS_SENSITIVITY, 10},
-                            {directionLabel, IDS_DIRECTION, 10},
-                            {sdDetectLabel, IDS_SD_DETECT, 10},
-                            {sdPeriodLabel, IDS_SD_PERIOD, 10},
-                            {addressLabel, IDS_ADDRESS, 10},
-                            {inLabel, IDS_COUNTER_IN, 5},
-                            {outLabel, IDS_COUNTER_OUT, 5}};
-    for (const Label& label : labels) label.control.SetCaption(LoadText(label.textId), label.left, 0xFF0000);
-
-    CaptionButton(startButton, startText, activeColor);
-    startButton.SetFocus();
-    CaptionButton(clearButton, clearText, activeColor);
-    CaptionButton(portButton, openText, activeColor);
-    CaptionButton(updateButton, updateText, activeColor);
 }
 
 void CCounterPanel::CaptionButton(CSkinButton& button, const std::string& text, COLORREF color) {

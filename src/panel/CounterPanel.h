@@ -1,7 +1,7 @@
 // The main dialog: what is known of each counter, what the user may do with it, and the traffic on the line.
 //
-// Its concerns have a source each: CounterPanel.cpp (controls, start), PanelReplies.cpp (replies of polls and settings
-// reads), PanelPolling.cpp (Start and Stop), PanelSettings.cpp (choices, edits, Update, Clear), PanelResults.cpp (what
+// Its concerns have a source each: CounterPanel.cpp (messages, start), PanelLayout.cpp (pictures and places of the
+// controls), PanelReplies.cpp (replies of polls and settings reads), PanelPolling.cpp (Start and Stop), PanelSettings.cpp (choices, edits, Update, Clear), PanelResults.cpp (what
 // became of a command), PanelPort.cpp (address buttons, port, language), PanelTraffic.cpp (log and totals).
 //
 // Everything runs on the user-interface thread but PostReply, LogTransmitted and LogReceived, which the worker calls.
@@ -22,6 +22,8 @@
 #include "serial/TrafficTap.h"
 #include "skin/IconButton.h"
 #include "skin/SegmentDisplay.h"
+#include "skin/SkinBar.h"
+#include "skin/SkinBitmap.h"
 #include "skin/SkinButton.h"
 #include "skin/SkinStatic.h"
 
@@ -75,9 +77,18 @@ private:
     ChoicePair DirectionPair() { return {inButton, inText, outButton, outText}; }
     ChoicePair SdDetectPair() { return {yesButton, yesText, noButton, noText}; }
 
-    // Controls and start.
+    // Start and layout. The layout is fixed in pixels; it doesn't follow the window.
     void LoadCaptions();
-    void CaptionControls();
+    void PrepareIndicators();
+    void PlaceGround();
+    void PlaceLabels();
+    void PlaceTopBar();
+    void PlaceButtons();
+    void PlaceBorders();
+    void SetStartState();
+    void OnPaint();
+    void OnSize(UINT kind, int width, int height);
+    std::string ThemeFile(const char* name) const { return themeDir + "\\" + name; }
     void CaptionButton(CSkinButton& button, const std::string& text, COLORREF color);
 
     // Replies of polls and settings reads.
@@ -138,7 +149,8 @@ private:
     void OnOpenLog();
 
     CSkinStatic panelStatic, dateLabel, languageLabel, sensitivityLabel, directionLabel, sdDetectLabel, sdPeriodLabel,
-        addressLabel, totalsLabel, upperBorder, lowerBorder, rightBorder, inLabel, outLabel, topBar;
+        addressLabel, totalsLabel, upperBorder, lowerBorder, rightBorder, inLabel, outLabel;
+    CSkinBar topBar;
     CSkinButton chineseButton, englishButton, inButton, outButton, yesButton, noButton, startButton, updateButton,
         clearButton, portButton;
     CSegmentDisplay inDisplay, outDisplay;
@@ -148,6 +160,10 @@ private:
 
     std::string englishText, chineseText, inText, outText, yesText, noText, startText, stopText, updateText, clearText,
         openText, closeText;
+
+    const std::string themeDir = "Themes\\DefaultTheme"; // relative to the current directory
+    CSkinBitmap bottomBorder;                            // the panel's own bottom edge
+    bool initialized = false;
 
     const COLORREF activeColor = 0xFF0000;   // blue: captions in force
     const COLORREF inactiveColor = 0x505050; // dark grey: the others

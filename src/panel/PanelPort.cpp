@@ -4,7 +4,7 @@
 #include "framework/ResourceModule.h"
 #include "resources/ResourceIds.h"
 #include "serial/CommPort.h"
-#include "shell/AboutBox.h"
+#include "shell/AboutDlg.h"
 #include "shell/ShowMessage.h"
 #include "shell/StoredValues.h"
 
@@ -70,5 +70,5 @@ void CCounterPanel::OnLanguageChinese() {
 }
 
 void CCounterPanel::OnAbout() {
-    ShowAbout();
+    CAboutDlg().DoModal();
 }

@@ -6,7 +6,7 @@
 #include "resources/ResourceIds.h"
 #include "serial/CommPort.h"
 #include "serial/PortSelection.h"
-#include "shell/AboutBox.h"
+#include "shell/AboutDlg.h"
 #include "shell/ProductStrings.h"
 #include "shell/StoredValues.h"
 
@@ -87,7 +87,7 @@ void CFrameDlg::OnOK() {
 void CFrameDlg::OnSysCommand(UINT command, LPARAM) {
     // The low four bits are the system's own.
     if ((command & 0xFFF0) == aboutSystemCommand) {
-        ShowAbout();
+        CAboutDlg().DoModal();
     } else {
         Default();
     }

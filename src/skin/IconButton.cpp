@@ -1,9 +1,43 @@
 #include "skin/IconButton.h"
 
-#include "framework/Dc.h"
+#include <utility>
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <shellapi.h>
+
+#include "framework/ResourceModule.h"
+
+namespace {
+
+constexpr DWORD buttonTypeBits = 0x1F;
+constexpr UINT_PTR onlyTool = 1;
+
+} // namespace
+
+CIconButton::CIconButton() {
+    SetDefaultColors(false);
+}
+
+CIconButton::~CIconButton() {
+    FreeImages();
+    if (cursor != nullptr) ::DestroyCursor(cursor);
+}
 
 const CMessageMap& CIconButton::ClassMap() {
-    static constexpr std::array entries{OnReflect<BN_CLICKED, &CIconButton::OnClicked>(),
+    static constexpr std::array entries{On<WM_SETCURSOR, &CIconButton::OnSetCursor>(),
+                                        On<WM_KILLFOCUS, &CIconButton::OnKillFocus>(),
+                                        On<WM_MOUSEMOVE, &CIconButton::OnMouseMove>(),
+                                        On<WM_SYSCOLORCHANGE, &CIconButton::OnSysColorChange>(),
+                                        OnReflect<BN_CLICKED, &CIconButton::OnClicked>(),
+                                        On<WM_ACTIVATE, &CIconButton::OnActivate>(),
+                                        On<WM_ENABLE, &CIconButton::OnEnable>(),
+                                        On<WM_CANCELMODE, &CIconButton::OnCancelMode>(),
+                                        On<WM_GETDLGCODE, &CIconButton::OnGetDlgCode>(),
+                                        OnReflectColor<&CIconButton::CtlColor>(),
+                                        OnMessage<BM_SETSTYLE, &CIconButton::OnSetStyle>(),
+                                        On<WM_MOUSELEAVE, &CIconButton::CancelHover>(),
                                         OnMessage<BM_SETCHECK, &CIconButton::OnSetCheck>(),
                                         OnMessage<BM_GETCHECK, &CIconButton::OnGetCheck>()};
     static const CMessageMap map{&CButton::ClassMap(), entries};
@@ -11,18 +45,197 @@ const CMessageMap& CIconButton::ClassMap() {
 }
 
 void CIconButton::PreSubclassWindow() {
-    ModifyStyle(BS_TYPEMASK, BS_OWNERDRAW);
+    const DWORD style = GetStyle();
+    buttonType = static_cast<std::uint8_t>(style & buttonTypeBits);
+    if ((style & 2) != 0) isCheckBox = true; // check boxes of every kind, by this bit of their type
+    if (buttonType == BS_DEFPUSHBUTTON) {
+        isDefault = true;
+        buttonType = BS_PUSHBUTTON;
+    }
+    ModifyStyle(buttonTypeBits, BS_OWNERDRAW, SWP_FRAMECHANGED);
+    CButton::PreSubclassWindow();
 }
 
-void CIconButton::SetCheck(int value, bool redraw) {
-    checked = value != 0 ? 1 : 0;
+int CIconButton::Finish(bool redraw) const {
     if (redraw) Invalidate();
+    return Done;
 }
 
-bool CIconButton::OnClicked() {
-    SetFocus();
-    SetCheck(1 - checked, true);
-    return false;
+int CIconButton::SetFlat(bool on, bool redraw) {
+    flat = on;
+    return Finish(redraw);
+}
+
+int CIconButton::SetImageAlign(unsigned value, bool redraw) {
+    if (value > static_cast<unsigned>(ImageAlign::Right)) return NoSuchAlignment;
+    imageAlign = static_cast<ImageAlign>(value);
+    return Finish(redraw);
+}
+
+int CIconButton::SetDrawBorder(bool on, bool redraw) {
+    drawBorder = on;
+    return Finish(redraw);
+}
+
+int CIconButton::SetDrawFlatFocus(bool on, bool redraw) {
+    drawFlatFocus = on;
+    return Finish(redraw);
+}
+
+int CIconButton::SetTransparent(bool redraw) {
+    transparent = true;
+    DropSnapshot();
+    return Finish(redraw);
+}
+
+int CIconButton::SetAlwaysTrack(bool on) {
+    alwaysTrack = on;
+    return Done;
+}
+
+int CIconButton::SetCheck(int value, bool redraw) {
+    if (!isCheckBox) return Done;
+    checked = value != 0 ? 1 : 0;
+    return Finish(redraw);
+}
+
+int CIconButton::SetDefaultColors(bool redraw) {
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        colors[i] = ::GetSysColor(i % 2 == 0 ? COLOR_BTNFACE : COLOR_BTNTEXT);
+    }
+    return Finish(redraw);
+}
+
+int CIconButton::SetColor(unsigned index, COLORREF color, bool redraw) {
+    if (index >= colors.size()) return NoSuchColor;
+    colors[index] = color;
+    return Finish(redraw);
+}
+
+int CIconButton::GetColor(unsigned index, COLORREF& color) const {
+    if (index >= colors.size()) return NoSuchColor;
+    color = colors[index];
+    return Done;
+}
+
+int CIconButton::ShiftColor(unsigned index, std::int16_t shade, bool redraw) {
+    if (index >= colors.size()) return NoSuchColor;
+    const auto shifted = ShiftedColor(colors[index], shade);
+    if (!shifted) return NoSuchShade;
+    return SetColor(index, *shifted, redraw);
+}
+
+int CIconButton::SetButtonCursor(int id, bool redraw) {
+    if (cursor != nullptr) ::DestroyCursor(cursor);
+    cursor = nullptr;
+    if (id != 0) {
+        const char* name = MAKEINTRESOURCEA(static_cast<WORD>(id));
+        cursor = static_cast<HCURSOR>(
+            ::LoadImageA(FindResourceModule(name, RT_GROUP_CURSOR), name, IMAGE_CURSOR, 0, 0, LR_DEFAULTCOLOR));
+        if (cursor == nullptr) return ImageUnreadable;
+    }
+    return Finish(redraw);
+}
+
+void CIconButton::EnsureToolTip() {
+    constexpr int widestTip = 400;
+    if (GetHandle() == nullptr || toolTip.GetHandle() != nullptr) return;
+    toolTip.Create(*this);
+    toolTip.SetMaxTipWidth(widestTip);
+}
+
+int CIconButton::SetToolTip(const char* text, bool activate) {
+    if (text == nullptr) return Done;
+    EnsureToolTip();
+    if (toolTip.GetToolCount() == 0) toolTip.AddTool(*this, onlyTool, GetClientRect(), text);
+    toolTip.UpdateTipText(*this, onlyTool, text);
+    toolTip.Activate(activate);
+    return Done;
+}
+
+int CIconButton::SetToolTipFromResource(UINT id, bool activate) {
+    const std::string text = LoadText(id);
+    return text.empty() ? int{Done} : SetToolTip(text.c_str(), activate);
+}
+
+int CIconButton::ActivateToolTip(bool on) {
+    if (toolTip.GetHandle() != nullptr && toolTip.GetToolCount() != 0) toolTip.Activate(on);
+    return Done;
+}
+
+int CIconButton::SetUrl(const char* text) {
+    constexpr std::size_t longest = 260;
+    url = text != nullptr ? std::string(text).substr(0, longest) : std::string();
+    return Done;
+}
+
+bool CIconButton::PreTranslateMessage(MSG& message) {
+    EnsureToolTip();
+    toolTip.RelayEvent(message);
+    return CButton::PreTranslateMessage(message);
+}
+
+LRESULT CIconButton::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    // A double click counts as two presses.
+    return CButton::DefWindowProc(message == WM_LBUTTONDBLCLK ? WM_LBUTTONDOWN : message, wParam, lParam);
+}
+
+bool CIconButton::OnSetCursor(CWnd*, UINT, UINT) {
+    if (cursor == nullptr) return Default() != 0;
+    ::SetCursor(cursor);
+    return true;
+}
+
+void CIconButton::OnKillFocus(CWnd*) {
+    Default();
+    CancelHover();
+}
+
+void CIconButton::OnActivate(UINT state, CWnd*, bool) {
+    Default();
+    if (state == WA_INACTIVE) CancelHover();
+}
+
+// The platform sends this before it disables a window, and then takes the focus away before it says so.
+void CIconButton::OnCancelMode() {
+    losesFocus = ::GetFocus() == GetHandle();
+    Default();
+    CancelHover();
+}
+
+void CIconButton::OnSysColorChange() {
+    Default();
+    DropSnapshot();
+}
+
+void CIconButton::OnEnable(bool enabled) {
+    Default();
+    const bool lostFocus = std::exchange(losesFocus, false) && ::GetFocus() == nullptr;
+    if (enabled) return;
+    if (lostFocus) PassFocusOn();
+    CancelHover();
+}
+
+void CIconButton::PassFocusOn() const {
+    const HWND parent = ::GetParent(GetHandle());
+    const HWND next = ::GetNextDlgTabItem(parent, GetHandle(), FALSE);
+    ::SetFocus(next != nullptr && next != GetHandle() ? next : parent);
+}
+
+UINT CIconButton::OnGetDlgCode() {
+    return static_cast<UINT>(Default()) | (isDefault ? DLGC_DEFPUSHBUTTON : DLGC_UNDEFPUSHBUTTON);
+}
+
+HBRUSH CIconButton::CtlColor(CDC&, UINT) {
+    return static_cast<HBRUSH>(::GetStockObject(HOLLOW_BRUSH));
+}
+
+LRESULT CIconButton::OnSetStyle(WPARAM style, LPARAM redraw) {
+    const auto type = static_cast<DWORD>(style) & buttonTypeBits;
+    if (type == BS_DEFPUSHBUTTON) isDefault = true;
+    if (type == BS_PUSHBUTTON) isDefault = false;
+    constexpr WPARAM otherTypes = 0x14; // would make an owner-drawn type another one
+    return DefWindowProc(BM_SETSTYLE, (style & ~otherTypes) | BS_OWNERDRAW, redraw);
 }
 
 LRESULT CIconButton::OnSetCheck(WPARAM value, LPARAM) {
@@ -30,16 +243,43 @@ LRESULT CIconButton::OnSetCheck(WPARAM value, LPARAM) {
     return 0;
 }
 
-void CIconButton::DrawItem(DRAWITEMSTRUCT& item) {
-    CDC dc(item.hDC);
-    const CSavedDC saved(dc);
-    CRect rect(item.rcItem);
-    dc.FillSolidRect(rect, ::GetSysColor(COLOR_BTNFACE));
-    CRect box(rect.left + 1, rect.top + (rect.Height() - 13) / 2, rect.left + 14,
-              rect.top + (rect.Height() - 13) / 2 + 13);
-    ::DrawFrameControl(item.hDC, &box, DFC_BUTTON, DFCS_BUTTONCHECK | (checked != 0 ? DFCS_CHECKED : 0U));
-    dc.SetBkMode(TRANSPARENT);
-    dc.SetTextColor(::GetSysColor(COLOR_BTNTEXT));
-    rect.left = box.right + 3;
-    dc.DrawText(GetWindowText(), rect, DT_LEFT | DT_VCENTER | DT_SINGLELINE);
+void CIconButton::OnMouseMove(UINT keys, CPoint point) {
+    Default();
+    if (!flat) return;
+    // A press begun elsewhere doesn't light the button.
+    if ((keys & MK_LBUTTON) != 0 && !hovering) return;
+    ::ClientToScreen(GetHandle(), &point);
+    const bool tracked = alwaysTrack || ::GetActiveWindow() != nullptr;
+    if (!tracked || ::WindowFromPoint(point) != GetHandle()) {
+        CancelHover();
+        return;
+    }
+    if (hovering) return;
+    hovering = true;
+    Invalidate();
+    TRACKMOUSEEVENT leave{sizeof(TRACKMOUSEEVENT), TME_LEAVE, GetHandle(), 0};
+    ::_TrackMouseEvent(&leave);
+}
+
+void CIconButton::CancelHover() {
+    if (!flat || !hovering) return;
+    hovering = false;
+    Invalidate();
+}
+
+bool CIconButton::OnClicked() {
+    SetFocus();
+    if (isCheckBox) {
+        checked = 1 - checked;
+        Invalidate();
+    } else if (!url.empty()) {
+        SHELLEXECUTEINFOA open{};
+        open.cbSize = sizeof open;
+        open.fMask = SEE_MASK_FLAG_NO_UI;
+        open.lpVerb = "open";
+        open.lpFile = url.c_str();
+        open.nShow = SW_MAXIMIZE;
+        ::ShellExecuteExA(&open);
+    }
+    return false; // the parent hears of it as well, after the check state has changed
 }

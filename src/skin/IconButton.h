@@ -1,27 +1,146 @@
-// A check box of the panel. It keeps its own check state and paints itself.
+// An owner-drawn push button or check box with an icon or a bitmap beside its caption.
+//
+// It is flat by default, with a hover state, and keeps its own check state where the dialog template makes it a check
+// box. Nothing comes from theme files: images are given to it, colours are its table's, which starts with the system's.
 #pragma once
 
+#include <array>
+#include <cstdint>
+#include <string>
+
 #include "framework/Controls.h"
+#include "framework/Dc.h"
+#include "framework/ToolTip.h"
+#include "skin/IconImages.h"
+#include "skin/IconLayout.h"
 
 class CIconButton : public CButton {
 public:
+    // Indices of the colour table.
+    enum ColorIndex : unsigned { ActiveBack, ActiveText, IdleBack, IdleText, FocusBack, FocusText };
+    static constexpr std::size_t colorCount = 6;
+
+    // What the setters give.
+    enum Result : int {
+        Done = 0,
+        ImageUnreadable = 1,
+        MaskFailed = 2,
+        NoSuchColor = 3,
+        NoSuchAlignment = 4,
+        NoSuchShade = 5
+    };
+
+    // As a second icon: the grey form of the first.
+    static constexpr int grayOfFirst = -2;
+
+    CIconButton();
+    ~CIconButton() override;
+
     static const CMessageMap& ClassMap();
     const CMessageMap& GetMessageMap() const override { return ClassMap(); }
 
-    // Any value but 0 checks the box. With `redraw` it is repainted.
-    void SetCheck(int value, bool redraw);
+    // Images by resource number, from the module in force. The second is for the idle state: 0 for none.
+    int SetIcons(int firstId, int secondId);
+    int SetBitmaps(int firstId, COLORREF firstTransparent, int secondId, COLORREF secondTransparent);
+    // The button takes ownership; grayOfFirst, as a handle, asks for the grey form here too. After a failure it holds
+    // no image.
+    int SetIconHandles(HICON first, HICON second);
+    int SetBitmapHandles(HBITMAP first, COLORREF firstTransparent, HBITMAP second, COLORREF secondTransparent);
+
+    // `redraw` repaints the button, as in all setters.
+    int SetFlat(bool on, bool redraw);
+    int SetImageAlign(unsigned value, bool redraw);
+    int SetDrawBorder(bool on, bool redraw);
+    int SetDrawFlatFocus(bool on, bool redraw);
+    int SetTransparent(bool redraw);
+    int SetAlwaysTrack(bool on);
+    bool IsDefault() const { return isDefault; }
+
+    // The check state, 0 or 1; of a check box only.
+    int SetCheck(int value, bool redraw);
     int GetCheck() const { return checked; }
 
+    int SetDefaultColors(bool redraw);
+    int SetColor(unsigned index, COLORREF color, bool redraw);
+    int GetColor(unsigned index, COLORREF& color) const;
+    // Lightens or darkens a colour by at most `shade`, keeping its hue.
+    int ShiftColor(unsigned index, std::int16_t shade, bool redraw);
+
+    // A cursor resource; 0 for none of its own.
+    int SetButtonCursor(int id, bool redraw);
+    int SetToolTip(const char* text, bool activate);
+    int SetToolTipFromResource(UINT id, bool activate);
+    int ActivateToolTip(bool on);
+    // What a click opens, besides telling the parent; null for nothing. At most 260 bytes count.
+    int SetUrl(const char* text);
+
     void DrawItem(DRAWITEMSTRUCT& item) override;
+    bool PreTranslateMessage(MSG& message) override;
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 protected:
     void PreSubclassWindow() override;
 
+    // The ground, and the border of a flat button that is hovered or pressed. Both give 0.
+    virtual int OnDrawBackground(CDC& dc, const CRect& rect);
+    virtual int OnDrawBorder(CDC& dc, const CRect& rect);
+
+    bool IsActive() const { return hovering || pressed; }
+    COLORREF TableColor(ColorIndex index) const { return colors[index]; }
+
 private:
-    // Flips the check state before the parent hears of the click.
+    int Finish(bool redraw) const;
+    void FreeImages();
+    void EnsureToolTip();
+    void CancelHover();
     bool OnClicked();
+    bool OnSetCursor(CWnd* window, UINT hitTest, UINT message);
+    void OnKillFocus(CWnd* next);
+    void OnMouseMove(UINT keys, CPoint point);
+    void OnSysColorChange();
+    void OnActivate(UINT state, CWnd* other, bool minimised);
+    void OnEnable(bool enabled);
+    void OnCancelMode();
+    UINT OnGetDlgCode();
+    HBRUSH CtlColor(CDC& dc, UINT kind);
+    LRESULT OnSetStyle(WPARAM style, LPARAM redraw);
     LRESULT OnSetCheck(WPARAM value, LPARAM);
     LRESULT OnGetCheck(WPARAM, LPARAM) { return checked; }
+    void PassFocusOn() const;
 
+    // Drawing.
+    std::size_t ImageSlot(bool secondFilled) const;
+    void DropSnapshot();
+    void PaintSnapshot(CDC& dc);
+    void DrawBorderOf(CDC& dc, const CRect& rect);
+    void DrawIcon(CDC& dc, const CRect& item, bool hasCaption, CRect& caption);
+    void DrawBitmap(CDC& dc, const CRect& item, bool hasCaption, CRect& caption);
+    void DrawCaption(CDC& dc, const std::string& text, CRect rect) const;
+    CPoint PlaceOf(const CRect& item, int width, int height, bool hasCaption, CRect& caption) const;
+
+    bool grayWhenDisabled = true;
+    bool flat = true;
+    bool hovering = false;
+    bool transparent = false;
+    bool pressed = false;
+    bool focused = false;
+    bool disabled = false;
+    bool isDefault = false;
+    bool isCheckBox = false;
+    ImageAlign imageAlign = ImageAlign::Left;
+    bool drawBorder = true;
+    bool drawFlatFocus = false;
+    std::array<COLORREF, colorCount> colors{};
+    HCURSOR cursor = nullptr; // owned
+    CToolTipCtrl toolTip;
+    CBitmap backgroundBitmap; // the piece of the parent under a transparent button
+    bool alwaysTrack = true;
+    bool losesFocus = false; // between the end of its modes and its being disabled
     int checked = 0;
+    std::uint8_t buttonType = unbound;
+    std::string url;
+    std::array<IconImage, 2> icons; // owned
+    std::array<BitmapImage, 2> bitmaps;
+
+    static constexpr std::uint8_t unbound = 31;
 };

@@ -1,4 +1,4 @@
-// What kind of picture a path names, and whether a bitmap file is worth handing to the platform.
+// What kind of picture a path names, and whether a file is worth handing to the platform.
 #pragma once
 
 #include <cstddef>
@@ -18,3 +18,7 @@ inline constexpr std::int64_t mostPixels = 16 * 1024 * 1024;
 // Whether the file's headers describe an uncompressed or run-length coded bitmap of a sensible size whose pixels the
 // file can hold. `header` is the file's beginning, at least 54 bytes of it where the file is that long.
 bool IsPlausibleBitmap(std::span<const std::uint8_t> header, std::uint64_t fileSize);
+
+// Whether every image of an icon file, given whole, lies inside the file with all its pixels. Not every platform checks
+// that before it reads them. An image may also be a PNG file.
+bool IsPlausibleIcon(std::span<const std::uint8_t> file);

@@ -91,6 +91,10 @@ HBITMAP CSkinBitmap::LoadBitmapFile(const std::string& path, COLORREF backColor)
         return static_cast<HBITMAP>(::LoadImageA(nullptr, path.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE));
     case PictureKind::Unknown:
         return nullptr;
+    case PictureKind::Icon: {
+        const std::vector<std::uint8_t> file = ReadWhole(path);
+        return IsPlausibleIcon(file) ? RenderPicture(DecodePicture(file).get(), backColor) : nullptr;
+    }
     default:
         return RenderPicture(DecodePicture(ReadWhole(path)).get(), backColor);
     }

@@ -1,31 +1,225 @@
 #include "skin/SkinButton.h"
 
-#include "framework/Dc.h"
+#include <utility>
 
-void CSkinButton::PreSubclassWindow() {
-    ModifyStyle(BS_TYPEMASK, BS_OWNERDRAW);
+#include "framework/Dc.h"
+#include "framework/ResourceModule.h"
+#include "skin/HandCursor.h"
+
+namespace {
+
+constexpr COLORREF maskColor = RGB(255, 0, 255);
+constexpr COLORREF maskTolerance = 0x101010;
+constexpr UINT captionFormat = DT_CENTER | DT_VCENTER | DT_SINGLELINE;
+constexpr int frameCount = 4;
+
+// The shape of a window, if it has one; its whole rectangle otherwise.
+bool GetShape(HWND window, CRgn& shape) {
+    shape.Attach(::CreateRectRgn(0, 0, 0, 0));
+    return ::GetWindowRgn(window, shape.GetHandle()) != ERROR;
+}
+
+bool CanTakeFocus(HWND window) {
+    return ::IsWindowVisible(window) != FALSE && ::IsWindowEnabled(window) != FALSE;
+}
+
+} // namespace
+
+const CMessageMap& CSkinButton::ClassMap() {
+    static constexpr std::array entries{On<WM_PAINT, &CSkinButton::OnPaint>(),
+                                        On<WM_MOUSEMOVE, &CSkinButton::OnMouseMove>(),
+                                        On<WM_LBUTTONDOWN, &CSkinButton::OnLButtonDown>(),
+                                        On<WM_LBUTTONUP, &CSkinButton::OnLButtonUp>(),
+                                        On<WM_LBUTTONDBLCLK, &CSkinButton::OnLButtonDblClk>(),
+                                        On<WM_CAPTURECHANGED, &CSkinButton::OnCaptureChanged>(),
+                                        On<WM_SETFOCUS, &CSkinButton::OnSetFocus>(),
+                                        On<WM_KILLFOCUS, &CSkinButton::OnKillFocus>(),
+                                        On<WM_CANCELMODE, &CSkinButton::OnCancelMode>(),
+                                        On<WM_ENABLE, &CSkinButton::OnEnable>(),
+                                        OnMessage<WM_KEYDOWN, &CSkinButton::OnKeyDown>(),
+                                        OnMessage<WM_KEYUP, &CSkinButton::OnKeyUp>(),
+                                        OnMessage<BM_SETSTATE, &CSkinButton::OnSetState>(),
+                                        OnMessage<BM_SETSTYLE, &CSkinButton::OnSetStyle>()};
+    static const CMessageMap map{&CSkinControl::ClassMap(), entries};
+    return map;
+}
+
+bool CSkinButton::SetBitmapResource(std::uint16_t id, int) {
+    const char* name = MAKEINTRESOURCEA(id);
+    bitmap.Attach(::LoadBitmapA(FindResourceModule(name, RT_BITMAP), name));
+    return !bitmap.IsEmpty();
 }
 
 void CSkinButton::SetCaption(const std::string& text, int, COLORREF color) {
-    textColor = color;
-    if (caption == text) return;
-    caption = text;
-    SetWindowText(text);
+    StoreCaption(text, color);
 }
 
-void CSkinButton::DrawItem(DRAWITEMSTRUCT& item) {
-    CDC dc(item.hDC);
-    const CSavedDC saved(dc);
-    const bool pressed = (item.itemState & ODS_SELECTED) != 0;
-    const bool disabled = (item.itemState & ODS_DISABLED) != 0;
-    CRect rect(item.rcItem);
-    ::DrawFrameControl(item.hDC, &rect, DFC_BUTTON, DFCS_BUTTONPUSH | (pressed || disabled ? DFCS_PUSHED : 0U));
-    dc.SetTextColor(textColor);
-    dc.SetBkMode(TRANSPARENT);
-    if (pressed) rect.Offset(1, 1);
-    dc.DrawText(caption, rect, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
-    if ((item.itemState & ODS_FOCUS) != 0) {
-        rect.Inflate(-3, -3);
-        ::DrawFocusRect(item.hDC, &rect);
+void CSkinButton::OnPaint() {
+    ReadEnabled();
+    if (IsStrip()) {
+        CSkinBitmap frame;
+        CutFrame(frame);
+        const CRgn shape(frame.CreateRegion(maskColor, maskTolerance));
+        TakeShape(shape); // invalidates the window, so before the paint context is made
+        CPaintDC dc(*this);
+        DrawFrame(dc, frame, shape);
+        return;
     }
+    if (IsPicture()) RepaintGround(); // the same
+    CPaintDC dc(*this);
+    if (IsPicture()) DrawPicture(dc);
+}
+
+void CSkinButton::PaintOn(CDC& dc) {
+    ReadEnabled();
+    if (IsStrip()) {
+        CSkinBitmap frame;
+        CutFrame(frame);
+        DrawFrame(dc, frame, CRgn(frame.CreateRegion(maskColor, maskTolerance)));
+    } else if (IsPicture()) {
+        DrawPicture(dc);
+    }
+}
+
+void CSkinButton::ReadEnabled() {
+    enabled = (GetStyle() & WS_DISABLED) == 0 ? 1 : 0;
+}
+
+void CSkinButton::CutFrame(CSkinBitmap& frame) const {
+    const int column = enabled == 0 ? 4 : hover == 0 ? 1 : pressed == 0 ? 2 : 3;
+    bitmap.GetFrame(frame, column, 1, frameCount, 1);
+}
+
+// A region that is set repaints the window, so one that is in force already isn't set again.
+void CSkinButton::TakeShape(const CRgn& shape) const {
+    CRgn present;
+    const bool shaped = GetShape(GetHandle(), present);
+    if (shape.IsEmpty()) {
+        if (shaped) ::SetWindowRgn(GetHandle(), nullptr, TRUE);
+        return;
+    }
+    if (shaped && ::EqualRgn(shape.GetHandle(), present.GetHandle()) != FALSE) return;
+    ::CombineRgn(present.GetHandle(), shape.GetHandle(), nullptr, RGN_COPY);
+    if (::SetWindowRgn(GetHandle(), present.GetHandle(), TRUE) != 0) present.Detach(); // the window's from now on
+}
+
+void CSkinButton::RepaintGround() const {
+    const HWND parent = ::GetParent(GetHandle());
+    CRect rect = GetClientRect();
+    ::MapWindowPoints(GetHandle(), parent, reinterpret_cast<POINT*>(&rect), 2);
+    ::RedrawWindow(parent, &rect, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_NOCHILDREN | RDW_UPDATENOW);
+    Invalidate(); // the parent has painted over all of the button
+}
+
+void CSkinButton::DrawFrame(CDC& dc, const CSkinBitmap& frame, const CRgn& shape) {
+    if (frame.IsEmpty()) return;
+    const CRect bounds = frame.GetBounds();
+    DrawCaption(frame, bounds, captionFormat);
+    const CSavedDC saved(dc);
+    ::SelectClipRgn(dc.GetHandle(), shape.GetHandle());
+    frame.Draw(dc.GetHandle(), bounds);
+}
+
+void CSkinButton::DrawPicture(CDC& dc) {
+    const CSavedDC saved(dc);
+    const CRect client = GetClientRect();
+    CRect place = bitmap.GetBounds();
+    const LONG margin = (client.Height() - place.Height()) / 2; // on the left as well as on top
+    place.Offset(margin, margin);
+    if (enabled != 0 && hover != 0) {
+        CRect edge = client;
+        edge.Inflate(-1, -1);
+        const COLORREF dark = ::GetSysColor(COLOR_3DDKSHADOW);
+        const COLORREF light = ::GetSysColor(COLOR_3DHIGHLIGHT);
+        dc.Draw3dRect(edge, pressed != 0 ? dark : light, pressed != 0 ? light : dark);
+    }
+    bitmap.DrawTransparent(dc.GetHandle(), place, maskColor);
+    DrawCaption(dc, {place.right, client.top, client.right, client.bottom}, captionFormat);
+}
+
+void CSkinButton::RepaintNow() const {
+    Invalidate();
+    UpdateWindow();
+}
+
+bool CSkinButton::IsInside(CPoint point) const {
+    CRgn shape;
+    if (IsStrip() && GetShape(GetHandle(), shape)) return ::PtInRegion(shape.GetHandle(), point.x, point.y) != FALSE;
+    return GetClientRect().Contains(point);
+}
+
+void CSkinButton::OnMouseMove(UINT keys, CPoint point) {
+    if (!IsStrip() && !IsPicture()) return;
+    // A button that went down before any move came here isn't captured, so it may have come up elsewhere, unseen.
+    if (pressed != 0 && !HasCapture() && (keys & MK_LBUTTON) == 0) pressed = hover = 0;
+    if (IsInside(point)) {
+        if (IsStrip()) ShowHandCursor();
+        if (hover == 0) {
+            hover = 1;
+            RepaintNow();
+        }
+        if (!HasCapture()) ::SetCapture(GetHandle());
+    } else if (hover != 0) {
+        hover = 0;
+        RepaintNow();
+        if (pressed == 0 && HasCapture()) ::ReleaseCapture();
+    }
+}
+
+void CSkinButton::OnLButtonDown(UINT, CPoint) {
+    if (!IsStrip() && !IsPicture()) return;
+    pressed = hover = 1;
+    RepaintNow();
+    SetFocus();
+}
+
+void CSkinButton::OnLButtonUp(UINT, CPoint) {
+    if (!IsStrip() && !IsPicture()) return;
+    const bool clicked = hover != 0; // wherever the mouse button went down
+    pressed = hover = 0;
+    if (HasCapture()) ::ReleaseCapture();
+    RepaintNow();
+    if (clicked) SendClick(); // the last: the command may end this object
+}
+
+void CSkinButton::OnCaptureChanged(CWnd* holder) {
+    if (holder == this || (hover == 0 && pressed == 0)) return;
+    hover = pressed = 0;
+    RepaintNow();
+}
+
+void CSkinButton::SendClick() const {
+    const auto id = static_cast<WORD>(GetDlgCtrlID());
+    ::SendMessageA(::GetParent(GetHandle()), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
+                   reinterpret_cast<LPARAM>(GetHandle()));
+}
+
+// The platform sends this before it disables a window, and then takes the focus away before it says so.
+void CSkinButton::OnCancelMode() {
+    losesFocus = ::GetFocus() == GetHandle();
+    Default();
+}
+
+void CSkinButton::OnEnable(bool enable) {
+    Invalidate();
+    if (std::exchange(losesFocus, false) && !enable) PassFocus();
+}
+
+void CSkinButton::PassFocus() const {
+    if (::GetFocus() != nullptr) return;
+    const HWND dialog = ::GetAncestor(GetHandle(), GA_ROOT);
+    ::SetFocus(CanTakeFocus(focusHeir) ? focusHeir : ::GetNextDlgTabItem(dialog, GetHandle(), FALSE));
+}
+
+// The class's own handling of the space bar would show its pressed look and take the capture.
+LRESULT CSkinButton::OnKeyDown(WPARAM key, LPARAM) {
+    if (key != VK_SPACE) return Default();
+    spaceHeld = true;
+    return 0;
+}
+
+LRESULT CSkinButton::OnKeyUp(WPARAM key, LPARAM) {
+    if (key != VK_SPACE) return Default();
+    if (std::exchange(spaceHeld, false)) SendClick();
+    return 0;
 }

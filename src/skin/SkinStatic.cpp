@@ -4,52 +4,47 @@
 
 namespace {
 
-// A light caption wants a dark ground, a dark one the face of the dialog.
-COLORREF GroundFor(COLORREF text) {
-    const bool light = GetRValue(text) + GetGValue(text) + GetBValue(text) > 3 * 0xC0;
-    return light ? RGB(0x50, 0x50, 0x50) : ::GetSysColor(COLOR_BTNFACE);
-}
-
-bool IsEtched(DWORD style) {
-    const DWORD type = style & SS_TYPEMASK;
-    return type == SS_ETCHEDHORZ || type == SS_ETCHEDVERT || type == SS_ETCHEDFRAME;
-}
+constexpr UINT captionFormat = DT_VCENTER | DT_SINGLELINE;
 
 } // namespace
 
-const CMessageMap& CSkinStatic::ClassMap() {
-    static constexpr std::array entries{On<WM_PAINT, &CSkinStatic::OnPaint>()};
-    static const CMessageMap map{&CStatic::ClassMap(), entries};
-    return map;
+void CSkinStatic::SetCaption(const std::string& text, int leftOffset, COLORREF color) {
+    const bool changes = caption != text || captionLeft != leftOffset;
+    captionLeft = leftOffset;
+    StoreCaption(text, color);
+    if (changes && bitmap.IsEmpty()) UncoverFormerCaption();
 }
 
-void CSkinStatic::SetCaption(const std::string& text, int leftOffset, COLORREF color) {
-    captionLeft = leftOffset;
-    textColor = color;
-    if (caption == text) return;
-    caption = text;
-    SetWindowText(text);
+// Without a picture nothing covers the former caption, so the ground beneath is painted anew.
+void CSkinStatic::UncoverFormerCaption() const {
+    HWND ground = GetHandle();
+    const CSkinStatic* blank = this;
+    while (blank != nullptr && blank->bitmap.IsEmpty()) {
+        ground = ::GetParent(ground);
+        blank = dynamic_cast<const CSkinStatic*>(FromHandlePermanent(ground));
+    }
+    if (ground == nullptr) return;
+    CRect rect = GetClientRect();
+    ::MapWindowPoints(GetHandle(), ground, reinterpret_cast<POINT*>(&rect), 2);
+    ::InvalidateRect(ground, &rect, TRUE);
+}
+
+void CSkinStatic::PaintOn(CDC& dc) {
+    const CRect client = GetClientRect();
+    const CRect place(captionLeft, client.top, client.right, client.bottom);
+    CSkinBitmap face;
+    bitmap.BuildNineSlice(face, client, cornerWidth, cornerHeight);
+    if (face.IsEmpty()) {
+        DrawCaption(dc, place, captionFormat);
+        return;
+    }
+    DrawCaption(face, place, captionFormat);
+    face.Draw(dc.GetHandle(), client);
 }
 
 bool CSkinStatic::OnCommand(WPARAM wParam, LPARAM lParam) {
-    if (const CWnd* parent = GetParent()) parent->SendMessage(WM_COMMAND, wParam, lParam);
-    return CStatic::OnCommand(wParam, lParam);
-}
-
-void CSkinStatic::OnPaint() {
-    if (IsEtched(GetStyle())) {
-        Default();
-        return;
-    }
-    CPaintDC dc(*this);
-    const CSavedDC saved(dc);
-    CRect rect = GetClientRect();
-    dc.FillSolidRect(rect, GroundFor(textColor));
-    if (caption.empty()) return;
-    if (CWnd* parent = GetParent())
-        ::SelectObject(dc.GetHandle(), reinterpret_cast<HFONT>(parent->SendMessage(WM_GETFONT)));
-    dc.SetTextColor(textColor);
-    dc.SetBkMode(TRANSPARENT);
-    rect.left = captionLeft;
-    dc.DrawText(caption, rect, DT_VCENTER | DT_SINGLELINE);
+    const HWND window = GetHandle();
+    ::SendMessageA(::GetParent(window), WM_COMMAND, wParam, lParam);
+    if (FromHandlePermanent(window) != this) return true; // the command has ended this static
+    return CSkinControl::OnCommand(wParam, lParam);
 }

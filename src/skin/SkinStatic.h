@@ -1,29 +1,28 @@
-// The labels and grounds of the panel: a static with one line of coloured caption, which hands the commands of its
-// children on to its parent.
+// The labels and grounds of the skin: a static with a picture stretched by nine slices and one line of caption over it.
+// It is also a container, which hands the commands of its children on to its parent.
 #pragma once
 
 #include <string>
 
-#include "framework/Controls.h"
+#include "skin/SkinControl.h"
 
-class CSkinStatic : public CStatic {
+class CSkinStatic : public CSkinControl<CStatic> {
 public:
-    static const CMessageMap& ClassMap();
-    const CMessageMap& GetMessageMap() const override { return ClassMap(); }
-
-    // Stores text, left edge in pixels and colour, and makes the text the window's own, which names the control to a
-    // screen reader. A caller that changes a visible static invalidates it. The text of the dialog template never
-    // shows.
+    // Stores text, left edge in pixels and colour, and makes the text the window's own. No repaint: a caller that
+    // changes a visible static invalidates it. The text of a dialog template never shows.
     void SetCaption(const std::string& text, int leftOffset, COLORREF color);
 
+    // The corners of the stretch (NineSlice.h), in pixels of the picture.
+    int cornerWidth = 0;
+    int cornerHeight = 0;
+
 protected:
+    void PaintOn(CDC& dc) override;
     // Sends the command to the parent first, so that a control at any depth reaches the dialog.
     bool OnCommand(WPARAM wParam, LPARAM lParam) override;
 
 private:
-    void OnPaint();
+    void UncoverFormerCaption() const;
 
-    std::string caption;
     int captionLeft = 0;
-    COLORREF textColor = RGB(0, 0, 0);
 };

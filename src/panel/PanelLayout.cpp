@@ -1,0 +1,156 @@
+// Where the panel's controls stand and which theme pictures they show. All places are pixels in the client area of the
+// control's parent: most controls move onto the ground, and the buttons of a choice onto its label.
+#include "panel/CounterPanel.h"
+
+#include "framework/Dc.h"
+#include "framework/ResourceModule.h"
+#include "resources/ResourceIds.h"
+
+namespace {
+
+struct Place {
+    int x;
+    int y;
+    int width;
+    int height;
+};
+
+constexpr Place barPlace{9, 0, 465, 26};
+constexpr Place groundPlace{0, 0, 480, 347};
+
+void MoveTo(const CWnd& control, const Place& place, UINT flags = 0) {
+    control.SetWindowPos(nullptr, place.x, place.y, place.width, place.height, flags);
+}
+
+constexpr COLORREF labelColor = 0xFF0000;      // blue
+constexpr COLORREF lampTextLit = 0x00B200;     // green
+constexpr COLORREF lampTextDark = 0x008000;    // dark green
+constexpr COLORREF digitGround = 0xFF0000;     // blue
+constexpr COLORREF digitColor = 0xFFFFFF;      // white
+
+} // namespace
+
+void CCounterPanel::PrepareIndicators() {
+    for (CSegmentDisplay* display : {&inDisplay, &outDisplay}) {
+        display->SetBackColor(digitGround);
+        display->SetSegmentColor(digitColor);
+        display->SetGhostSegments(false);
+    }
+    const auto prepare = [](CIconButton& button) {
+        button.SetIcons(IDI_LAMP_LIT, IDI_LAMP_DARK);
+        button.SetColor(CIconButton::ActiveText, lampTextLit, true);
+        button.SetColor(CIconButton::IdleText, lampTextDark, true);
+    };
+    prepare(allButton);
+    for (CAddressButton& button : addressButtons) {
+        prepare(button);
+        button.ShowWindow(SW_HIDE);
+    }
+    datePicker.SetFormat("yyyy-MM-dd HH:mm:ss");
+}
+
+void CCounterPanel::PlaceGround() {
+    panelStatic.SetBitmapFile(ThemeFile("BottomPanel.bmp"));
+    panelStatic.cornerWidth = 50;
+    panelStatic.cornerHeight = 40;
+    bottomBorder.LoadFromFile(ThemeFile("BottomBorder.bmp"), 0);
+    // The template is larger than the frame's client area by these numbers. The ground stays below its siblings.
+    const CRect client = GetClientRect();
+    MoveTo(panelStatic, {0, 0, static_cast<int>(client.Width()) - 54, static_cast<int>(client.Height()) - 19},
+           SWP_NOZORDER);
+}
+
+void CCounterPanel::PlaceLabels() {
+    struct Label {
+        CSkinStatic& control;
+        Place place;
+        UINT textId;
+        int left;
+    };
+    const Label labels[] = {{dateLabel, {24, 97, 340, 24}, IDS_DATE, 10},
+                            {languageLabel, {24, 122, 340, 24}, IDS_LANGUAGE, 10},
+                            {sensitivityLabel, {24, 147, 340, 24}, IDS_SENSITIVITY, 10},
+                            {directionLabel, {24, 172, 340, 24}, IDS_DIRECTION, 10},
+                            {sdDetectLabel, {24, 197, 340, 24}, IDS_SD_DETECT, 10},
+                            {sdPeriodLabel, {24, 222, 340, 24}, IDS_SD_PERIOD, 10},
+                            {addressLabel, {24, 247, 340, 24}, IDS_ADDRESS, 10},
+                            {inLabel, {30, 66, 133, 22}, IDS_COUNTER_IN, 5},
+                            {outLabel, {216, 66, 129, 22}, IDS_COUNTER_OUT, 5}};
+    for (const Label& label : labels) {
+        label.control.SetBitmapFile(ThemeFile("LeftTitleBar.bmp"));
+        label.control.SetParent(panelStatic);
+        MoveTo(label.control, label.place);
+        label.control.SetCaption(LoadText(label.textId), label.left, labelColor);
+    }
+}
+
+void CCounterPanel::PlaceTopBar() {
+    topBar.SetButtonIds({ID_HELP_MENU, ID_LANGUAGE_MENU, ID_PORT_MENU});
+    topBar.SetBitmapFile(ThemeFile("LeftTitleBar.bmp"));
+    topBar.cornerWidth = 30;
+    topBar.cornerHeight = 30;
+    topBar.LoadButtons(ThemeFile("StatusToolBar.bmp"));
+    MoveTo(topBar, barPlace);
+    topBar.SetParent(panelStatic);
+    topBar.Invalidate();
+}
+
+void CCounterPanel::PlaceButtons() {
+    struct Button {
+        CSkinButton& control;
+        const CWnd& parent;
+        CPoint corner;
+        const std::string& text;
+        COLORREF color;
+    };
+    const Button buttons[] = {{chineseButton, languageLabel, {192, 0}, chineseText, inactiveColor},
+                              {englishButton, languageLabel, {115, 0}, englishText, inactiveColor},
+                              {inButton, directionLabel, {115, 0}, inText, inactiveColor},
+                              {outButton, directionLabel, {192, 0}, outText, inactiveColor},
+                              {yesButton, sdDetectLabel, {115, 0}, yesText, inactiveColor},
+                              {noButton, sdDetectLabel, {192, 0}, noText, inactiveColor},
+                              {startButton, panelStatic, {378, 30}, startText, activeColor},
+                              {clearButton, panelStatic, {378, 60}, clearText, activeColor},
+                              {portButton, panelStatic, {384, 290}, openText, activeColor},
+                              {updateButton, panelStatic, {384, 252}, updateText, activeColor}};
+    for (const Button& button : buttons) {
+        button.control.SetBitmapFile(ThemeFile("XButton.bmp"));
+        button.control.SetParent(button.parent);
+        MoveTo(button.control, {static_cast<int>(button.corner.x), static_cast<int>(button.corner.y), 74, 22});
+        button.control.SetCaption(button.text, 5, button.color);
+        button.control.focusHeir = startButton.GetHandle();
+        if (&button.control == &startButton) startButton.SetFocus();
+    }
+}
+
+void CCounterPanel::PlaceBorders() {
+    struct Border {
+        CSkinStatic& control;
+        const char* picture;
+        Place place;
+    };
+    const Border borders[] = {{upperBorder, "TopBorder.bmp", {10, 90, 464, 5}},
+                              {lowerBorder, "TopBorder.bmp", {10, 278, 464, 5}},
+                              {rightBorder, "RightBorder.bmp", {370, 90, 5, 192}},
+                              {totalsLabel, "TextBK.bmp", {10, 316, 200, 20}}};
+    for (const Border& border : borders) {
+        border.control.SetBitmapFile(ThemeFile(border.picture));
+        border.control.SetParent(panelStatic);
+        MoveTo(border.control, border.place);
+    }
+}
+
+void CCounterPanel::OnPaint() {
+    CPaintDC dc(*this);
+    const CRect client = GetClientRect();
+    constexpr int edgeHeight = 3;
+    bottomBorder.DrawNineSlice(dc.GetHandle(), {0, client.bottom - edgeHeight, client.right, client.bottom}, 50, 0);
+}
+
+void CCounterPanel::OnSize(UINT, int, int) {
+    Default();
+    if (!initialized) return;
+    MoveTo(panelStatic, groundPlace, SWP_NOZORDER);
+    MoveTo(topBar, barPlace, SWP_NOZORDER);
+    topBar.Invalidate();
+}

@@ -1,0 +1,49 @@
+#include "skin/SkinBar.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int buttonCount = 3;
+constexpr int buttonTop = 3;
+constexpr int buttonWidth = 21;
+constexpr int buttonHeight = 20;
+constexpr int loadedFromRight = 84; // where the first button stands until the bar is sized
+constexpr int sizedFromRight = 454;
+
+} // namespace
+
+const CMessageMap& CSkinBar::ClassMap() {
+    static constexpr std::array entries{On<WM_SIZE, &CSkinBar::OnSize>()};
+    static const CMessageMap map{&CSkinStatic::ClassMap(), entries};
+    return map;
+}
+
+int CSkinBar::LoadButtons(const std::string& path) {
+    buttonStrip.LoadFromFile(path, 0);
+    buttons.clear();
+    const int count = std::min(buttonCount, static_cast<int>(buttonIds.size()));
+    for (int i = 0; i < count; ++i) {
+        auto button = std::make_unique<CSkinButton>();
+        button->Create("BUTTON", "", WS_CHILD | WS_VISIBLE, CRect(), GetHandle(),
+                       buttonIds[static_cast<std::size_t>(i)]);
+        CSkinBitmap row;
+        buttonStrip.GetFrame(row, 1, i + 1, 1, buttonCount);
+        const CBitmap former(button->SetBitmapHandle(row.GetHandle()));
+        buttons.push_back(std::move(button));
+    }
+    PlaceButtons(static_cast<int>(GetClientRect().Width()) - loadedFromRight);
+    return 1;
+}
+
+void CSkinBar::OnSize(UINT, int width, int) {
+    Default();
+    PlaceButtons(width - sizedFromRight);
+}
+
+void CSkinBar::PlaceButtons(int left) const {
+    for (const auto& button : buttons) {
+        button->SetWindowPos(nullptr, left, buttonTop, buttonWidth, buttonHeight, SWP_NOZORDER);
+        left += buttonWidth;
+    }
+}

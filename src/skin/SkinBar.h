@@ -1,0 +1,33 @@
+// The bar at the top of the panel: a skin static with a row of three small buttons, all cut from one picture.
+//
+// Order of use: SetButtonIds, SetBitmapFile and the corners, LoadButtons, then SetWindowPos, which gives the buttons
+// their final places.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "skin/SkinButton.h"
+#include "skin/SkinStatic.h"
+
+class CSkinBar : public CSkinStatic {
+public:
+    static const CMessageMap& ClassMap();
+    const CMessageMap& GetMessageMap() const override { return ClassMap(); }
+
+    // The control ids of the buttons, from left to right: three of them, before LoadButtons.
+    void SetButtonIds(const std::vector<UINT>& ids) { buttonIds = ids; }
+
+    // Makes the buttons anew from a picture of 4 columns (normal, mouse over, pressed, disabled) and a row for each
+    // button. Without the picture they are blank and work all the same. The bar's window must exist. Always 1.
+    int LoadButtons(const std::string& path);
+
+private:
+    void OnSize(UINT kind, int width, int height);
+    void PlaceButtons(int left) const;
+
+    CSkinBitmap buttonStrip;
+    std::vector<UINT> buttonIds;
+    std::vector<std::unique_ptr<CSkinButton>> buttons; // in the order of their ids
+};

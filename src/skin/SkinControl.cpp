@@ -1,0 +1,95 @@
+#include "skin/SkinControl.h"
+
+#include <array>
+
+#include "framework/Dc.h"
+#include "framework/WindowEntry.h"
+
+namespace {
+
+// Statics that were made without a text may keep no font, so the one above them is asked then.
+HFONT FontAbove(HWND control) {
+    for (HWND above = ::GetParent(control); above != nullptr; above = ::GetParent(above)) {
+        const LRESULT font = ::SendMessageA(above, WM_GETFONT, 0, 0);
+        if (font != 0) return reinterpret_cast<HFONT>(font);
+    }
+    return nullptr;
+}
+
+} // namespace
+
+template <class Control>
+const CMessageMap& CSkinControl<Control>::ClassMap() {
+    static constexpr std::array entries{On<WM_PAINT, &CSkinControl::OnPaint>(),
+                                        On<WM_ERASEBKGND, &CSkinControl::OnEraseBkgnd>(),
+                                        On<WM_ENABLE, &CSkinControl::OnEnable>(),
+                                        OnMessage<WM_PRINTCLIENT, &CSkinControl::OnPrintClient>(),
+                                        OnMessage<WM_STYLECHANGED, &CSkinControl::OnStyleChanged>(),
+                                        OnMessage<WM_SETFONT, &CSkinControl::OnSetFont>(),
+                                        OnMessage<WM_SETTEXT, &CSkinControl::PassUnpainted>(),
+                                        OnMessage<WM_UPDATEUISTATE, &CSkinControl::PassUnpainted>()};
+    static const CMessageMap map{&Control::ClassMap(), entries};
+    return map;
+}
+
+template <class Control>
+void CSkinControl<Control>::StoreCaption(const std::string& text, COLORREF color) {
+    textColor = color;
+    if (caption == text) return;
+    caption = text;
+    this->SetWindowText(text);
+}
+
+template <class Control>
+void CSkinControl<Control>::DrawCaption(CDC& dc, const CRect& rect, UINT format) {
+    if (caption.empty()) return;
+    if (font == nullptr) font = FontAbove(this->GetHandle());
+    const CSavedDC saved(dc);
+    const CSelectObject selected(dc, font);
+    dc.SetTextColor(textColor);
+    dc.SetBkMode(TRANSPARENT);
+    CRect place = rect;
+    dc.DrawText(caption, place, format);
+}
+
+template <class Control>
+void CSkinControl<Control>::DrawCaption(const CSkinBitmap& picture, const CRect& rect, UINT format) {
+    CMemoryDC memory(nullptr);
+    const CSelectObject selected(memory, picture.GetHandle());
+    DrawCaption(memory, rect, format);
+}
+
+template <class Control>
+void CSkinControl<Control>::OnPaint() {
+    CPaintDC dc(*this);
+    PaintOn(dc);
+}
+
+template <class Control>
+LRESULT CSkinControl<Control>::OnPrintClient(WPARAM context, LPARAM) {
+    CDC dc(reinterpret_cast<HDC>(context));
+    PaintOn(dc);
+    return 0;
+}
+
+template <class Control>
+LRESULT CSkinControl<Control>::OnStyleChanged(WPARAM which, LPARAM styles) {
+    this->Invalidate();
+    return PassUnpainted(which, styles);
+}
+
+// The class keeps the font for children that ask for it; told to repaint, it would paint its own look.
+template <class Control>
+LRESULT CSkinControl<Control>::OnSetFont(WPARAM newFont, LPARAM) {
+    return this->DefWindowProc(WM_SETFONT, newFont, FALSE);
+}
+
+// Past the control's class to the procedure of all windows, which stores what there is to store (the text, the marks
+// of the keyboard cues) and paints nothing in a window without a title bar.
+template <class Control>
+LRESULT CSkinControl<Control>::PassUnpainted(WPARAM wParam, LPARAM lParam) {
+    return ::DefWindowProcA(this->GetHandle(), CurrentMessage().message, wParam, lParam);
+}
+
+template class CSkinControl<CButton>;
+template class CSkinControl<CStatic>;

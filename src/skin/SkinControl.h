@@ -1,0 +1,55 @@
+// What the controls share that paint a picture with a line of caption over it, in place of the platform's look.
+//
+// A platform control paints not only in WM_PAINT: it draws its own look at once when its text, its state, its style or
+// its being enabled changes. CSkinControl answers these messages in front of the control's class, so that the foreign
+// look never reaches the screen, and asks for a paint of the skin where the change could show.
+//
+// The picture is owned by the control; the font is borrowed from a window above it, at the first caption drawn, and
+// kept. User-interface thread only.
+#pragma once
+
+#include <string>
+
+#include <windows.h>
+
+#include "framework/Controls.h"
+#include "skin/SkinBitmap.h"
+
+// Made for CButton and CStatic.
+template <class Control>
+class CSkinControl : public Control {
+public:
+    static const CMessageMap& ClassMap();
+    const CMessageMap& GetMessageMap() const override { return ClassMap(); }
+
+    // True when the picture was loaded. A missing or broken file leaves the control without a picture. No repaint.
+    bool SetBitmapFile(const std::string& path) { return bitmap.LoadFromFile(path, 0); }
+
+    const std::string& GetCaption() const { return caption; }
+
+protected:
+    // Draws the control in its client coordinates.
+    virtual void PaintOn(CDC& dc) = 0;
+
+    // The caption is also the window's text, which names the control to a screen reader. No repaint.
+    void StoreCaption(const std::string& text, COLORREF color);
+
+    // Draws the caption with these DT_ flags; an empty one draws nothing and asks for no font.
+    void DrawCaption(CDC& dc, const CRect& rect, UINT format);
+    // The same on a picture that isn't on the screen yet, so that neither is ever seen without the other.
+    void DrawCaption(const CSkinBitmap& picture, const CRect& rect, UINT format);
+
+    CSkinBitmap bitmap;
+    std::string caption;
+    COLORREF textColor = RGB(0, 0, 0);
+    HFONT font = nullptr; // borrowed
+
+private:
+    void OnPaint();
+    bool OnEraseBkgnd(HDC) { return true; }
+    void OnEnable(bool) { this->Invalidate(); }
+    LRESULT OnPrintClient(WPARAM context, LPARAM);
+    LRESULT OnStyleChanged(WPARAM which, LPARAM styles);
+    LRESULT OnSetFont(WPARAM newFont, LPARAM);
+    LRESULT PassUnpainted(WPARAM wParam, LPARAM lParam);
+};

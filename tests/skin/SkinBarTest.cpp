@@ -1,0 +1,93 @@
+// The skin bar on a real window: its three buttons, cut from one picture and placed from its right edge.
+#include "skin/SkinBar.h"
+
+#include <gtest/gtest.h>
+
+#include "Ground.h"
+
+namespace {
+
+constexpr UINT helpId = 305, languageId = 306, portId = 304;
+
+class SkinBar : public testing::Test {
+protected:
+    SkinBar() {
+        bar.Create("STATIC", "", WS_CHILD | WS_VISIBLE, {0, 0, 200, 26}, ground.GetHandle(), 1039);
+        bar.SetButtonIds({helpId, languageId, portId});
+        // Rows of three buttons, columns of four states, each cell of 21 x 20 pixels.
+        Art cells;
+        for (const char* row : {"abcd", "efgh", "ijkl"}) {
+            std::string line;
+            for (const char cell : std::string(row)) line += std::string(21, cell);
+            cells.insert(cells.end(), 20, line);
+        }
+        const CPictureFile file("buttons.bmp", BitmapFileOf(cells));
+        EXPECT_EQ(bar.LoadButtons(file.name), 1);
+        CGround::Pump();
+    }
+
+    CRect PlaceOf(UINT id) const {
+        CRect rect;
+        ::GetWindowRect(bar.GetDlgItem(static_cast<int>(id)), &rect);
+        ::MapWindowPoints(nullptr, bar.GetHandle(), reinterpret_cast<POINT*>(&rect), 2);
+        return rect;
+    }
+
+    void ExpectButtonsAt(int left) const {
+        for (const UINT id : {helpId, languageId, portId}) {
+            EXPECT_EQ(PlaceOf(id), CRect(left, 3, left + 21, 23)) << id;
+            left += 21;
+        }
+    }
+
+    char FaceOf(UINT id) const {
+        const CRect place = PlaceOf(id);
+        return ground.Look({place.left + 10, place.top + 10, place.left + 11, place.top + 11})[0][0];
+    }
+
+    CGround ground;
+    CSkinBar bar;
+};
+
+TEST_F(SkinBar, ButtonsStandInARowThatFollowsTheWidth) {
+    ExpectButtonsAt(200 - 84);
+    EXPECT_EQ(::GetWindowLongA(bar.GetDlgItem(portId), GWL_STYLE) & ~WS_CLIPSIBLINGS, LONG{WS_CHILD | WS_VISIBLE});
+    for (const int width : {465, 480, 200}) {
+        bar.SetWindowPos(nullptr, 0, 0, width, 26, SWP_NOZORDER);
+        ExpectButtonsAt(width - 454);
+    }
+}
+
+TEST_F(SkinBar, EachButtonShowsItsOwnRow) {
+    EXPECT_EQ((std::string{FaceOf(helpId), FaceOf(languageId), FaceOf(portId)}), "aei");
+    const HWND language = bar.GetDlgItem(languageId);
+    ::SendMessageA(language, WM_MOUSEMOVE, 0, MAKELPARAM(20, 0)); // no gap: the whole cell is button
+    EXPECT_EQ(FaceOf(languageId), 'f');
+    ::SendMessageA(language, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 0));
+    EXPECT_EQ(FaceOf(languageId), 'g');
+    ::SendMessageA(language, WM_LBUTTONUP, 0, MAKELPARAM(20, 0));
+    ::EnableWindow(language, FALSE);
+    CGround::Pump();
+    EXPECT_EQ(FaceOf(languageId), 'h');
+    EXPECT_EQ(ground.commands, (std::vector{ReceivedCommand{languageId, BN_CLICKED, language}}));
+}
+
+TEST_F(SkinBar, LoadingAgainReplacesTheButtons) {
+    const HWND former = bar.GetDlgItem(helpId);
+    ground.atCommand = [this] { bar.LoadButtons("no such.bmp"); }; // even in the middle of a click
+    ::SendMessageA(former, BM_CLICK, 0, 0);
+    EXPECT_FALSE(::IsWindow(former));
+    ExpectButtonsAt(200 - 84);
+    ground.atCommand = nullptr;
+    const HWND blank = bar.GetDlgItem(portId);
+    ::SendMessageA(blank, WM_MOUSEMOVE, 0, MAKELPARAM(0, 0));
+    ::SendMessageA(blank, WM_LBUTTONUP, 0, MAKELPARAM(0, 0));
+    EXPECT_EQ(ground.commands.back(), (ReceivedCommand{portId, BN_CLICKED, blank}));
+
+    const std::size_t before = FreeGdiObjects();
+    const CPictureFile file("buttons.bmp", BitmapFileOf(Art(60, std::string(84, 'x'))));
+    for (int round = 0; round < 100; ++round) bar.LoadButtons(file.name);
+    EXPECT_GE(FreeGdiObjects() + 8, before);
+}
+
+} // namespace

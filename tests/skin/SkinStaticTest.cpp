@@ -1,0 +1,122 @@
+// The skin static on a real window: its stretched picture, its caption, and the way of commands through it.
+#include "skin/SkinStatic.h"
+
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "Ground.h"
+#include "skin/SkinButton.h"
+
+namespace {
+
+constexpr UINT captionFormat = DT_VCENTER | DT_SINGLELINE;
+constexpr COLORREF blue = RGB(0, 0, 255);
+constexpr UINT buttonId = 1024;
+
+class SkinStatic : public testing::Test {
+protected:
+    SkinStatic() { Make(label, place, ground); }
+
+    static void Make(CSkinStatic& made, const CRect& rect, const CWnd& parent) {
+        made.Create("STATIC", "Template text", WS_CHILD | WS_VISIBLE, rect, parent.GetHandle(), 7);
+        CGround::Pump();
+    }
+
+    void LoadPicture(const Art& art) {
+        const CPictureFile file("label.bmp", BitmapFileOf(art));
+        ASSERT_TRUE(label.SetBitmapFile(file.name));
+    }
+
+    // The face, with the caption over it.
+    void ExpectLook(const Art& face, const char* caption, int left, COLORREF color) {
+        CSurface expected(60, 20);
+        const CSkinBitmap drawn = MakePicture(face);
+        drawn.Draw(expected.GetHandle(), drawn.GetBounds());
+        DrawExpected(expected, ground, caption, color, {left, 0, 60, 20}, captionFormat);
+        CGround::Pump();
+        EXPECT_EQ(ground.Pixels(place), expected.Pixels()) << caption;
+    }
+
+    const CRect place{30, 30, 90, 50};
+    const Art blank = Art(20, std::string(60, 'g'));
+    CGround ground;
+    CCounted<CSkinStatic> label;
+};
+
+TEST_F(SkinStatic, TheCaptionStandsOnTheStretchedPicture) {
+    LoadPicture({"abc", "def"});
+    label.cornerWidth = 1;
+    label.cornerHeight = 1;
+    Art face(20, "d" + std::string(58, 'e') + "f");
+    face[0] = "a" + std::string(58, 'b') + "c";
+    label.Invalidate();
+    ExpectLook(face, "", 0, blue);
+    EXPECT_EQ(ground.fontsAsked, 0);
+    for (const auto& [text, left] : {std::pair("Caption", 5), {"Two words && more than there is room for", 10}}) {
+        label.SetCaption(text, left, blue);
+        label.Invalidate();
+        ExpectLook(face, text, left, blue);
+        EXPECT_EQ(label.GetWindowText(), text);
+    }
+    EXPECT_EQ(ground.fontsAsked, 1);
+
+    LoadPicture({"a", "b"});
+    label.cornerWidth = label.cornerHeight = 0;
+    label.SetCaption("", 0, blue);
+    label.Invalidate();
+    Art halves(20, std::string(60, 'a'));
+    for (std::size_t y = 10; y < 20; ++y) halves[y].assign(60, 'b');
+    ExpectLook(halves, "", 0, blue);
+}
+
+TEST_F(SkinStatic, NothingIsPaintedUnlessAsked) {
+    LoadPicture({"a"});
+    label.Invalidate();
+    CGround::Pump();
+    const int before = label.paints;
+    label.SetCaption("Text", 5, blue);
+    ::SetWindowTextA(label.GetHandle(), "Other");
+    ExpectLook(Art(20, std::string(60, 'a')), "", 0, blue);
+    EXPECT_EQ(label.paints, before);
+    ::EnableWindow(label.GetHandle(), FALSE);
+    ExpectLook(Art(20, std::string(60, 'a')), "Text", 5, blue);
+}
+
+TEST_F(SkinStatic, WithoutAPictureTheCaptionStandsOnTheGround) {
+    EXPECT_FALSE(label.SetBitmapFile("no such.bmp"));
+    for (const char* text : {"First", "Second", ""}) { // each instead of the one before
+        label.SetCaption(text, 5, blue);
+        ExpectLook(blank, text, 5, blue);
+    }
+    CSkinStatic inner; // on a blank one
+    Make(inner, {0, 0, 60, 20}, label);
+    for (const char* text : {"First", "Second", ""}) {
+        inner.SetCaption(text, 5, blue);
+        ExpectLook(blank, text, 5, blue);
+    }
+}
+
+TEST_F(SkinStatic, ACommandFromAnyDepthReachesTheDialogOnce) {
+    auto inner = std::make_unique<CSkinStatic>();
+    Make(*inner, {0, 0, 60, 20}, label);
+    CSkinButton button;
+    button.Create("BUTTON", "", WS_CHILD | WS_VISIBLE, {0, 0, 10, 10}, inner->GetHandle(), buttonId);
+    const ReceivedCommand click{buttonId, BN_CLICKED, button.GetHandle()};
+    button.SendMessage(BM_CLICK);
+    EXPECT_EQ(ground.commands, std::vector{click});
+    // The dialog may drop the static that passes the command on.
+    ground.atCommand = [&] { inner.reset(); };
+    button.SendMessage(BM_CLICK);
+    EXPECT_EQ(ground.commands, std::vector(2, click));
+    EXPECT_EQ(button.GetHandle(), nullptr);
+}
+
+TEST_F(SkinStatic, TwentyThousandPaintsKeepNoHandle) {
+    LoadPicture({"abc", "def"});
+    label.cornerWidth = 1;
+    label.SetCaption("Caption", 5, blue);
+    RecordProperty("microseconds", static_cast<int>(PaintOften(label)));
+}
+
+} // namespace
