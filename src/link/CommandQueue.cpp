@@ -22,6 +22,7 @@ int CCommandQueue::Add(std::unique_ptr<CCommand> command) {
     {
         const CMutexGuard guard(lock);
         commands.push_back(std::move(command));
+        waiting = commands.size();
     }
     if (!running) Start();
     return 0;
@@ -43,6 +44,7 @@ void CCommandQueue::DropQueued() {
     std::deque<std::unique_ptr<CCommand>> dropped; // outlives the guard: the commands die outside the lock
     const CMutexGuard guard(lock);
     commands.swap(dropped);
+    waiting = 0;
 }
 
 unsigned CCommandQueue::RunWorker(void* queue) noexcept {
@@ -61,9 +63,11 @@ void CCommandQueue::Work() {
 }
 
 std::unique_ptr<CCommand> CCommandQueue::TakeFirst() {
+    if (waiting == 0) return nullptr;
     const CMutexGuard guard(lock);
-    if (commands.empty()) return nullptr;
+    if (commands.empty()) return nullptr; // dropped in between
     auto first = std::move(commands.front());
     commands.pop_front();
+    waiting = commands.size();
     return first;
 }

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <deque>
 #include <memory>
 
@@ -50,8 +51,10 @@ private:
     std::unique_ptr<CCommand> TakeFirst();
 
     std::deque<std::unique_ptr<CCommand>> commands; // oldest first
+    // Their count, for the worker to look at without the lock: it looks a hundred times a second, mostly for nothing.
+    std::atomic<std::size_t> waiting{0};
     CWorkerThread thread;
     std::atomic<bool> stopRequested{false};
     std::atomic<bool> running{false};
-    CMutex lock; // guards `commands`; held for an append or a removal, never across a command
+    CMutex lock; // guards `commands` and the changes of `waiting`; held for an append or a removal, never across a command
 };

@@ -13,30 +13,18 @@ namespace {
 
 constexpr UINT deleteObject = WM_APP + 1, destroyWindow = WM_APP + 2;
 
-// Ends itself or its window inside its own handlers.
+// Ends itself or its window while it handles a message.
 class CMortal : public CWnd {
 public:
-    static const CMessageMap& ClassMap() {
-        static constexpr std::array entries{OnMessage<deleteObject, &CMortal::OnDelete>(),
-                                            OnMessage<destroyWindow, &CMortal::OnDestroyWindow>()};
-        static const CMessageMap map{&CWnd::ClassMap(), entries};
-        return map;
-    }
-    const CMessageMap& GetMessageMap() const override { return ClassMap(); }
     int windowsLost = 0;
 
-protected:
-    void PostNcDestroy() override { ++windowsLost; }
-
-private:
-    LRESULT OnDelete(WPARAM, LPARAM) {
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == destroyWindow) return DestroyWindow() ? 12 : 0;
+        if (message != deleteObject) return CWnd::WindowProc(message, wParam, lParam);
         delete this;
         return 11;
     }
-    LRESULT OnDestroyWindow(WPARAM, LPARAM) {
-        DestroyWindow();
-        return 12;
-    }
+    void PostNcDestroy() override { ++windowsLost; }
 };
 
 class Window : public testing::Test {

@@ -73,9 +73,11 @@ TEST_F(PanelTest, AMovedCounterIsShownUnderItsNewAddress) {
     EXPECT_EQ(SettingsShown(), "Chinese OUT YES 200 31 3");
     EXPECT_EQ(Counts(), "56 78");
     EXPECT_EQ(panel->records[2].address, 2);
+    Click(IDC_ADDRESS_BUTTON_FIRST);
+    EXPECT_EQ(panel->selected, 3);
     Reply(WM_POLL_REPLY, 2, {}); // the next round of polls sorts it out
     Reply(WM_POLL_REPLY, 3, Status(3, 57, 79));
-    EXPECT_EQ(Buttons(), "0 3*");
+    EXPECT_EQ(Buttons(), "0*3*");
     EXPECT_EQ(Counts(), "57 79");
 }
 

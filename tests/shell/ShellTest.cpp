@@ -48,7 +48,7 @@ protected:
         steps = &script;
         frame = nullptr;
         const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR id, DWORD) {
-            current->frame = ::FindWindowA(nullptr, productTitle);
+            current->frame = ::FindWindowA("#32770", productTitle);
             if (::IsWindowVisible(current->frame) == FALSE) return;
             ::KillTimer(nullptr, id);
             (*current->steps)();

@@ -8,25 +8,21 @@
 #include <thread>
 #include <vector>
 
-#include "Waiting.h"
+#include "Program.h"
 #include "line/CounterLine.h"
 #include "serial/CommPort.h"
 
 // A request as it came in: not before `earliest`, when the line was last seen empty, and not after `latest`.
 struct HeardFrame {
-    LineBytes bytes;
+    std::string hex; // as the log writes it
     Clock::time_point earliest;
     Clock::time_point latest;
-
-    std::uint8_t Address() const { return bytes[1]; }
-    std::uint8_t Code() const { return bytes[2]; }
 };
 
-// As the log writes it: two lower-case digits and a blank for each byte.
+// Two lower-case digits and a blank for each byte.
 std::string HexOf(const LineBytes& bytes);
-
-// The whole frame of a poll, as the counters' protocol has it.
-LineBytes PollFrame(std::uint8_t address);
+// A whole frame: start byte, checksum and end byte around what is given.
+std::string FrameAround(const std::string& hex);
 
 class CCounterPlayer {
 public:
@@ -36,29 +32,24 @@ public:
     CCounterPlayer& operator=(const CCounterPlayer&) = delete;
     ~CCounterPlayer();
 
-    // False if the port can't be opened.
-    bool Play();
+    // False if there is no such port.
+    bool Play(const std::string& portName);
 
-    // From now on, both the numbers of people.
     void Count(std::uint8_t address, int in, int out);
-    // As the simulated line writes faults: "torn 3", "late=150 *".
-    void BringFault(const std::string& text);
-    void ClearFaults();
-    void Say(LineBytes bytes);
+    // As the simulated line writes faults: "torn 3", "late=150 *". They take the place of those in force.
+    void BringFaults(const std::vector<std::string>& faults);
+    void Say(const LineBytes& bytes);
 
-    std::vector<HeardFrame> Heard() const;
-    std::size_t HeardCount() const { return Heard().size(); }
-    // The frames with this command byte.
-    std::vector<HeardFrame> Heard(std::uint8_t code) const;
-    std::size_t HeardBytes() const; // garbage counts too
+    // The requests to come, of one command if `code` is given ("81 " for polls).
+    std::vector<HeardFrame> Heard(const std::string& code = "") const;
+    std::size_t HeardBytes() const; // with what is no request
     LineBytes Spoken() const;
 
+    bool AwaitFrames(std::size_t more) const;
     // Until nothing has come in for two poll periods.
     bool AwaitSilence() const;
-    bool AwaitFrames(std::size_t more) const;
 
 private:
-    void Run();
     void Listen(Clock::time_point lastLook);
 
     CCommPort port;

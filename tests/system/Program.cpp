@@ -1,60 +1,40 @@
 #include "Program.h"
 
 #include <array>
-#include <utility>
-#include <vector>
 
 #include <gtest/gtest.h>
 
-#include "Input.h"
 #include "resources/ResourceIds.h"
 
 namespace {
 
 constexpr UINT answerLimit = 5000; // milliseconds
 
-using WindowTest = std::function<bool(HWND)>;
-
-struct WindowSearch {
-    const WindowTest& test;
-    HWND found;
-
-    static BOOL CALLBACK Visit(HWND window, LPARAM search) {
-        auto& [test, found] = *reinterpret_cast<WindowSearch*>(search);
-        if (test(window)) found = window;
-        return found == nullptr;
+HWND FindControl(HWND window, int id) {
+    for (HWND child = ::GetWindow(window, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        if (::GetDlgCtrlID(child) == id) return child;
+        if (const HWND inner = FindControl(child, id)) return inner;
     }
-};
-
-HWND FindDescendant(HWND window, const WindowTest& test) {
-    WindowSearch search{test, nullptr};
-    // Without a window all top-level windows would be meant.
-    if (window != nullptr) ::EnumChildWindows(window, &WindowSearch::Visit, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-HWND FindVisibleControl(HWND window, int id) {
-    return FindDescendant(
-        window, [id](HWND child) { return ::GetDlgCtrlID(child) == id && ::IsWindowVisible(child) != FALSE; });
-}
-
-std::string ClassOf(HWND window) {
-    std::array<char, 64> name{};
-    ::GetClassNameA(window, name.data(), static_cast<int>(name.size()));
-    return name.data();
+    return nullptr;
 }
 
 // Asks the window itself, as the system keeps no text of another process's control.
 std::string TextOf(HWND window) {
     std::array<wchar_t, 512> wide{};
     DWORD_PTR length = 0;
-    if (!::SendMessageTimeoutW(window, WM_GETTEXT, wide.size(), reinterpret_cast<LPARAM>(wide.data()), SMTO_NORMAL,
-                               answerLimit, &length)) {
-        return {};
-    }
+    ::SendMessageTimeoutW(window, WM_GETTEXT, wide.size(), reinterpret_cast<LPARAM>(wide.data()), SMTO_NORMAL,
+                          answerLimit, &length);
     std::array<char, 3 * wide.size()> text{};
     ::WideCharToMultiByte(CP_UTF8, 0, wide.data(), -1, text.data(), static_cast<int>(text.size()), nullptr, nullptr);
     return text.data();
+}
+
+// The program's own dialog has its text at any depth; the platform's box has statics of other ids.
+std::string BoxText(HWND box) {
+    if (const HWND text = FindControl(box, IDC_MESSAGE_TEXT)) return TextOf(text);
+    std::string found;
+    for (HWND text = nullptr; (text = ::FindWindowExA(box, text, "Static", nullptr)) != nullptr;) found += TextOf(text);
+    return found;
 }
 
 void ClickOn(HWND control) {
@@ -63,14 +43,42 @@ void ClickOn(HWND control) {
     const POINT middle{(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
     const HWND there = ::WindowFromPoint(middle);
     if (control == nullptr || (there != control && !::IsChild(control, there))) {
-        ADD_FAILURE() << "no way to click at control " << ::GetDlgCtrlID(control) << ": a window of class "
-                      << ClassOf(there) << " is there";
+        ADD_FAILURE() << "no way to click at control " << ::GetDlgCtrlID(control);
         return;
     }
-    ClickAt(middle);
+    // A window that has just come up may still be told where the pointer was before: the hand has to rest for a moment.
+    auto resting = Clock::now();
+    EXPECT_TRUE(Await([&] {
+        POINT now{};
+        ::GetCursorPos(&now);
+        if (now.x != middle.x || now.y != middle.y) {
+            ::SetCursorPos(middle.x, middle.y);
+            resting = Clock::now();
+        }
+        return Clock::now() - resting > 50ms;
+    }));
+    std::array<INPUT, 2> press{};
+    press[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+    press[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    ::SendInput(2, press.data(), sizeof(INPUT));
 }
 
 } // namespace
+
+void PressKey(WORD key, WORD held) {
+    const auto send = [](WORD virtualKey, DWORD flags) {
+        INPUT event{};
+        event.type = INPUT_KEYBOARD;
+        event.ki.wVk = virtualKey;
+        event.ki.wScan = static_cast<WORD>(::MapVirtualKeyA(virtualKey, MAPVK_VK_TO_VSC));
+        event.ki.dwFlags = flags;
+        ::SendInput(1, &event, sizeof event);
+    };
+    if (held != 0) send(held, 0);
+    send(key, 0);
+    send(key, KEYEVENTF_KEYUP);
+    if (held != 0) send(held, KEYEVENTF_KEYUP);
+}
 
 CProgram::CProgram() : job(::CreateJobObjectA(nullptr, nullptr)) {
     JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
@@ -96,13 +104,14 @@ bool CProgram::Launch() {
     STARTUPINFOA start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION made{};
-    std::string command = "\"" + Folder() + "Quorvane.exe\"";
-    if (!::CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, Folder().c_str(), &start,
-                          &made)) {
+    const std::string folder = Folder();
+    if (!::CreateProcessA((folder + "Quorvane.exe").c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
+                          folder.c_str(), &start, &made)) {
         return false;
     }
-    ::CloseHandle(made.hThread);
     ::AssignProcessToJobObject(job, made.hProcess);
+    ::CloseHandle(made.hThread);
+    if (process != nullptr) ::CloseHandle(process);
     process = made.hProcess;
     processId = made.dwProcessId;
     return true;
@@ -110,88 +119,66 @@ bool CProgram::Launch() {
 
 bool CProgram::Start() {
     return Launch() && Await([this] {
-               frame = FindTopWindow([](HWND window) { return FindPanel(window) && ::IsWindowVisible(window); });
-               return frame != nullptr;
+               frame = ::FindWindowA(nullptr, title);
+               return ::IsWindowVisible(frame) != FALSE;
            }) &&
            Answers();
 }
 
-std::optional<DWORD> CProgram::Close(Clock::duration limit) {
-    ::PostMessageA(frame, WM_CLOSE, 0, 0);
-    return AwaitExit(limit);
-}
-
 std::optional<DWORD> CProgram::AwaitExit(Clock::duration limit) const {
-    if (::WaitForSingleObject(process, static_cast<DWORD>(Milliseconds(limit))) != WAIT_OBJECT_0) return std::nullopt;
+    const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(limit).count();
+    if (::WaitForSingleObject(process, static_cast<DWORD>(time)) != WAIT_OBJECT_0) return std::nullopt;
     DWORD code = 0;
     ::GetExitCodeProcess(process, &code);
     return code;
 }
 
-HWND CProgram::FindTopWindow(const WindowTest& test) const {
-    const WindowTest ownTest = [&](HWND window) {
-        DWORD owner = 0;
-        ::GetWindowThreadProcessId(window, &owner);
-        return owner == processId && test(window);
-    };
-    WindowSearch search{ownTest, nullptr};
-    ::EnumWindows(&WindowSearch::Visit, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+std::optional<DWORD> CProgram::Close() {
+    ::PostMessageA(frame, WM_CLOSE, 0, 0);
+    return AwaitExit(2s);
 }
 
-// Menus and tool tips are top-level windows too, hence the class of dialogs.
-HWND CProgram::FindBox() const {
-    return FindTopWindow(
-        [this](HWND window) { return window != frame && ::IsWindowVisible(window) && ClassOf(window) == "#32770"; });
+bool CProgram::ShowsAnyWindow() const {
+    for (HWND window = nullptr; (window = ::FindWindowExA(nullptr, window, nullptr, nullptr)) != nullptr;) {
+        DWORD owner = 0;
+        ::GetWindowThreadProcessId(window, &owner);
+        if (owner == processId && ::IsWindowVisible(window)) return true;
+    }
+    return false;
 }
 
 HWND CProgram::Control(int id) const {
-    return FindDescendant(frame, [id](HWND child) { return ::GetDlgCtrlID(child) == id; });
+    return FindControl(frame, id);
 }
 
 std::string CProgram::Text(int id) const {
     return TextOf(Control(id));
 }
 
-int CProgram::FocusId() const {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    ::GetGUIThreadInfo(::GetWindowThreadProcessId(frame, nullptr), &info);
-    return ::GetDlgCtrlID(info.hwndFocus);
-}
-
 void CProgram::Click(int id) const {
     ClickOn(Control(id));
 }
 
-void CProgram::Type(int id, const std::string& text, const std::string& reads) const {
+void CProgram::Type(int id, std::string_view digits) const {
     Click(id);
     PressKey(VK_HOME);
     PressKey(VK_END, VK_SHIFT);
-    TypeKeys(text);
-    EXPECT_TRUE(Await([&] { return Text(id) == reads; })) << "reads " << Text(id) << " instead of " << reads;
+    for (const char digit : digits) PressKey(static_cast<WORD>(digit));
 }
 
-// The program's own message dialog, or the platform's box, whose one button bears the id of either answer.
-std::string CProgram::TakeBox() const {
+void CProgram::ExpectBox(const std::string& text) const {
     HWND box = nullptr;
-    HWND button = nullptr;
+    std::string reads;
     const bool stands = Await([&] {
-        box = FindBox();
-        for (const int id : {IDC_MESSAGE_OK, IDOK, IDCANCEL}) {
-            if ((button = FindVisibleControl(box, id)) != nullptr) return true;
-        }
-        return false;
+        box = ::GetLastActivePopup(frame);
+        reads = box != frame ? BoxText(box) : "";
+        return ::IsWindowVisible(box) && reads == text;
     });
-    if (!stands) return {};
-    std::string text;
-    FindDescendant(box, [&](HWND child) {
-        if (ClassOf(child) == "Static") text += TextOf(child);
-        return false;
-    });
+    ASSERT_TRUE(stands) << "the box reads \"" << reads << "\", not \"" << text << '"';
+    HWND button = nullptr;
+    for (const int id : {IDC_MESSAGE_OK, IDOK, IDCANCEL}) button = button != nullptr ? button : FindControl(box, id);
     ClickOn(button);
     EXPECT_TRUE(Await([box] { return !::IsWindow(box); })) << "the box stays: " << text;
-    return text;
 }
 
 DWORD CProgram::HandleCount() const {
@@ -200,17 +187,14 @@ DWORD CProgram::HandleCount() const {
     return count;
 }
 
-double CProgram::ProcessorSeconds() const {
+Clock::duration CProgram::ProcessorTime() const {
     FILETIME created{}, exited{}, kernel{}, user{};
     ::GetProcessTimes(process, &created, &exited, &kernel, &user);
-    const auto seconds = [](const FILETIME& time) {
-        return static_cast<double>((static_cast<unsigned long long>(time.dwHighDateTime) << 32) | time.dwLowDateTime) /
-               1e7;
-    };
-    return seconds(kernel) + seconds(user);
+    // In tenths of microseconds; the high halves fill only after seven minutes.
+    return std::chrono::microseconds((kernel.dwLowDateTime + user.dwLowDateTime) / 10);
 }
 
-bool CProgram::SendTo(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+bool CProgram::SendTo(HWND window, UINT message, WPARAM wParam) {
     DWORD_PTR result = 0;
-    return ::SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, answerLimit, &result) != 0;
+    return ::SendMessageTimeoutA(window, message, wParam, 0, SMTO_NORMAL, answerLimit, &result) != 0;
 }

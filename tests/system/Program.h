@@ -1,14 +1,29 @@
-// The built program as a process of its own: its windows found by control id at any depth, its buttons pressed with the
-// mouse, its texts read. A call that the program doesn't answer within five seconds fails instead of hanging the test.
+// The built program as a process of its own: started, seen and pressed as by a user, with the mouse and the keyboard of
+// the system. What the program leaves unanswered for five seconds fails instead of hanging the test.
 #pragma once
 
-#include <functional>
+#include <chrono>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <thread>
 
 #include <windows.h>
 
-#include "Waiting.h"
+using Clock = std::chrono::steady_clock;
+using namespace std::chrono_literals;
+
+// Asks every few milliseconds, up to the limit.
+template <class Condition>
+bool Await(const Condition& condition, Clock::duration limit = 5s) {
+    for (const auto deadline = Clock::now() + limit; !condition(); std::this_thread::sleep_for(2ms)) {
+        if (Clock::now() >= deadline) return false;
+    }
+    return true;
+}
+
+// Presses and releases a key, with another one held down meanwhile; 0 for none.
+void PressKey(WORD key, WORD held = 0);
 
 class CProgram {
 public:
@@ -25,48 +40,37 @@ public:
     // Launch only makes the process. Start also waits until its window can be seen and answers.
     bool Launch();
     bool Start();
-    // Asks the window to close; the exit code, or nothing if the process is still there at the limit.
-    std::optional<DWORD> Close(Clock::duration limit = 2s);
+    // The exit code, or nothing if the process is still there at the limit. Close asks the window to close before.
     std::optional<DWORD> AwaitExit(Clock::duration limit) const;
+    std::optional<DWORD> Close();
     bool IsRunning() const { return process != nullptr && !AwaitExit(0ms); }
+    bool ShowsAnyWindow() const;
 
-    bool ShowsWindow() const {
-        return FindTopWindow([](HWND window) { return ::IsWindowVisible(window) != FALSE; }) != nullptr;
-    }
-    // The main window, known once Start has found it, and the panel that fills it.
-    HWND Frame() const { return frame; }
-    HWND Panel() const { return FindPanel(frame); }
-    // Whether the user-interface thread takes messages.
-    bool Answers() const { return SendTo(frame, WM_NULL); }
-
-    HWND Control(int id) const;
+    HWND Frame() const { return frame; } // known once Start has found it
+    HWND Panel() const { return ::FindWindowExA(frame, nullptr, "#32770", nullptr); }
+    HWND Control(int id) const;     // at any depth
     std::string Text(int id) const; // UTF-8
     bool IsEnabled(int id) const { return ::IsWindowEnabled(Control(id)) != FALSE; }
     bool IsVisible(int id) const { return ::IsWindowVisible(Control(id)) != FALSE; }
-    int FocusId() const;
 
-    // With the mouse, in the middle of the control. Fails the test if another window is there.
+    // With the mouse, in the middle of the control; fails the test if another window is there.
     void Click(int id) const;
-    // Replaces an edit's text key by key, and sees to what it then reads.
-    void Type(int id, const std::string& text) const { Type(id, text, text); }
-    void Type(int id, const std::string& text, const std::string& reads) const;
-    // To the panel, as the program's own controls and menus do.
+    // Replaces an edit's text key by key, digits only.
+    void Type(int id, std::string_view digits) const;
+    // The message box on top, when it reads so, is closed with the mouse.
+    void ExpectBox(const std::string& text) const;
+    bool ShowsBox() const { return ::GetLastActivePopup(frame) != frame; }
+
+    // Whether the window takes messages; a command as from the program's own controls and menus.
+    bool Answers() const { return SendTo(frame, WM_NULL, 0); }
     bool SendCommand(int id) const { return SendTo(Panel(), WM_COMMAND, static_cast<WPARAM>(id)); }
     void PostCommand(int id) const { ::PostMessageA(Panel(), WM_COMMAND, static_cast<WPARAM>(id), 0); }
 
-    // A message box in front of the window.
-    bool ShowsBox() const { return FindBox() != nullptr; }
-    // Its text, once one is there; it is then closed with the mouse. Empty if none came.
-    std::string TakeBox() const;
-
     DWORD HandleCount() const;
-    double ProcessorSeconds() const;
+    Clock::duration ProcessorTime() const;
 
 private:
-    HWND FindTopWindow(const std::function<bool(HWND)>& test) const;
-    HWND FindBox() const;
-    static HWND FindPanel(HWND window) { return ::FindWindowExA(window, nullptr, "#32770", nullptr); }
-    static bool SendTo(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+    static bool SendTo(HWND window, UINT message, WPARAM wParam);
 
     HANDLE job; // ends the process with the test, however that ends
     HANDLE process = nullptr;

@@ -1,53 +1,63 @@
 // Base of the tests: an empty line, no stored values, one program, and everything put back at the end.
 #pragma once
 
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "CounterPlayer.h"
 #include "Program.h"
-#include "StoredState.h"
 #include "resources/ResourceIds.h"
 
-// An end of the null-modem cable: the environment variable that names it, and its name without one.
-struct TestPort {
-    const char* variable;
-    const char* otherwise;
-
-    std::string Name() const;
-    DWORD Number() const; // of the name
+struct LogLine {
+    std::string time; // "2012/07/02 16:21:20"
+    bool sent;        // else received
+    std::string hex;
 };
-inline constexpr TestPort nearPort{"QUORVANE_TEST_PORT_A", "COM1"}; // the program's
-inline constexpr TestPort farPort{"QUORVANE_TEST_PORT_B", "COM2"};  // the counters'
-
-bool OpenTestPort(CCommPort& port, const TestPort& name);
 
 class SystemTest : public testing::Test {
 protected:
     void SetUp() override;
-    void TearDown() override; // also closes the program, which has to end by itself
+    void TearDown() override; // the program has to end when its window is closed
 
     // Lets counters be there from now on.
     void PlayCounters(const std::vector<std::uint8_t>& addresses);
-    // The program, on the near port unless the test has stored another one; with polling on if asked.
-    void StartProgram(bool polling = false);
+    // On the near port, unless the test has stored another one.
+    void StartProgram();
+    void StartPolling();
     void StopPolling();
 
-    void ExpectText(int id, const std::string& text, Clock::duration limit = 5s) const;
-    // The texts of the visible address buttons come to be these, parted by blanks.
+    void ExpectText(int id, const std::string& text) const;
+    // The texts of the visible address buttons, parted by blanks.
     void ExpectAddressButtons(const std::string& addresses) const;
     void ExpectTotals(std::size_t sent, std::size_t received) const;
-    // That polls reach the wire, and what they bring reaches the display of the counter shown, whose address this is.
+    // Polls reach the wire, and what they bring reaches the displays, if the counter at the address is the one shown.
     void ExpectPollingGoesOn(std::uint8_t address = 0);
 
-    CStoredState stored;
+    // The program's stored values; Stored takes numbers only.
+    static void Store(const std::string& name, DWORD type, const std::string& bytes);
+    static void Store(const std::string& name, DWORD value);
+    static std::optional<DWORD> Stored(const std::string& name);
+
+    static std::string LogPath() { return CProgram::Folder() + "Quorvane.log"; }
+    static std::string LogText();
+    // Fails the test at the first line that isn't in the exact form.
+    static std::vector<LogLine> LogLines();
+
+    std::string nearPort = "COM1"; // the program's end of the cable
+    std::string farPort = "COM2";  // the counters'
+    DWORD nearNumber = 1;
     CProgram program;
     std::unique_ptr<CCounterPlayer> counters;
 
 private:
-    static std::string ShownAddresses(const CProgram& shown);
+    std::string ShownAddresses() const;
 
+    std::map<std::string, std::pair<DWORD, std::string>> formerValues;
     int lastCount = 1000;
 };

@@ -83,7 +83,7 @@ std::string DescribeLineFaults() {
     std::string text;
     for (const KindRow& row : kinds) {
         std::string name(row.name);
-        if (row.takesValue) name += "=" + std::to_string(row.usual);
+        if (row.takesValue) name.append(1, '=').append(std::to_string(row.usual));
         name.resize(std::max<std::size_t>(name.size(), 14), ' ');
         text += "  " + name + std::string(row.description) + "\n";
     }
