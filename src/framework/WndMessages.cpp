@@ -19,6 +19,10 @@ bool CWnd::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& re
         return OnCommand(wParam, lParam);
     case WM_NOTIFY:
         return lParam != 0 && OnNotify(*reinterpret_cast<NMHDR*>(lParam), result);
+    case WM_DRAWITEM:
+    case WM_MEASUREITEM:
+        if (lParam == 0) return false; // somebody else's: handlers take a reference
+        break;
     default:
         break;
     }
@@ -31,11 +35,9 @@ bool CWnd::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& re
     }
     switch (message) {
     case WM_DRAWITEM:
-        if (lParam == 0) return false;
         result = TRUE;
         return RouteDrawItem(*reinterpret_cast<DRAWITEMSTRUCT*>(lParam));
     case WM_MEASUREITEM:
-        if (lParam == 0) return false;
         result = TRUE;
         return RouteMeasureItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
     case WM_MENUCHAR:

@@ -55,6 +55,7 @@ public:
                                             OnCommandId<IDC_BUTTON, &CProbe::OnClick>(),
                                             OnControl<EN_CHANGE, IDC_FIRST, &CProbe::OnChange>(),
                                             OnNotifyCode<notified, IDC_FIRST, &CProbe::OnNotified>(),
+                                            On<WM_MEASUREITEM, &CProbe::OnMeasureItem>(),
                                             OnColor<&CProbe::OnControlColor>()};
         static const CMessageMap map{&CBaseProbe::ClassMap(), entries};
         return map;
@@ -69,6 +70,7 @@ public:
     void OnSecond() { trace += "second "; }
     void OnClick() { trace += "click "; }
     void OnChange() { trace += "change "; }
+    void OnMeasureItem(int id, MEASUREITEMSTRUCT& item) { item.itemHeight = static_cast<UINT>(id); }
     LRESULT OnNotified(NMHDR& header) { return static_cast<LRESULT>(header.idFrom) + 1; }
     HBRUSH OnControlColor(CDC& dc, CWnd* control, UINT message) {
         if (message == WM_CTLCOLOREDIT) return static_cast<HBRUSH>(::GetStockObject(GRAY_BRUSH));
@@ -134,9 +136,15 @@ TEST_F(MessageMap, CommandsFindTheNearestTarget) {
     EXPECT_EQ(Command(panel, IDC_FIRST, EN_CHANGE), ""); // notifications concern the control's own dialog alone
     EXPECT_EQ(Command(panel, IDOK), "");                 // and so do OK and Cancel
     EXPECT_NE(dialog.GetHandle(), nullptr);
+}
 
+TEST_F(MessageMap, HandsStructuresOnAndRefusesNullOnes) {
     NMHDR header{dialog.GetDlgItem(IDC_FIRST), IDC_FIRST, notified};
     EXPECT_EQ(dialog.SendMessage(WM_NOTIFY, IDC_FIRST, reinterpret_cast<LPARAM>(&header)), IDC_FIRST + 1);
+    MEASUREITEMSTRUCT item{};
+    dialog.SendMessage(WM_MEASUREITEM, 3, reinterpret_cast<LPARAM>(&item));
+    EXPECT_EQ(item.itemHeight, 3U);
+    for (const UINT message : {WM_NOTIFY, WM_MEASUREITEM, WM_DRAWITEM}) EXPECT_EQ(dialog.SendMessage(message), 0);
 }
 
 // A control that takes part in its click, its colour and its drawing.

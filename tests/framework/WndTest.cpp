@@ -80,18 +80,22 @@ TEST_F(Window, EndsWithTheObjectThatMadeIt) {
     EXPECT_FALSE(::IsWindow(owned));
 }
 
+WNDPROC behind = nullptr;
+
+LRESULT CALLBACK ForeignProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return ::CallWindowProcA(behind, window, message, wParam, lParam);
+}
+
 // A procedure that was put in front since stays there, and leads through to the window's own.
 TEST_F(Window, SurvivesAnObjectBehindAForeignProcedure) {
-    static WNDPROC behind = nullptr;
-    const WNDPROC foreign = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
-        return ::CallWindowProcA(behind, window, message, wParam, lParam);
-    };
+    const WNDPROC foreign = &ForeignProcedure;
     {
         CMortal object;
         ASSERT_TRUE(object.SubclassWindow(edit));
         behind =
             reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(foreign)));
     }
+    EXPECT_EQ(::GetWindowLongPtrA(edit, GWLP_WNDPROC), reinterpret_cast<LONG_PTR>(foreign));
     ExpectEditWorks();
     CMortal second;
     ASSERT_TRUE(second.SubclassWindow(edit));

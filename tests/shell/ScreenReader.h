@@ -29,9 +29,7 @@ public:
     // The first boxes are left standing until `together` of them do, or for some seconds. `frame` is no box.
     explicit CBoxReader(int together = 1, HWND frame = nullptr) : wanted(together), exempt(frame) {
         current = this;
-        timer = ::SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
-            if (current != nullptr) current->Look();
-        });
+        timer = ::SetTimer(nullptr, 0, 10, &OnTimer);
     }
     CBoxReader(const CBoxReader&) = delete;
     CBoxReader& operator=(const CBoxReader&) = delete;
@@ -44,6 +42,10 @@ public:
     int mostTogether = 0; // boxes that stood at once
 
 private:
+    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
+        if (current != nullptr) current->Look();
+    }
+
     void Look() {
         ::EnumThreadWindows(::GetCurrentThreadId(), &NoteBox, 0);
         const int count = static_cast<int>(standing.size());

