@@ -3,6 +3,7 @@
 #include <array>
 
 #include <gtest/gtest.h>
+#include <tlhelp32.h>
 
 #include "resources/ResourceIds.h"
 
@@ -135,7 +136,7 @@ std::optional<DWORD> CProgram::AwaitExit(Clock::duration limit) const {
 
 std::optional<DWORD> CProgram::Close() {
     ::PostMessageA(frame, WM_CLOSE, 0, 0);
-    return AwaitExit(2s);
+    return AwaitExit(10s);
 }
 
 bool CProgram::ShowsAnyWindow() const {
@@ -187,11 +188,23 @@ DWORD CProgram::HandleCount() const {
     return count;
 }
 
+// Thread by thread, as a system may know the times of a whole process only for the one that asks.
 Clock::duration CProgram::ProcessorTime() const {
-    FILETIME created{}, exited{}, kernel{}, user{};
-    ::GetProcessTimes(process, &created, &exited, &kernel, &user);
-    // In tenths of microseconds; the high halves fill only after seven minutes.
-    return std::chrono::microseconds((kernel.dwLowDateTime + user.dwLowDateTime) / 10);
+    ULONGLONG sum = 0; // of 100 ns
+    const HANDLE threads = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    THREADENTRY32 entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = ::Thread32First(threads, &entry); more; more = ::Thread32Next(threads, &entry)) {
+        if (entry.th32OwnerProcessID != processId) continue;
+        const HANDLE thread = ::OpenThread(THREAD_QUERY_INFORMATION, FALSE, entry.th32ThreadID);
+        FILETIME created{}, exited{}, kernel{}, user{};
+        // The high halves fill only after seven minutes.
+        if (::GetThreadTimes(thread, &created, &exited, &kernel, &user))
+            sum += kernel.dwLowDateTime + user.dwLowDateTime;
+        ::CloseHandle(thread);
+    }
+    ::CloseHandle(threads);
+    return std::chrono::microseconds(sum / 10);
 }
 
 bool CProgram::SendTo(HWND window, UINT message, WPARAM wParam) {

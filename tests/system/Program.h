@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 
 // Asks every few milliseconds, up to the limit.
 template <class Condition>
-bool Await(const Condition& condition, Clock::duration limit = 5s) {
+bool Await(const Condition& condition, Clock::duration limit = 10s) {
     for (const auto deadline = Clock::now() + limit; !condition(); std::this_thread::sleep_for(2ms)) {
         if (Clock::now() >= deadline) return false;
     }

@@ -81,7 +81,7 @@ TEST_F(Start, WithoutItsPortTheProgramWorksAndAnotherPortCanBeChosen) {
     StartProgram();
     ExpectText(IDC_PORT, "Open COM");
     StartPolling();
-    EXPECT_TRUE(Await([] { return LogLines().size() >= 3; }));
+    ASSERT_TRUE(Await([] { return LogLines().size() >= 3; }));
     StopPolling();
     // Polls go out into nothing, and are logged and counted all the same.
     const auto lines = LogLines();

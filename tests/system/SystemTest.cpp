@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 #include <regex>
+#include <stdexcept>
 
 #include <shlwapi.h>
 
@@ -14,9 +15,21 @@ namespace {
 
 constexpr char keyName[] = "SOFTWARE\\BRENHOLT\\QV";
 
+// Without it the rest of the test makes no sense, whoever called for it: what is thrown ends the test as failed.
+void Need(bool given, const char* what) {
+    if (!given) throw std::runtime_error(std::string("no ") + what);
+}
+
 } // namespace
 
 void SystemTest::SetUp() {
+    for (const char* name : {"COM", "Language"}) {
+        std::array<char, 64> bytes{};
+        DWORD type = 0, length = sizeof bytes;
+        if (::SHGetValueA(HKEY_CURRENT_USER, keyName, name, &type, bytes.data(), &length) == ERROR_SUCCESS) {
+            formerValues[name] = {type, {bytes.data(), length}};
+        }
+    }
     ASSERT_EQ(::FindWindowA(nullptr, CProgram::title), nullptr) << "the program runs already";
     if (const char* const named = std::getenv("QUORVANE_TEST_PORT_A")) nearPort = named;
     if (const char* const named = std::getenv("QUORVANE_TEST_PORT_B")) farPort = named;
@@ -28,13 +41,6 @@ void SystemTest::SetUp() {
     for (std::size_t before = 1; std::exchange(before, left) != left;) {
         std::this_thread::sleep_for(50ms);
         left = nearEnd.HeardBytes() + farEnd.HeardBytes();
-    }
-    for (const char* name : {"COM", "Language"}) {
-        std::array<char, 64> bytes{};
-        DWORD type = 0, length = sizeof bytes;
-        if (::SHGetValueA(HKEY_CURRENT_USER, keyName, name, &type, bytes.data(), &length) == ERROR_SUCCESS) {
-            formerValues[name] = {type, {bytes.data(), length}};
-        }
     }
     ::SHDeleteKeyA(HKEY_CURRENT_USER, keyName);
     std::filesystem::remove_all(LogPath());
@@ -49,18 +55,18 @@ void SystemTest::TearDown() {
 
 void SystemTest::PlayCounters(const std::vector<std::uint8_t>& addresses) {
     counters = std::make_unique<CCounterPlayer>(addresses);
-    ASSERT_TRUE(counters->Play(farPort));
+    Need(counters->Play(farPort), "port for the counters");
 }
 
 void SystemTest::StartProgram() {
     if (!Stored("COM")) Store("COM", nearNumber);
-    ASSERT_TRUE(program.Start());
+    Need(program.Start(), "window of the program");
 }
 
 void SystemTest::StartPolling() {
     if (!program.IsRunning()) StartProgram();
     program.Click(IDC_START);
-    ExpectText(IDC_START, "Stop");
+    Need(Await([this] { return program.Text(IDC_START) == "Stop"; }), "polling");
 }
 
 void SystemTest::StopPolling() {
