@@ -17,10 +17,18 @@ BITMAP DescribeBitmap(HBITMAP bitmap) {
     return record;
 }
 
-// A bitmap compatible with the screen, not with a memory context, which would make it black and white.
-HBITMAP CreateScreenBitmap(int width, int height) {
-    const CClientDC screen(nullptr);
-    return ::CreateCompatibleBitmap(screen.GetHandle(), width, height);
+// 32 bits a pixel, which every colour screen takes, the rows from the bottom one up. Not device-dependent: some systems
+// ask the display driver anew each time that such a bitmap is made or selected, which costs more than all the drawing.
+HBITMAP CreatePixels(int width, int height) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    void* bits = nullptr;
+    return ::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
 }
 
 CRect ToRect(const Box& box) {
@@ -49,35 +57,28 @@ HRGN RegionOfRuns(const std::vector<Box>& runs, std::vector<std::byte>& bytes) {
     return ::ExtCreateRegion(nullptr, static_cast<DWORD>(bytes.size()), &data);
 }
 
-// A bitmap with 4 bytes a pixel whose bytes can be read.
-struct ReadablePixels {
-    CBitmap section;
-    const std::uint8_t* bytes = nullptr;
-};
+// The rows of a bitmap that stores them as CreatePixels does; without bytes for any other.
+PixelRows RowsOf(HBITMAP bitmap) {
+    DIBSECTION section{};
+    if (::GetObjectA(bitmap, sizeof section, &section) != sizeof section) return {};
+    const BITMAPINFOHEADER& header = section.dsBmih;
+    if (header.biBitCount != 32 || header.biCompression != BI_RGB || header.biHeight <= 0) return {};
+    ::GdiFlush(); // what GDI may still have to draw comes before the bytes are read past it
+    const auto stride = static_cast<std::size_t>(section.dsBm.bmWidthBytes);
+    const auto* bytes = static_cast<const std::uint8_t*>(section.dsBm.bmBits);
+    return {{bytes, stride * static_cast<std::size_t>(header.biHeight)}, header.biWidth, header.biHeight, stride};
+}
 
-ReadablePixels MakeReadable(const CSkinBitmap& picture) {
-    const int width = picture.GetWidth();
-    const int height = picture.GetHeight();
-    ReadablePixels pixels;
-    const CMemoryDC target(nullptr);
-    if (target.GetHandle() == nullptr) return pixels;
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
-    void* bits = nullptr;
-    pixels.section.Attach(::CreateDIBSection(target.GetHandle(), &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-    if (pixels.section.IsEmpty()) return pixels;
-    {
-        const CSelectObject selected(target, pixels.section.GetHandle());
-        picture.Draw(target.GetHandle(), picture.GetBounds());
-        ::GdiFlush(); // the bytes are read past GDI
+void DrawSliceCells(HDC dc, const CRect& rect, const CSkinBitmap& picture, int cornerWidth, int cornerHeight) {
+    if (picture.IsEmpty()) return;
+    const CMemoryDC source(nullptr);
+    const CSelectObject selected(source, picture.GetHandle());
+    const Box whole{0, 0, picture.GetWidth(), picture.GetHeight()};
+    const Box target{0, 0, static_cast<int>(rect.Width()), static_cast<int>(rect.Height())};
+    for (const auto& [to, from] : NineSliceCells(target, whole, cornerWidth, cornerHeight)) {
+        ::StretchBlt(dc, rect.left + to.x, rect.top + to.y, to.width, to.height, source.GetHandle(), from.x, from.y,
+                     from.width, from.height, SRCCOPY);
     }
-    pixels.bytes = static_cast<const std::uint8_t*>(bits);
-    return pixels;
 }
 
 } // namespace
@@ -86,7 +87,7 @@ int CSkinBitmap::GetFrame(CSkinBitmap& frame, int column, int row, int columns, 
     frame.DeleteObject();
     const Box cell = FrameCell(GetWidth(), GetHeight(), column, row, columns, rows);
     if (cell.IsEmpty()) return 1;
-    frame.Attach(CreateScreenBitmap(cell.width, cell.height));
+    frame.Attach(CreatePixels(cell.width, cell.height));
     const CMemoryDC target(nullptr);
     const CSelectObject selected(target, frame.GetHandle());
     StretchDraw(target.GetHandle(), {0, 0, cell.width, cell.height}, ToRect(cell));
@@ -95,11 +96,13 @@ int CSkinBitmap::GetFrame(CSkinBitmap& frame, int column, int row, int columns, 
 
 HRGN CSkinBitmap::CreateRegion(COLORREF transparent, COLORREF tolerance) const {
     if (IsEmpty()) return nullptr;
-    const ReadablePixels pixels = MakeReadable(*this);
-    if (pixels.bytes == nullptr) return nullptr;
-    const auto stride = static_cast<std::size_t>(DescribeBitmap(pixels.section.GetHandle()).bmWidthBytes + 3) / 4 * 4;
-    const auto height = static_cast<std::size_t>(GetHeight());
-    const PixelRows rows{{pixels.bytes, stride * height}, GetWidth(), GetHeight(), stride};
+    CSkinBitmap copy;
+    PixelRows rows = RowsOf(GetHandle());
+    if (rows.bytes.empty()) {
+        GetFrame(copy, 1, 1, 1, 1);
+        rows = RowsOf(copy.GetHandle());
+    }
+    if (rows.bytes.empty()) return nullptr;
     CRgn whole;
     std::vector<std::byte> regionData;
     ForEachRunBatch(rows, TransparentRange::From(transparent, tolerance), [&](const std::vector<Box>& runs) {
@@ -151,25 +154,19 @@ int CSkinBitmap::StretchDraw(HDC dc, const CRect& target, const CRect& source) c
 }
 
 int CSkinBitmap::DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int cornerHeight) const {
-    CSkinBitmap stretched;
-    BuildNineSlice(stretched, rect, cornerWidth, cornerHeight);
-    return stretched.Draw(dc, rect);
+    const CSavedDC saved{CDC(dc)};
+    ::IntersectClipRect(dc, rect.left, rect.top, rect.right, rect.bottom); // a corner may be larger than the rectangle
+    DrawSliceCells(dc, rect, *this, cornerWidth, cornerHeight);
+    return 1;
 }
 
 int CSkinBitmap::BuildNineSlice(CSkinBitmap& out, const CRect& rect, int cornerWidth, int cornerHeight) const {
     out.DeleteObject();
     if (IsEmpty() || rect.Width() <= 0 || rect.Height() <= 0) return 1;
-    out.Attach(CreateScreenBitmap(rect.Width(), rect.Height()));
+    out.Attach(CreatePixels(rect.Width(), rect.Height()));
     const CMemoryDC target(nullptr);
-    const CSelectObject targetSelected(target, out.GetHandle());
-    const CMemoryDC source(nullptr);
-    const CSelectObject sourceSelected(source, GetHandle());
-    const auto cells =
-        NineSliceCells({0, 0, rect.Width(), rect.Height()}, {0, 0, GetWidth(), GetHeight()}, cornerWidth, cornerHeight);
-    for (const SliceCell& cell : cells) {
-        ::StretchBlt(target.GetHandle(), cell.target.x, cell.target.y, cell.target.width, cell.target.height,
-                     source.GetHandle(), cell.source.x, cell.source.y, cell.source.width, cell.source.height, SRCCOPY);
-    }
+    const CSelectObject selected(target, out.GetHandle());
+    DrawSliceCells(target.GetHandle(), {0, 0, rect.Width(), rect.Height()}, *this, cornerWidth, cornerHeight);
     return 1;
 }
 

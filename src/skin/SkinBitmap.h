@@ -1,4 +1,4 @@
-// The one class through which every skinned control gets its pixels: a device-dependent bitmap that can be loaded from
+// The one class through which every skinned control gets its pixels: a bitmap that can be loaded from
 // a picture file, cut into frames, turned into a window region, and stretched by nine slices.
 //
 // An object owns at most one bitmap and is empty without one; sizes are read from the bitmap each time. Failure is a

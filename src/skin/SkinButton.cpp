@@ -62,11 +62,13 @@ void CSkinButton::OnPaint() {
         const CRgn shape(frame.CreateRegion(maskColor, maskTolerance));
         TakeShape(shape); // invalidates the window, so before the paint context is made
         CPaintDC dc(*this);
+        const CSavedDC saved(dc);
         DrawFrame(dc, frame, shape);
         return;
     }
     if (IsPicture()) RepaintGround(); // the same
     CPaintDC dc(*this);
+    const CSavedDC saved(dc);
     if (IsPicture()) DrawPicture(dc);
 }
 
@@ -114,14 +116,15 @@ void CSkinButton::RepaintGround() const {
 void CSkinButton::DrawFrame(CDC& dc, const CSkinBitmap& frame, const CRgn& shape) {
     if (frame.IsEmpty()) return;
     const CRect bounds = frame.GetBounds();
-    DrawCaption(frame, bounds, captionFormat);
-    const CSavedDC saved(dc);
+    // The caption is drawn on the frame, not on the screen, so that neither is ever seen without the other.
+    CMemoryDC memory(nullptr);
+    const CSelectObject selected(memory, frame.GetHandle());
+    DrawCaption(memory, bounds, captionFormat);
     ::SelectClipRgn(dc.GetHandle(), shape.GetHandle());
-    frame.Draw(dc.GetHandle(), bounds);
+    ::BitBlt(dc.GetHandle(), 0, 0, bounds.Width(), bounds.Height(), memory.GetHandle(), 0, 0, SRCCOPY);
 }
 
 void CSkinButton::DrawPicture(CDC& dc) {
-    const CSavedDC saved(dc);
     const CRect client = GetClientRect();
     CRect place = bitmap.GetBounds();
     const LONG margin = (client.Height() - place.Height()) / 2; // on the left as well as on top

@@ -33,6 +33,14 @@ const CMessageMap& CSkinControl<Control>::ClassMap() {
 }
 
 template <class Control>
+bool CSkinControl<Control>::SetBitmapFile(const std::string& path) {
+    CSkinBitmap loaded;
+    loaded.LoadFromFile(path, 0);
+    const CBitmap former(bitmap.CopyFrom(loaded.GetHandle())); // a copy, because copies are the quicker to draw from
+    return !bitmap.IsEmpty();
+}
+
+template <class Control>
 void CSkinControl<Control>::StoreCaption(const std::string& text, COLORREF color) {
     textColor = color;
     if (caption == text) return;
@@ -44,8 +52,7 @@ template <class Control>
 void CSkinControl<Control>::DrawCaption(CDC& dc, const CRect& rect, UINT format) {
     if (caption.empty()) return;
     if (font == nullptr) font = FontAbove(this->GetHandle());
-    const CSavedDC saved(dc);
-    const CSelectObject selected(dc, font);
+    if (font != nullptr) ::SelectObject(dc.GetHandle(), font);
     dc.SetTextColor(textColor);
     dc.SetBkMode(TRANSPARENT);
     CRect place = rect;
@@ -53,21 +60,16 @@ void CSkinControl<Control>::DrawCaption(CDC& dc, const CRect& rect, UINT format)
 }
 
 template <class Control>
-void CSkinControl<Control>::DrawCaption(const CSkinBitmap& picture, const CRect& rect, UINT format) {
-    CMemoryDC memory(nullptr);
-    const CSelectObject selected(memory, picture.GetHandle());
-    DrawCaption(memory, rect, format);
-}
-
-template <class Control>
 void CSkinControl<Control>::OnPaint() {
     CPaintDC dc(*this);
+    const CSavedDC saved(dc);
     PaintOn(dc);
 }
 
 template <class Control>
 LRESULT CSkinControl<Control>::OnPrintClient(WPARAM context, LPARAM) {
     CDC dc(reinterpret_cast<HDC>(context));
+    const CSavedDC saved(dc);
     PaintOn(dc);
     return 0;
 }

@@ -23,12 +23,12 @@ public:
     const CMessageMap& GetMessageMap() const override { return ClassMap(); }
 
     // True when the picture was loaded. A missing or broken file leaves the control without a picture. No repaint.
-    bool SetBitmapFile(const std::string& path) { return bitmap.LoadFromFile(path, 0); }
+    bool SetBitmapFile(const std::string& path);
 
     const std::string& GetCaption() const { return caption; }
 
 protected:
-    // Draws the control in its client coordinates.
+    // Draws the control in its client coordinates. The caller brings the context's state back.
     virtual void PaintOn(CDC& dc) = 0;
 
     // The caption is also the window's text, which names the control to a screen reader. No repaint.
@@ -36,8 +36,6 @@ protected:
 
     // Draws the caption with these DT_ flags; an empty one draws nothing and asks for no font.
     void DrawCaption(CDC& dc, const CRect& rect, UINT format);
-    // The same on a picture that isn't on the screen yet, so that neither is ever seen without the other.
-    void DrawCaption(const CSkinBitmap& picture, const CRect& rect, UINT format);
 
     CSkinBitmap bitmap;
     std::string caption;

@@ -32,14 +32,8 @@ void CSkinStatic::UncoverFormerCaption() const {
 void CSkinStatic::PaintOn(CDC& dc) {
     const CRect client = GetClientRect();
     const CRect place(captionLeft, client.top, client.right, client.bottom);
-    CSkinBitmap face;
-    bitmap.BuildNineSlice(face, client, cornerWidth, cornerHeight);
-    if (face.IsEmpty()) {
-        DrawCaption(dc, place, captionFormat);
-        return;
-    }
-    DrawCaption(face, place, captionFormat);
-    face.Draw(dc.GetHandle(), client);
+    bitmap.DrawNineSlice(dc.GetHandle(), client, cornerWidth, cornerHeight);
+    DrawCaption(dc, place, captionFormat);
 }
 
 bool CSkinStatic::OnCommand(WPARAM wParam, LPARAM lParam) {

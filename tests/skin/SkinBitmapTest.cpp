@@ -70,6 +70,10 @@ TEST(SkinBitmap, TheFourCasesOfTheNineSlice) {
     EXPECT_EQ(picture.DrawNineSlice(surface.GetHandle(), {2, 1, 8, 6}, 1, 1), 1);
     EXPECT_EQ(surface.Read(),
               (Art{"         ", "  abbbcd ", "  efffgh ", "  efffgh ", "  efffgh ", "  ijjjkl ", "         "}));
+    // What is larger than the rectangle stays inside it.
+    picture.DrawNineSlice(surface.GetHandle(), {1, 1, 7, 3}, 2, 4);
+    EXPECT_EQ(surface.Read()[2], " efggghh ");
+    EXPECT_EQ(surface.Read()[3], "  efffgh ");
     CSkinBitmap none = MakePicture({"x"});
     EXPECT_EQ(picture.BuildNineSlice(none, {0, 0, 0, 5}, 1, 1), 1);
     EXPECT_TRUE(none.IsEmpty());

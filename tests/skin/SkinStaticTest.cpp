@@ -112,7 +112,7 @@ TEST_F(SkinStatic, ACommandFromAnyDepthReachesTheDialogOnce) {
     EXPECT_EQ(button.GetHandle(), nullptr);
 }
 
-TEST_F(SkinStatic, TwentyThousandPaintsKeepNoHandle) {
+TEST_F(SkinStatic, ManyPaintsKeepNoHandle) {
     LoadPicture({"abc", "def"});
     label.cornerWidth = 1;
     label.SetCaption("Caption", 5, blue);
