@@ -8,8 +8,8 @@ namespace {
 WindowMessage currentMessage{};
 
 std::unordered_map<HWND, WNDPROC>& Procedures() {
-    static std::unordered_map<HWND, WNDPROC> procedures;
-    return procedures;
+    static auto* const procedures = new std::unordered_map<HWND, WNDPROC>; // outlives windows of static storage
+    return *procedures;
 }
 
 } // namespace

@@ -12,9 +12,14 @@ public:
 
     // The port to use from the next OpenSelectedPort on.
     virtual void SelectPort(std::int32_t portNumber) = 0;
+    virtual std::int32_t GetSelectedPort() const = 0;
 
     // Opens and configures the selected port, tells the panel whether it is open, and stores the number if it is.
-    virtual void OpenSelectedPort() = 0;
+    // Always 1.
+    virtual int OpenSelectedPort() = 0;
+
+    // Whether the running language is Chinese, from the start of the program to its end.
+    virtual bool IsChinese() const = 0;
 
 protected:
     CPanelFrame() = default;

@@ -2,8 +2,8 @@
 #include "serial/CommPlatform.h"
 
 CCommPlatform& CCommPlatform::System() {
-    static CCommPlatform system;
-    return system;
+    static auto* const system = new CCommPlatform; // never destroyed: at the program's end the worker may still be there
+    return *system;
 }
 
 HANDLE CCommPlatform::CreateFileA(const char* name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,

@@ -8,6 +8,7 @@
 #include "serial/PortSelection.h"
 #include "shell/AboutDlg.h"
 #include "shell/ProductStrings.h"
+#include "shell/StopCommands.h"
 #include "shell/StoredValues.h"
 
 namespace {
@@ -74,10 +75,11 @@ void CFrameDlg::FitPanel() {
     if (panel != nullptr) panel->MoveWindow(GetClientRect());
 }
 
-void CFrameDlg::OpenSelectedPort() {
+int CFrameDlg::OpenSelectedPort() {
     const bool open = ::OpenSelectedPort(*CCommPort::Instance(), port);
     if (panel != nullptr) panel->ShowPortState(open);
     if (open) WriteRegistryInt("COM", port.portNumber);
+    return 1;
 }
 
 void CFrameDlg::OnOK() {
@@ -112,5 +114,6 @@ void CFrameDlg::OnSize(UINT, int, int) {
 }
 
 void CFrameDlg::OnClose() {
-    EndDialog(IDCANCEL);
+    EndDialog(IDCANCEL); // hides the window at once
+    StopCommands();      // while there still is one for the command in flight
 }

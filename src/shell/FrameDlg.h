@@ -22,7 +22,9 @@ public:
 
     const AvailablePorts& GetAvailablePorts() const override { return availablePorts; }
     void SelectPort(std::int32_t portNumber) override { port.portNumber = portNumber; }
-    void OpenSelectedPort() override;
+    int OpenSelectedPort() override;
+    std::int32_t GetSelectedPort() const override { return port.portNumber; }
+    bool IsChinese() const override { return language; }
 
     // With no focus in the panel, Enter goes to the panel, and Escape closes nothing.
     void OnOK() override;

@@ -159,16 +159,22 @@ public:
 
     const AvailablePorts& GetAvailablePorts() const override { return ports; }
     void SelectPort(std::int32_t portNumber) override {
+        selected = portNumber;
         trace += std::to_string(portNumber) + (CCommPort::Instance()->IsOpen() ? " while open, " : ", ");
     }
-    void OpenSelectedPort() override {
+    std::int32_t GetSelectedPort() const override { return selected; }
+    bool IsChinese() const override { return chinese; }
+    int OpenSelectedPort() override {
         trace += "open, ";
         if (deviceIsThere) CCommPort::Instance()->Open(file.c_str(), 0, 0, true);
         panel.ShowPortState(CCommPort::Instance()->IsOpen());
+        return 1;
     }
 
     std::string trace;
     bool deviceIsThere = true;
+    std::int32_t selected = 3;
+    bool chinese = false;
 
 private:
     CTrafficTap& panel;

@@ -1,0 +1,26 @@
+#include "shell/StopCommands.h"
+
+#include <windows.h>
+
+#include "link/CommandQueue.h"
+
+namespace {
+
+constexpr DWORD limit = 600; // ms; a command's pause is 200 at most
+
+} // namespace
+
+void StopCommands() {
+    CCommandQueue& queue = *CCommandQueue::Instance();
+    queue.Stop();
+    queue.DropQueued();
+    const HANDLE worker = queue.GetThreadHandle();
+    if (worker == nullptr) return;
+    const DWORD start = ::GetTickCount();
+    for (DWORD passed = 0; passed < limit; passed = ::GetTickCount() - start) {
+        const DWORD woken = ::MsgWaitForMultipleObjects(1, &worker, FALSE, limit - passed, QS_SENDMESSAGE);
+        if (woken != WAIT_OBJECT_0 + 1) return;
+        MSG message{};
+        ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+    }
+}
