@@ -81,17 +81,14 @@ link_ports() {
     done
 }
 
-# join_ports: a null-modem cable between two pseudo-terminals, which are COM1 and COM2 of the prefix; tells the tests.
+# join_ports: a null-modem cable between two pseudo-terminals, which are COM1 and COM2 of the prefix; tells the tests,
+# and how they can pull it: by a file.
 join_ports() {
-    local a=$scratch/com1 b=$scratch/com2
-    begin "$root/build/cable.log" socat "pty,raw,echo=0,link=$a" "pty,raw,echo=0,link=$b"
+    local a=$scratch/com1 b=$scratch/com2 pulled=$scratch/pulled
+    begin "$root/build/cable.log" scripts/cable.sh "$a" "$b" "$pulled"
     poll 5 test -e "$b" -a -e "$a" || die "socat did not make a pair of pseudo-terminals"
-    # socat ends when the last program closes one of the two, so a sleeper holds both open. It opens them itself: here
-    # they could become the controlling terminal of this script.
-    # shellcheck disable=SC2016
-    begin /dev/null bash -c 'exec sleep infinity 3<>"$1" 4<>"$2"' holder "$a" "$b"
     link_ports "$a" "$b"
-    export QUORVANE_TEST_PORT_A=COM1 QUORVANE_TEST_PORT_B=COM2
+    export QUORVANE_TEST_PORT_A=COM1 QUORVANE_TEST_PORT_B=COM2 QUORVANE_TEST_PULLED="Z:$pulled"
 }
 
 # start_display: a virtual display of 1024 by 768, the first free number; DISPLAY names it.

@@ -1,6 +1,5 @@
 #include "framework/WorkerThread.h"
 
-#include <chrono>
 #include <system_error>
 #include <thread>
 
@@ -13,8 +12,4 @@ bool CWorkerThread::Start(Entry entry, void* parameter) {
         return false;
     }
     return true;
-}
-
-void PauseThread(std::uint32_t milliseconds) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }

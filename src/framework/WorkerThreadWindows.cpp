@@ -32,7 +32,3 @@ bool CWorkerThread::Start(Entry entry, void* parameter) {
     handle = started;
     return true;
 }
-
-void PauseThread(std::uint32_t milliseconds) {
-    Sleep(milliseconds);
-}

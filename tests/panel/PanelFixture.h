@@ -32,7 +32,7 @@ public:
 
     // The silence of the closed line is not let through: the test itself says what each counter answers.
     void PostReply(std::uint32_t message, std::unique_ptr<ReplyBlock> block, std::intptr_t lParam) override {
-        if (::GetCurrentThreadId() == testThread) CCounterPanel::PostReply(message, std::move(block), lParam);
+        if (lineAnswers || ::GetCurrentThreadId() == testThread) CCounterPanel::PostReply(message, std::move(block), lParam);
     }
 
     void LogTransmitted(const void* buffer, std::uint32_t count) override {
@@ -44,6 +44,7 @@ public:
         CCounterPanel::LogTransmitted(buffer, count);
     }
 
+    bool lineAnswers = false; // set before the first command: what the worker brings counts too
     std::vector<int> polls;
     std::mutex lock;
     Bytes sent; // guarded by `lock`

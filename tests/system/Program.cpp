@@ -3,6 +3,7 @@
 #include <array>
 
 #include <gtest/gtest.h>
+#include <psapi.h>
 #include <tlhelp32.h>
 
 #include "resources/ResourceIds.h"
@@ -101,13 +102,12 @@ std::string CProgram::Folder() {
     return test.substr(0, test.rfind('\\', test.rfind('\\') - 1)) + "\\bin\\";
 }
 
-bool CProgram::Launch() {
+bool CProgram::Launch(const std::string& path) {
     STARTUPINFOA start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION made{};
-    const std::string folder = Folder();
-    if (!::CreateProcessA((folder + "Quorvane.exe").c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
-                          folder.c_str(), &start, &made)) {
+    const std::string folder = path.substr(0, path.rfind('\\') + 1);
+    if (!::CreateProcessA(path.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start, &made)) {
         return false;
     }
     ::AssignProcessToJobObject(job, made.hProcess);
@@ -118,9 +118,9 @@ bool CProgram::Launch() {
     return true;
 }
 
-bool CProgram::Start() {
-    return Launch() && Await([this] {
-               frame = ::FindWindowA(nullptr, title);
+bool CProgram::Start(const std::string& path, const char* caption) {
+    return Launch(path) && Await([this, caption] {
+               frame = ::FindWindowA(nullptr, caption);
                return ::IsWindowVisible(frame) != FALSE;
            }) &&
            Answers();
@@ -186,6 +186,12 @@ DWORD CProgram::HandleCount() const {
     DWORD count = 0;
     ::GetProcessHandleCount(process, &count);
     return count;
+}
+
+std::size_t CProgram::ResidentBytes() const {
+    PROCESS_MEMORY_COUNTERS counters{};
+    ::GetProcessMemoryInfo(process, &counters, sizeof counters);
+    return counters.WorkingSetSize;
 }
 
 // Thread by thread, as a system may know the times of a whole process only for the one that asks.

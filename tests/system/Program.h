@@ -38,8 +38,8 @@ public:
     static std::string Folder();
 
     // Launch only makes the process. Start also waits until its window can be seen and answers.
-    bool Launch();
-    bool Start();
+    bool Launch(const std::string& path = Folder() + "Quorvane.exe");
+    bool Start(const std::string& path = Folder() + "Quorvane.exe", const char* caption = title);
     // The exit code, or nothing if the process is still there at the limit. Close asks the window to close before.
     std::optional<DWORD> AwaitExit(Clock::duration limit) const;
     std::optional<DWORD> Close();
@@ -67,6 +67,7 @@ public:
     void PostCommand(int id) const { ::PostMessageA(Panel(), WM_COMMAND, static_cast<WPARAM>(id), 0); }
 
     DWORD HandleCount() const;
+    std::size_t ResidentBytes() const;
     Clock::duration ProcessorTime() const;
 
 private:
