@@ -26,6 +26,8 @@ public:
     bool SetBitmapFile(const std::string& path);
 
     const std::string& GetCaption() const { return caption; }
+    // Whether SetCaption with these would change nothing that is seen.
+    bool Shows(const std::string& text, COLORREF color) const { return caption == text && textColor == color; }
 
 protected:
     // Draws the control in its client coordinates. The caller brings the context's state back.
