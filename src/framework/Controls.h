@@ -17,6 +17,8 @@ protected:
 
 class CStatic : public CWnd {};
 
+class CComboBox : public CWnd {};
+
 class CDateTimeCtrl : public CWnd {
 public:
     // The display format, for instance "yyyy-MM-dd HH:mm:ss".

@@ -17,8 +17,11 @@ void CDC::Draw3dRect(const CRect& rect, COLORREF topLeft, COLORREF bottomRight) 
 }
 
 int CDC::DrawText(std::string_view text, CRect& rect, UINT format) {
-    const std::wstring wide = ToWide(text);
-    return ::DrawTextW(handle, wide.c_str(), static_cast<int>(wide.size()), &rect, format);
+    return DrawText(ToWide(text), rect, format);
+}
+
+int CDC::DrawText(std::wstring_view text, CRect& rect, UINT format) {
+    return ::DrawTextW(handle, text.data(), static_cast<int>(text.size()), &rect, format);
 }
 
 void CDC::TextOut(int x, int y, std::string_view text) {
@@ -27,9 +30,12 @@ void CDC::TextOut(int x, int y, std::string_view text) {
 }
 
 CSize CDC::GetTextExtent(std::string_view text) const {
-    const std::wstring wide = ToWide(text);
+    return GetTextExtent(ToWide(text));
+}
+
+CSize CDC::GetTextExtent(std::wstring_view text) const {
     CSize size;
-    ::GetTextExtentPoint32W(handle, wide.c_str(), static_cast<int>(wide.size()), &size);
+    ::GetTextExtentPoint32W(handle, text.data(), static_cast<int>(text.size()), &size);
     return size;
 }
 

@@ -32,8 +32,10 @@ public:
     // Text goes to GDI in its wide form, since GDI doesn't follow a process's own code page. `rect` is changed by
     // DT_CALCRECT alone. Gives the text's height.
     int DrawText(std::string_view text, CRect& rect, UINT format);
+    int DrawText(std::wstring_view text, CRect& rect, UINT format);
     void TextOut(int x, int y, std::string_view text);
     CSize GetTextExtent(std::string_view text) const;
+    CSize GetTextExtent(std::wstring_view text) const;
 
     COLORREF SetTextColor(COLORREF color) { return ::SetTextColor(handle, color); }
     COLORREF SetBkColor(COLORREF color) { return ::SetBkColor(handle, color); }

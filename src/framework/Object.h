@@ -2,9 +2,14 @@
 // whether it is of a class or of one derived from it.
 #pragma once
 
+#include <memory>
+
+class CObject;
+
 struct CRuntimeClass {
     const char* name;
-    const CRuntimeClass* base; // null for CObject
+    const CRuntimeClass* base;      // null for CObject
+    CObject* (*create)() = nullptr; // where objects can be made by their class
 
     bool IsDerivedFrom(const CRuntimeClass& ancestor) const {
         for (const CRuntimeClass* each = this; each != nullptr; each = each->base) {
@@ -12,6 +17,8 @@ struct CRuntimeClass {
         }
         return false;
     }
+    // A new object of the class; null for a class that makes none.
+    std::unique_ptr<CObject> CreateObject() const;
 };
 
 class CObject {
@@ -26,3 +33,7 @@ public:
     virtual const CRuntimeClass& GetRuntimeClass() const { return classInfo; }
     bool IsKindOf(const CRuntimeClass& ancestor) const { return GetRuntimeClass().IsDerivedFrom(ancestor); }
 };
+
+inline std::unique_ptr<CObject> CRuntimeClass::CreateObject() const {
+    return std::unique_ptr<CObject>(create != nullptr ? create() : nullptr);
+}

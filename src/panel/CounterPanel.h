@@ -1,8 +1,9 @@
 // The main dialog: what is known of each counter, what the user may do with it, and the traffic on the line.
 //
 // Its concerns have a source each: CounterPanel.cpp (messages, start), PanelLayout.cpp (pictures and places of the
-// controls), PanelReplies.cpp (replies of polls and settings reads), PanelPolling.cpp (Start and Stop), PanelSettings.cpp (choices, edits, Update, Clear), PanelResults.cpp (what
-// became of a command), PanelPort.cpp (address buttons, port, language), PanelTraffic.cpp (log and totals).
+// controls), PanelReplies.cpp (replies of polls and settings reads), PanelPolling.cpp (Start and Stop),
+// PanelSettings.cpp (choices, edits, Update, Clear), PanelResults.cpp (what became of a command), PanelMenus.cpp (the
+// popups), PanelPort.cpp (address buttons, port, language), PanelTraffic.cpp (log and totals).
 //
 // Everything runs on the user-interface thread but PostReply, LogTransmitted and LogReceived, which the worker calls.
 // The settings that the user edits live in the controls: of a pair of choices, the button in force is the disabled one.
@@ -26,6 +27,8 @@
 #include "skin/SkinBitmap.h"
 #include "skin/SkinButton.h"
 #include "skin/SkinStatic.h"
+
+class COwnerDrawMenu;
 
 // A check box that stands for one counter. It has no address before the panel has shown it.
 class CAddressButton : public CIconButton {
@@ -99,7 +102,10 @@ private:
     void HandleSettingsReply(const ReplyBlock& block);
     void UpdatePresence(std::int32_t address);
     void ShowAddressButtons();
+    static void ShowCount(CSegmentDisplay& display, std::int32_t count);
+    void ShowNumber(int editId, std::int32_t number);
     void ShowPair(const ChoicePair& pair, std::int32_t value);
+    void ShowChoice(CSkinButton& button, const std::string& text, bool inForce);
 
     // Polling.
     void StartPolling();
@@ -130,6 +136,12 @@ private:
     std::unique_ptr<ReplyBlock> TakeReply(WPARAM wParam);
     ResultText TakeResults(const ReplyBlock& block, const ResultPhrases& phrases,
                            const std::function<void(CounterRecord& entry)>& apply);
+
+    // The popups behind the buttons of the top bar.
+    void OnPortMenu();
+    void OnHelpMenu();
+    void OnLanguageMenu();
+    void ShowPopup(COwnerDrawMenu& popup);
 
     // Address buttons, port, language.
     void OnAddressButton(UINT id);
@@ -175,7 +187,7 @@ private:
     std::string logPath;      // set once, before the worker can log
 
     // Shared with the worker.
-    std::atomic<HWND> replyWindow{nullptr}; // this panel's window, from the end of its initialisation on
+    std::atomic<HWND> replyWindow{nullptr}; // this panel's window, from the beginning of its initialisation on
     CReplyMailbox mailbox;
     std::atomic<std::int32_t> txByteTotal{0};
     std::atomic<std::int32_t> rxByteTotal{0};

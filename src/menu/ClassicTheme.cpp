@@ -1,0 +1,25 @@
+#include "menu/ClassicTheme.h"
+
+#include <array>
+#include <string_view>
+
+bool NamesClassicTheme(const char* themeFile) {
+    constexpr std::string_view classic = "Windows Classic.theme";
+    const int excess = ::lstrlenA(themeFile) - static_cast<int>(classic.size());
+    return excess >= 0 && ::lstrcmpiA(themeFile + excess, classic.data()) == 0;
+}
+
+bool ReadClassicThemeActive(HKEY userRoot) {
+    HKEY key = nullptr;
+    if (::RegOpenKeyExA(userRoot, R"(Software\Microsoft\Plus!\Themes\Current)", 0, KEY_READ, &key) != ERROR_SUCCESS) {
+        return false;
+    }
+    std::array<char, 260> value{};
+    auto size = static_cast<DWORD>(value.size());
+    DWORD type = 0;
+    const LSTATUS result =
+        ::RegQueryValueExA(key, nullptr, nullptr, &type, reinterpret_cast<BYTE*>(value.data()), &size);
+    ::RegCloseKey(key);
+    value.back() = '\0'; // a stored string may lack its end
+    return result == ERROR_SUCCESS && type == REG_SZ && NamesClassicTheme(value.data());
+}

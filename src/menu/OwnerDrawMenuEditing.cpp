@@ -1,0 +1,121 @@
+// Changing the items of a built menu, and reading and writing their texts.
+#include "menu/OwnerDrawMenu.h"
+
+#include "menu/MenuFont.h"
+#include "menu/PlatformMenu.h"
+
+template <class GiveImage>
+bool COwnerDrawMenu::ModifyItems(const wchar_t* text, UINT id, GiveImage giveImage) {
+    std::vector<COwnerDrawMenu*> menus;
+    std::vector<int> positions;
+    std::vector<CMenuItemRecord*> records;
+    int position = -1;
+    COwnerDrawMenu* menu = LocateItem(id, position);
+    do {
+        // An item that the platform holds without a record gets one, and so does an id that no item has.
+        COwnerDrawMenu& holder = menu != nullptr ? *menu : *this;
+        CMenuItemRecord* record = holder.RecordAt(position);
+        if (record == nullptr) record = &holder.MakeRecord(-1, nullptr, 0, id);
+        if (text != nullptr) record->SetText(text);
+        record->iconId = record->imageIndex = -1;
+        record->flags = (record->flags & ~UINT{MF_BYPOSITION}) | MF_OWNERDRAW;
+        record->id = id;
+        giveImage(*record);
+        records.push_back(record);
+        if (menu == nullptr) break;
+        menus.push_back(menu);
+        positions.push_back(position);
+        menu = LocateNextItem(id, position, menus, positions);
+    } while (menu != nullptr);
+
+    const CMenuItemRecord& last = *records.back();
+    const bool modified = ::ModifyMenuA(GetHandle(), id, last.flags, id, last.AsItemText()) != FALSE;
+    // The platform has given the last record to the item that it came upon first. Each goes back to its own, since it
+    // lives only as long as the menu that holds it.
+    for (std::size_t i = 0; i < menus.size(); ++i)
+        SetPlatformItemData(menus[i]->GetHandle(), positions[i], *records[i]);
+    return modified;
+}
+
+bool COwnerDrawMenu::ModifyItem(const wchar_t* text, UINT id, int iconId) {
+    return ModifyItems(text, id, [&](CMenuItemRecord& record) { TakeImage(record, iconId); });
+}
+
+bool COwnerDrawMenu::ModifyItem(const wchar_t* text, UINT id, const CImageList* images, int index) {
+    return ModifyItems(text, id, [&](CMenuItemRecord& record) {
+        if (images == nullptr) return;
+        record.imageList.reset();
+        record.sharedIndex = AddSharedImage(*images, index, id);
+    });
+}
+
+bool COwnerDrawMenu::ModifyItem(const wchar_t* text, UINT id, const CBitmap* bitmap) {
+    const auto images = ListOfBitmap(bitmap);
+    return ModifyItem(text, id, images.get(), 0);
+}
+
+bool COwnerDrawMenu::ModifyItem(const wchar_t* text, UINT id, COLORREF fill, COLORREF border, int hatch,
+                                const SIZE* size) {
+    const CSize imageSize(imageWidth, imageHeight);
+    CBitmap swatch;
+    {
+        const CClientDC dc(MenuContextWindow());
+        MakeSwatch(dc, swatch, size != nullptr ? CSize(size->cx, size->cy) : imageSize, imageSize, fill, border, hatch);
+    }
+    return ModifyItem(text, id, &swatch);
+}
+
+bool COwnerDrawMenu::ModifyItemByText(const wchar_t* newText, const wchar_t* oldText, int iconId) {
+    CMenuItemRecord* record = LocateRecordByText(oldText);
+    if (record == nullptr) return false;
+    if (newText != nullptr) record->SetText(newText);
+    record->iconId = iconId;
+    record->imageIndex = -1;
+    if (iconId < 0) return true;
+    auto images = std::make_unique<CImageList>();
+    images->Create(imageWidth, imageHeight, imageListFlags, 1, 1);
+    if (AddBitmapToList(*images, iconId)) {
+        record->imageIndex = 0;
+        record->imageList = std::move(images);
+    } else {
+        record->iconId = -1;
+        record->imageList.reset();
+    }
+    return true;
+}
+
+bool COwnerDrawMenu::ReadItemText(UINT position, std::string& text, UINT flags) {
+    const CMenuItemRecord* record = RecordOf(position, flags);
+    if (record == nullptr) return false;
+    text = record->GetNarrowText();
+    return true;
+}
+
+bool COwnerDrawMenu::WriteItemText(UINT position, const wchar_t* text, UINT flags) {
+    CMenuItemRecord* record = RecordOf(position, flags);
+    if (record == nullptr) return false;
+    record->SetText(text);
+    return true;
+}
+
+CMenuItemRecord* COwnerDrawMenu::RecordOf(UINT position, UINT flags) {
+    if ((flags & MF_BYPOSITION) != 0) return position < itemRecords.size() ? itemRecords[position].get() : nullptr;
+    int found = -1;
+    COwnerDrawMenu* menu = LocateItem(position, found);
+    return menu != nullptr ? menu->RecordOf(static_cast<UINT>(found), MF_BYPOSITION) : nullptr;
+}
+
+CMenuItemRecord* COwnerDrawMenu::RecordAt(int position) const {
+    const std::size_t index = RecordIndexOfItem(position);
+    if (index != noRecord) return itemRecords[index].get();
+    const bool inArray = position >= 0 && static_cast<std::size_t>(position) < itemRecords.size();
+    return inArray ? itemRecords[static_cast<std::size_t>(position)].get() : nullptr;
+}
+
+std::size_t COwnerDrawMenu::RecordIndexOfItem(int position) const {
+    const ULONG_PTR data = PlatformItemData(GetHandle(), position);
+    for (std::size_t index = 0; index < itemRecords.size(); ++index) {
+        if (itemRecords[index]->GetItemData() == data) return index;
+    }
+    return noRecord;
+}

@@ -1,0 +1,74 @@
+// Taking items out of a menu.
+#include "menu/OwnerDrawMenu.h"
+
+#include <algorithm>
+
+#include "menu/PlatformMenu.h"
+
+bool COwnerDrawMenu::TakeOut(UINT position, UINT flags, Removal removal) {
+    const auto remove = removal == Removal::Delete ? &::DeleteMenu : &::RemoveMenu;
+    if ((flags & MF_BYPOSITION) == 0) {
+        int found = -1;
+        COwnerDrawMenu* menu = LocateItem(position, found);
+        if (menu == nullptr) return remove(GetHandle(), position, flags) != FALSE;
+        return menu->TakeOut(static_cast<UINT>(found), flags | MF_BYPOSITION, removal);
+    }
+    const UINT state = ::GetMenuState(GetHandle(), position, MF_BYPOSITION);
+    const auto item = static_cast<int>(position);
+    if (state == static_cast<UINT>(-1)) {
+        // No such item: the platform says so.
+    } else if ((state & MF_POPUP) != 0) {
+        DropSubMenu(::GetSubMenu(GetHandle(), item), removal);
+    } else if ((state & MF_SEPARATOR) != 0) {
+        DropSeparatorRecord(item, removal);
+    } else {
+        DropCommandRecord(item);
+    }
+    return remove(GetHandle(), position, flags) != FALSE;
+}
+
+void COwnerDrawMenu::DropSubMenu(HMENU subMenu, Removal removal) {
+    while (std::erase(subMenus, subMenu) != 0) {
+    }
+    std::erase(allSubMenus, subMenu);
+    COwnerDrawMenu* object = OwnerDrawMenuOf(subMenu);
+    if (object == this) object = nullptr;
+    if (object != nullptr) {
+        for (int i = ::GetMenuItemCount(subMenu) - 1; i >= 0; --i) {
+            object->TakeOut(static_cast<UINT>(i), MF_BYPOSITION, removal);
+        }
+    }
+    const auto record = std::find_if(itemRecords.rbegin(), itemRecords.rend(),
+                                     [&](const auto& each) { return each->id == IdOfSubMenu(subMenu); });
+    if (record != itemRecords.rend()) itemRecords.erase(std::next(record).base());
+    delete object;
+}
+
+void COwnerDrawMenu::DropSeparatorRecord(int position, Removal removal) {
+    std::size_t index = RecordIndexOfItem(position);
+    if (index == noRecord) index = static_cast<std::size_t>(position);
+    // Records that are out of step with the platform's items: what stands there belongs to another item.
+    if (index >= itemRecords.size() || (itemRecords[index]->flags & MF_SEPARATOR) == 0) return;
+    const wchar_t* text = itemRecords[index]->GetText();
+    const bool hasText = text != nullptr && *text != L'\0';
+    if (removal == Removal::Delete && hasText) return;
+    itemRecords.erase(itemRecords.begin() + static_cast<std::ptrdiff_t>(index));
+}
+
+void COwnerDrawMenu::DropCommandRecord(int position) {
+    // Its own record first: of two items with one command, the other's must stay.
+    const std::size_t index = RecordIndexOfItem(position);
+    const UINT id = ::GetMenuItemID(GetHandle(), position);
+    const auto record = index != noRecord ? itemRecords.begin() + static_cast<std::ptrdiff_t>(index)
+                                          : std::ranges::find(itemRecords, UINT_PTR{id}, &CMenuItemRecord::id);
+    if (record != itemRecords.end()) itemRecords.erase(record);
+}
+
+int COwnerDrawMenu::TakeOutByText(const wchar_t* text, int neighbours, Removal removal) {
+    const int position = GetItemPosition(text);
+    if (position == -1) return position;
+    TakeOut(static_cast<UINT>(position), MF_BYPOSITION, removal);
+    const int more = neighbours == 1 || neighbours == 2 ? 1 : neighbours == 3 ? 2 : 0;
+    for (int i = 0; i < more; ++i) TakeOut(static_cast<UINT>(position - 1), MF_BYPOSITION, removal);
+    return position;
+}

@@ -1,0 +1,120 @@
+// Building a menu from a menu resource, and what is particular to the plain top level that comes of it.
+#include "menu/OwnerDrawMenu.h"
+
+#include <algorithm>
+
+#include "framework/ResourceModule.h"
+#include "menu/MenuFont.h"
+#include "menu/MenuTemplate.h"
+#include "menu/PlatformMenu.h"
+
+namespace {
+
+// The font in which captions are measured, in a context, for the time of one pass over a menu.
+class CMenuMeasure {
+public:
+    CMenuMeasure() : dc(MenuContextWindow()), font(MenuFontDescription()), selected(dc, font.GetHandle()) {}
+
+    LONG Width(const std::string& text) const { return dc.GetTextExtent(text).cx; }
+
+private:
+    CClientDC dc;
+    CFont font;
+    CSelectObject selected;
+};
+
+std::string BeforeTab(const std::string& text) {
+    return text.substr(0, text.find('\t'));
+}
+
+// The caption with as many spaces behind it as bring it to the width, one by one in effect.
+std::string PadTo(LONG width, std::string caption, const CMenuMeasure& measure) {
+    const LONG space = measure.Width(" ");
+    if (space <= 0) return caption; // without a font nothing ever gets wider
+    // Most of the way in one step: long captions are not measured for each space.
+    const LONG missing = width - measure.Width(caption);
+    if (missing > space) caption.append(static_cast<std::size_t>(missing / space - 1), ' ');
+    while (measure.Width(caption) < width) caption += ' ';
+    return caption;
+}
+
+} // namespace
+
+bool COwnerDrawMenu::LoadMenuResource(UINT resourceId) {
+    return LoadMenuResource(MAKEINTRESOURCEA(LOWORD(resourceId)));
+}
+
+bool COwnerDrawMenu::LoadMenuResource(const char* name) {
+    const std::span<const std::byte> resource = LoadResourceBytes(name, reinterpret_cast<const char*>(RT_MENU));
+    if (resource.empty()) return false;
+    DestroyMenu();
+    if (BuildFromTemplate(resource)) return true;
+    DestroyMenu();
+    return false;
+}
+
+bool COwnerDrawMenu::BuildFromTemplate(std::span<const std::byte> resource) {
+    const auto items = ParseMenuTemplate(resource);
+    if (!items || !Attach(::CreateMenu())) return false;
+    std::vector<COwnerDrawMenu*> levels{this};
+    for (const MenuTemplateItem& item : *items) {
+        const std::wstring text(item.text.begin(), item.text.end());
+        if (item.IsPopup()) {
+            auto subMenu = MakeSubMenu();
+            if (!subMenu) return false;
+            levels.back()->AppendItem(text.c_str(), item.flags, IdOfSubMenu(subMenu->GetHandle()), -1);
+            levels.push_back(subMenu.release()); // its parent's, by the handle
+        } else {
+            levels.back()->AppendItem(text.c_str(), item.flags, item.id, -1);
+        }
+        for (int i = 0; i < item.closedLevels; ++i) {
+            levels.back()->PadAccelerators();
+            levels.pop_back();
+        }
+    }
+    for (int position = 0; position < ::GetMenuItemCount(GetHandle()); ++position) MakePlain(position, position);
+    loadedFromResource = true;
+    return true;
+}
+
+void COwnerDrawMenu::MakePlain(int position, std::size_t index) {
+    if (index >= itemRecords.size()) return;
+    CMenuItemRecord& record = *itemRecords[index];
+    const HMENU subMenu = ::GetSubMenu(GetHandle(), position);
+    record.flags = MF_BYPOSITION | (subMenu != nullptr ? MF_POPUP : 0U);
+    const UINT_PTR id = subMenu != nullptr ? IdOfSubMenu(subMenu) : record.id;
+    ::ModifyMenuA(GetHandle(), static_cast<UINT>(position), record.flags, id, record.GetNarrowText().c_str());
+}
+
+int COwnerDrawMenu::CountForeignItems() const {
+    if (!loadedFromResource) return 0;
+    for (int position = 0; position < ::GetMenuItemCount(GetHandle()); ++position) {
+        const std::string caption = PlatformCaption(GetHandle(), position);
+        if (caption.empty()) continue;
+        const auto match =
+            std::ranges::find_if(itemRecords, [&](const auto& record) { return record->GetNarrowText() == caption; });
+        if (match != itemRecords.end()) return std::max(0, position - static_cast<int>(match - itemRecords.begin()));
+    }
+    return 0;
+}
+
+void COwnerDrawMenu::ReattachTopLevelPopups() {
+    int position = CountForeignItems();
+    for (std::size_t index = 0; index < itemRecords.size(); ++index, ++position) {
+        if (::GetSubMenu(GetHandle(), position) != nullptr) MakePlain(position, index);
+    }
+}
+
+void COwnerDrawMenu::PadAccelerators() {
+    const CMenuMeasure measure;
+    LONG width = -1;
+    for (const auto& record : itemRecords) {
+        width = std::max(width, measure.Width(BeforeTab(record->GetNarrowText()) + ' '));
+    }
+    for (const auto& record : itemRecords) {
+        const std::string text = record->GetNarrowText();
+        const std::size_t tab = text.find('\t');
+        if (tab == std::string::npos) continue;
+        record->SetText(ToWide(PadTo(width, text.substr(0, tab), measure) + text.substr(tab)).c_str());
+    }
+}

@@ -1,0 +1,74 @@
+// Item images from toolbars: each command gets the image of its button.
+#include "menu/OwnerDrawMenu.h"
+
+#include <algorithm>
+
+#include "menu/MenuToolBar.h"
+#include "menu/PlatformMenu.h"
+
+namespace {
+
+bool HoldsCommand(HMENU menu, UINT id) {
+    return id != 0 && ::GetMenuState(menu, id, MF_BYCOMMAND) != static_cast<UINT>(-1);
+}
+
+// Every record of the command in the menu and below it.
+template <class Visit>
+void VisitCommand(const COwnerDrawMenu& menu, UINT id, Visit visit) {
+    for (const auto& record : menu.itemRecords) {
+        if (record->id == id && (record->flags & MF_POPUP) == 0) visit(*record);
+    }
+    for (const HMENU subMenu : menu.subMenus) {
+        const COwnerDrawMenu* object = OwnerDrawMenuOf(subMenu);
+        if (object != nullptr && object != &menu) VisitCommand(*object, id, visit);
+    }
+}
+
+} // namespace
+
+bool COwnerDrawMenu::LookUpToolbarImage(UINT commandId, UINT toolbarId, int& index) {
+    CMenuToolBar toolbar;
+    if (!toolbar.LoadToolBar(toolbarId)) return false;
+    const int button = toolbar.CommandToIndex(commandId);
+    if (button < 0) return false;
+    const int image = toolbar.GetStripImage(button);
+    if (image > 0) index = image;
+    return true;
+}
+
+bool COwnerDrawMenu::LoadToolbarImages(UINT toolbarId) {
+    CMenuToolBar toolbar;
+    if (!toolbar.LoadToolBar(toolbarId)) return false;
+    imageWidth = std::max(imageWidth, toolbar.imageWidth);
+    imageHeight = std::max(imageHeight, toolbar.imageHeight);
+    CImageList images;
+    images.Create(toolbar.imageWidth, toolbar.imageHeight, ILC_COLORDDB | ILC_MASK, 1, 1);
+    if (!AddBitmapToList(images, static_cast<WORD>(toolbarId))) return false;
+    for (int button = 0; button < toolbar.GetButtonCount(); ++button) {
+        const UINT id = toolbar.GetItemID(button);
+        if (HoldsCommand(GetHandle(), id))
+            ModifyItem(static_cast<const wchar_t*>(nullptr), id, &images, toolbar.GetMenuImage(button));
+    }
+    return true;
+}
+
+bool COwnerDrawMenu::LoadToolbarImageSet(const UINT* toolbarIds, int count) {
+    bool allLoaded = true;
+    for (int i = 0; i < count; ++i) allLoaded = LoadToolbarImages(toolbarIds[i]) && allLoaded;
+    return allLoaded;
+}
+
+void COwnerDrawMenu::AddToolbarImages(const CMenuToolBar& toolbar, int bitmapId) {
+    CImageList images;
+    images.Create(toolbar.imageWidth, toolbar.imageHeight, ILC_COLORDDB | ILC_MASK, 1, 1);
+    if (!AddBitmapToList(images, bitmapId)) return;
+    for (int button = 0; button < toolbar.GetButtonCount(); ++button) {
+        const UINT id = toolbar.GetItemID(button);
+        if (!HoldsCommand(GetHandle(), id)) continue;
+        VisitCommand(*this, id, [&](CMenuItemRecord& record) {
+            record.imageList = std::make_unique<CImageList>();
+            record.iconId = record.imageIndex = 0;
+            CopyImageToList(&images, toolbar.GetMenuImage(button), *record.imageList);
+        });
+    }
+}

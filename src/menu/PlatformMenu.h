@@ -1,0 +1,30 @@
+// What the menu classes read from a platform menu.
+#pragma once
+
+#include <string>
+
+#include <windows.h>
+
+class CMenuItemRecord;
+class COwnerDrawMenu;
+
+// Deeper than any platform nests its menus (it refuses loops by that); ends every walk.
+inline constexpr int deepestPlatformMenu = 32;
+
+// The caption that the platform keeps, at most 255 bytes of it; empty for an owner-drawn item.
+std::string PlatformCaption(HMENU menu, int position);
+
+// The data of an item; 0 if there is no such item.
+ULONG_PTR PlatformItemData(HMENU menu, int position);
+void SetPlatformItemData(HMENU menu, int position, const CMenuItemRecord& record);
+
+// The object of this class that is attached to the handle; null for none and for a plain menu object.
+COwnerDrawMenu* OwnerDrawMenuOf(HMENU menu);
+
+// A sub-menu's handle in the place of an item's id, and back.
+inline UINT_PTR IdOfSubMenu(HMENU menu) {
+    return reinterpret_cast<UINT_PTR>(menu);
+}
+inline HMENU SubMenuOfId(UINT_PTR id) {
+    return reinterpret_cast<HMENU>(id);
+}
