@@ -81,14 +81,18 @@ link_ports() {
     done
 }
 
-# join_ports: a null-modem cable between two pseudo-terminals, which are COM1 and COM2 of the prefix; tells the tests,
-# and how they can pull it: by a file.
+# join_ports: two null-modem cables, COM1 to COM2 and COM3 to COM4 of the prefix; tells the tests, and how they can pull
+# the first one: by a file.
 join_ports() {
-    local a=$scratch/com1 b=$scratch/com2 pulled=$scratch/pulled
-    begin "$root/build/cable.log" scripts/cable.sh "$a" "$b" "$pulled"
-    poll 5 test -e "$b" -a -e "$a" || die "socat did not make a pair of pseudo-terminals"
-    link_ports "$a" "$b"
+    local ends=("$scratch"/com{1,2,3,4}) pulled=$scratch/pulled end
+    begin "$root/build/cable.log" scripts/cable.sh "${ends[@]:0:2}" "$pulled"
+    begin "$root/build/cable2.log" scripts/cable.sh "${ends[@]:2:2}" "$scratch/never"
+    for end in "${ends[@]}"; do
+        poll 5 test -e "$end" || die "socat did not make a pair of pseudo-terminals"
+    done
+    link_ports "${ends[@]}"
     export QUORVANE_TEST_PORT_A=COM1 QUORVANE_TEST_PORT_B=COM2 QUORVANE_TEST_PULLED="Z:$pulled"
+    export QUORVANE_TEST_PORT_C=COM3 QUORVANE_TEST_PORT_D=COM4
 }
 
 # start_display: a virtual display of 1024 by 768, the first free number; DISPLAY names it.

@@ -39,22 +39,28 @@ std::string BoxText(HWND box) {
     return found;
 }
 
-void ClickOn(HWND control) {
+Clock::time_point ClickOn(HWND control) {
     RECT rect{};
     ::GetWindowRect(control, &rect);
     const POINT middle{(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
     const HWND there = ::WindowFromPoint(middle);
     if (control == nullptr || (there != control && !::IsChild(control, there))) {
         ADD_FAILURE() << "no way to click at control " << ::GetDlgCtrlID(control);
-        return;
+        return {};
     }
+    return ClickAt(middle);
+}
+
+} // namespace
+
+Clock::time_point ClickAt(POINT place) {
     // A window that has just come up may still be told where the pointer was before: the hand has to rest for a moment.
     auto resting = Clock::now();
     EXPECT_TRUE(Await([&] {
         POINT now{};
         ::GetCursorPos(&now);
-        if (now.x != middle.x || now.y != middle.y) {
-            ::SetCursorPos(middle.x, middle.y);
+        if (now.x != place.x || now.y != place.y) {
+            ::SetCursorPos(place.x, place.y);
             resting = Clock::now();
         }
         return Clock::now() - resting > 50ms;
@@ -62,10 +68,10 @@ void ClickOn(HWND control) {
     std::array<INPUT, 2> press{};
     press[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
     press[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    const auto pressed = Clock::now();
     ::SendInput(2, press.data(), sizeof(INPUT));
+    return pressed;
 }
-
-} // namespace
 
 void PressKey(WORD key, WORD held) {
     const auto send = [](WORD virtualKey, DWORD flags) {
@@ -156,8 +162,8 @@ std::string CProgram::Text(int id) const {
     return TextOf(Control(id));
 }
 
-void CProgram::Click(int id) const {
-    ClickOn(Control(id));
+Clock::time_point CProgram::Click(int id) const {
+    return ClickOn(Control(id));
 }
 
 void CProgram::Type(int id, std::string_view digits) const {

@@ -22,6 +22,9 @@ bool Await(const Condition& condition, Clock::duration limit = 10s) {
     return true;
 }
 
+// Presses and releases the left mouse button; the time of the press.
+Clock::time_point ClickAt(POINT place);
+
 // Presses and releases a key, with another one held down meanwhile; 0 for none.
 void PressKey(WORD key, WORD held = 0);
 
@@ -53,8 +56,8 @@ public:
     bool IsEnabled(int id) const { return ::IsWindowEnabled(Control(id)) != FALSE; }
     bool IsVisible(int id) const { return ::IsWindowVisible(Control(id)) != FALSE; }
 
-    // With the mouse, in the middle of the control; fails the test if another window is there.
-    void Click(int id) const;
+    // With the mouse, in the middle of the control; fails the test if another window is there. The time of the press.
+    Clock::time_point Click(int id) const;
     // Replaces an edit's text key by key, digits only.
     void Type(int id, std::string_view digits) const;
     // The message box on top, when it reads so, is closed with the mouse.
