@@ -28,8 +28,7 @@ bool COwnerDrawMenu::TakeOut(UINT position, UINT flags, Removal removal) {
 }
 
 void COwnerDrawMenu::DropSubMenu(HMENU subMenu, Removal removal) {
-    while (std::erase(subMenus, subMenu) != 0) {
-    }
+    std::erase(subMenus, subMenu);
     std::erase(allSubMenus, subMenu);
     COwnerDrawMenu* object = OwnerDrawMenuOf(subMenu);
     if (object == this) object = nullptr;

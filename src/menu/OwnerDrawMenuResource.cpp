@@ -27,14 +27,21 @@ std::string BeforeTab(const std::string& text) {
     return text.substr(0, text.find('\t'));
 }
 
-// The caption with as many spaces behind it as bring it to the width, one by one in effect.
+// The caption with as many spaces behind it as bring it to the width, as if they were added one by one.
 std::string PadTo(LONG width, std::string caption, const CMenuMeasure& measure) {
     const LONG space = measure.Width(" ");
-    if (space <= 0) return caption; // without a font nothing ever gets wider
+    LONG reached = measure.Width(caption);
     // Most of the way in one step: long captions are not measured for each space.
-    const LONG missing = width - measure.Width(caption);
-    if (missing > space) caption.append(static_cast<std::size_t>(missing / space - 1), ' ');
-    while (measure.Width(caption) < width) caption += ' ';
+    if (space > 0 && width - reached > space) {
+        caption.append(static_cast<std::size_t>((width - reached) / space - 1), ' ');
+        reached = measure.Width(caption);
+    }
+    while (reached < width) {
+        caption += ' ';
+        const LONG now = measure.Width(caption);
+        if (now <= reached) break; // too long to be measured, or no font
+        reached = now;
+    }
     return caption;
 }
 
