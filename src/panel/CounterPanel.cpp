@@ -44,6 +44,7 @@ const CMessageMap& CCounterPanel::ClassMap() {
         OnCommandId<ID_LANGUAGE_MENU, &CCounterPanel::OnLanguageMenu>(),
         OnCommandIds<ID_PORT_FIRST, ID_PORT_LAST, &CCounterPanel::OnPortCommand>(),
         OnCommandId<IDC_PORT, &CCounterPanel::OnOpenCom>(),
+        OnCommandId<IDC_COM_SETTING, &CCounterPanel::OnComSetting>(),
         OnCommandId<ID_OPEN_LOG, &CCounterPanel::OnOpenLog>(),
         OnCommandId<ID_ABOUT, &CCounterPanel::OnAbout>(),
         OnCommandId<ID_LANGUAGE_ENGLISH, &CCounterPanel::OnLanguageEnglish>(),

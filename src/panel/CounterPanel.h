@@ -147,6 +147,7 @@ private:
     void OnAddressButton(UINT id);
     void OnPortCommand(UINT id);
     void OnOpenCom();
+    void OnComSetting();
     void OnLanguageEnglish();
     void OnLanguageChinese();
     void OnAbout();

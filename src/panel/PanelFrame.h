@@ -21,6 +21,9 @@ public:
     // Whether the running language is Chinese, from the start of the program to its end.
     virtual bool IsChinese() const = 0;
 
+    // Lets the user change all settings of the line in a dialog.
+    virtual void OnComSetting() {}
+
 protected:
     CPanelFrame() = default;
     CPanelFrame(const CPanelFrame&) = default;

@@ -42,6 +42,10 @@ void CCounterPanel::OnOpenCom() {
     }
 }
 
+void CCounterPanel::OnComSetting() {
+    if (frame != nullptr) frame->OnComSetting();
+}
+
 void CCounterPanel::ShowPortState(bool open) {
     const int state = open ? 1 : 0;
     if (state == lastPortState) return;

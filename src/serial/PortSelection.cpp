@@ -28,3 +28,13 @@ bool OpenSelectedPort(CCommPort& port, const PortSettings& settings) {
     ConfigurePort(port, settings);
     return port.IsOpen();
 }
+
+bool MoveLine(CCommPort& port, const PortSettings& from, const PortSettings& to) {
+    if (from.portNumber == to.portNumber) {
+        ConfigurePort(port, to);
+        return false;
+    }
+    if (port.IsOpen()) port.Close();
+    OpenSelectedPort(port, to);
+    return true;
+}

@@ -19,3 +19,8 @@ std::int32_t ConfigurePort(CCommPort& port, const PortSettings& settings);
 // Opens the port of the settings and configures it; whether `port` is open then. A port that is open already stays open
 // under its former name and takes the new line parameters.
 bool OpenSelectedPort(CCommPort& port, const PortSettings& settings);
+
+// Puts the open line from one selection onto another: onto another port by closing the present one, if one is open, and
+// opening the new one; onto other line parameters of the same port without closing it, and nothing if it is closed.
+// True if the port number has changed, in which case `port` may be open or not, whatever it was before.
+bool MoveLine(CCommPort& port, const PortSettings& from, const PortSettings& to);

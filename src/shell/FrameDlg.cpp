@@ -1,9 +1,12 @@
 #include "shell/FrameDlg.h"
 
+#include <utility>
+
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
 #include "panel/CounterPanel.h"
 #include "resources/ResourceIds.h"
+#include "serial/ComSettingDlg.h"
 #include "serial/CommPort.h"
 #include "serial/PortSelection.h"
 #include "shell/AboutDlg.h"
@@ -31,6 +34,7 @@ const CMessageMap& CFrameDlg::ClassMap() {
                                         On<WM_QUERYDRAGICON, &CFrameDlg::OnQueryDragIcon>(),
                                         On<WM_SIZE, &CFrameDlg::OnSize>(),
                                         On<WM_CLOSE, &CFrameDlg::OnClose>(),
+                                        OnCommandId<ID_COM_SETTING, &CFrameDlg::OnComSetting>(),
                                         OnCommandId<ID_OPEN_LOG, &CFrameDlg::OnUnusedCommand>(),
                                         OnCommandId<ID_FRAME_UNUSED, &CFrameDlg::OnUnusedCommand>()};
     static const CMessageMap map{&CDialog::ClassMap(), entries};
@@ -76,10 +80,24 @@ void CFrameDlg::FitPanel() {
 }
 
 int CFrameDlg::OpenSelectedPort() {
-    const bool open = ::OpenSelectedPort(*CCommPort::Instance(), port);
+    ::OpenSelectedPort(*CCommPort::Instance(), port);
+    ReportPort();
+    return 1;
+}
+
+void CFrameDlg::ReportPort() {
+    const bool open = CCommPort::Instance()->IsOpen();
     if (panel != nullptr) panel->ShowPortState(open);
     if (open) WriteRegistryInt("COM", port.portNumber);
-    return 1;
+}
+
+void CFrameDlg::OnComSetting() {
+    CComSettingDlg dialog;
+    dialog.SetValues(port);
+    dialog.DoModal();
+    if (!dialog.IsConfirmed()) return;
+    const PortSettings former = std::exchange(port, dialog.GetValues());
+    if (MoveLine(*CCommPort::Instance(), former, port)) ReportPort();
 }
 
 void CFrameDlg::OnOK() {

@@ -23,6 +23,7 @@ public:
     const AvailablePorts& GetAvailablePorts() const override { return availablePorts; }
     void SelectPort(std::int32_t portNumber) override { port.portNumber = portNumber; }
     int OpenSelectedPort() override;
+    void OnComSetting() override;
     std::int32_t GetSelectedPort() const override { return port.portNumber; }
     bool IsChinese() const override { return language; }
 
@@ -38,6 +39,8 @@ private:
     void FindPorts();
     void CreatePanel();
     void FitPanel();
+    // Tells the panel whether the port is open, and stores the number of an open one.
+    void ReportPort();
 
     void OnSysCommand(UINT command, LPARAM lParam);
     void OnPaint();

@@ -21,6 +21,7 @@ CIconButton::CIconButton() {
 }
 
 CIconButton::~CIconButton() {
+    dropMenu.DestroyMenu();
     FreeImages();
     if (cursor != nullptr) ::DestroyCursor(cursor);
 }
@@ -36,6 +37,8 @@ const CMessageMap& CIconButton::ClassMap() {
                                         On<WM_CANCELMODE, &CIconButton::OnCancelMode>(),
                                         On<WM_GETDLGCODE, &CIconButton::OnGetDlgCode>(),
                                         OnReflectColor<&CIconButton::CtlColor>(),
+                                        On<WM_MENUCHAR, &CIconButton::OnMenuChar>(),
+                                        On<WM_MEASUREITEM, &CIconButton::OnMeasureItem>(),
                                         OnMessage<BM_SETSTYLE, &CIconButton::OnSetStyle>(),
                                         On<WM_MOUSELEAVE, &CIconButton::CancelHover>(),
                                         OnMessage<BM_SETCHECK, &CIconButton::OnSetCheck>(),
@@ -45,6 +48,7 @@ const CMessageMap& CIconButton::ClassMap() {
 }
 
 void CIconButton::PreSubclassWindow() {
+    menuOpen = false; // a former window may have ended below its menu
     const DWORD style = GetStyle();
     buttonType = static_cast<std::uint8_t>(style & buttonTypeBits);
     if ((style & 2) != 0) isCheckBox = true; // check boxes of every kind, by this bit of their type
@@ -272,6 +276,8 @@ bool CIconButton::OnClicked() {
     if (isCheckBox) {
         checked = 1 - checked;
         Invalidate();
+    } else if (HasDropMenu()) {
+        return ShowDropMenu();
     } else if (!url.empty()) {
         SHELLEXECUTEINFOA open{};
         open.cbSize = sizeof open;

@@ -2,6 +2,8 @@
 //
 // It is flat by default, with a hover state, and keeps its own check state where the dialog template makes it a check
 // box. Nothing comes from theme files: images are given to it, colours are its table's, which starts with the system's.
+//
+// It can carry a drop-down menu, which a click shows below it and whose choice goes to an owner as a posted WM_COMMAND.
 #pragma once
 
 #include <array>
@@ -11,6 +13,7 @@
 #include "framework/Controls.h"
 #include "framework/Dc.h"
 #include "framework/ToolTip.h"
+#include "menu/OwnerDrawMenu.h"
 #include "skin/IconImages.h"
 #include "skin/IconLayout.h"
 
@@ -74,6 +77,14 @@ public:
     // What a click opens, besides telling the parent; null for nothing. At most 260 bytes count.
     int SetUrl(const char* text);
 
+    // The first popup of a menu resource as the drop-down menu, and the one before is gone; 0 for none. `look` becomes
+    // the look of all owner-drawn menus (1 modern, else classic), `owner` gets the choice. A toolbar resource other
+    // than 0 gives its images, of a size in pixels and with a transparent colour. ImageUnreadable, and no menu, if a
+    // resource can't be loaded.
+    int SetDropMenu(UINT menuId, HWND owner, int look, UINT toolbarId, int imageWidth, int imageHeight,
+                    COLORREF maskColor, bool redraw);
+    bool HasDropMenu() const { return dropMenu.GetHandle() != nullptr; }
+
     void DrawItem(DRAWITEMSTRUCT& item) override;
     bool PreTranslateMessage(MSG& message) override;
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -94,6 +105,9 @@ private:
     void EnsureToolTip();
     void CancelHover();
     bool OnClicked();
+    bool ShowDropMenu();
+    LRESULT OnMenuChar(UINT character, UINT flags, CMenu* menu);
+    void OnMeasureItem(int id, MEASUREITEMSTRUCT& item);
     bool OnSetCursor(CWnd* window, UINT hitTest, UINT message);
     void OnKillFocus(CWnd* next);
     void OnMouseMove(UINT keys, CPoint point);
@@ -141,6 +155,9 @@ private:
     std::string url;
     std::array<IconImage, 2> icons; // owned
     std::array<BitmapImage, 2> bitmaps;
+    HWND menuOwner = nullptr;
+    bool menuOpen = false; // the drop-down menu is showing
+    COwnerDrawMenu dropMenu;
 
     static constexpr std::uint8_t unbound = 31;
 };

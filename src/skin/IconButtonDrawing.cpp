@@ -32,7 +32,7 @@ Box ToBox(const CRect& rect) {
 void CIconButton::DrawItem(DRAWITEMSTRUCT& item) {
     CDC dc(item.hDC);
     const CSavedDC saved(dc);
-    pressed = (item.itemState & ODS_SELECTED) != 0 || (isCheckBox && checked != 0);
+    pressed = (item.itemState & ODS_SELECTED) != 0 || (isCheckBox ? checked != 0 : HasDropMenu() && menuOpen);
     focused = (item.itemState & ODS_FOCUS) != 0;
     disabled = (item.itemState & ODS_DISABLED) != 0;
     const CRect whole(item.rcItem);

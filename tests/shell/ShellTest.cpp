@@ -206,6 +206,60 @@ TEST_F(ShellTest, ALanguageIsStoredForTheNextStart) {
     EXPECT_TRUE(RunProgram([&] { EXPECT_EQ(Text(IDC_START), "Start"); }));
 }
 
+// Leaves each COM Setting dialog that it is told of by `button`, with `text` as the port.
+class CComSettingVisit {
+public:
+    CComSettingVisit(const char* port, int button) : text(port), leave(button) {
+        current = this;
+        timer = ::SetTimer(nullptr, 0, 10, &OnTimer);
+    }
+    CComSettingVisit(const CComSettingVisit&) = delete;
+    CComSettingVisit& operator=(const CComSettingVisit&) = delete;
+    ~CComSettingVisit() { ::KillTimer(nullptr, timer); }
+
+    std::string found; // the port that stood there
+
+private:
+    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR id, DWORD) {
+        const HWND dialog = ::FindWindowA("#32770", "COM Setting");
+        if (::IsWindowVisible(dialog) == FALSE) return;
+        ::KillTimer(nullptr, id);
+        current->found = TextOf(::GetDlgItem(dialog, IDC_COM_SETTING_PORT));
+        ::SetDlgItemTextA(dialog, IDC_COM_SETTING_PORT, current->text);
+        ::SendMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(current->leave), 0);
+    }
+
+    static inline CComSettingVisit* current = nullptr;
+    const char* text;
+    int leave;
+    UINT_PTR timer = 0;
+};
+
+TEST_F(ShellTest, ComSettingMovesTheLineWhenItIsConfirmed) {
+    WriteRegistryInt("COM", 3);
+    RunProgram([&] {
+        struct Row {
+            HWND asked;
+            WPARAM command;
+            const char *found, *typed;
+            int button;
+        };
+        const HWND panel = Panel();
+        for (const Row& row : {Row{frame, ID_COM_SETTING, "COM3", "COM200", IDOK},
+                               Row{frame, ID_COM_SETTING, "COM3", "COM200", IDC_COM_SETTING_CANCEL},
+                               Row{panel, IDC_COM_SETTING, "COM3", "COM200", IDC_COM_SETTING_OK},
+                               Row{panel, ID_COM_SETTING, "COM200", "port", IDC_COM_SETTING_OK},
+                               Row{frame, ID_COM_SETTING, "COM200", "", IDCANCEL}}) {
+            const CComSettingVisit visit(row.typed, row.button);
+            ::SendMessageA(row.asked, WM_COMMAND, row.command, 0);
+            EXPECT_EQ(visit.found, row.found);
+            EXPECT_TRUE(::IsWindowEnabled(frame));
+        }
+        EXPECT_EQ(Text(IDC_PORT), "Open COM") << "no such port";
+        EXPECT_EQ(Stored("COM"), 3);
+    });
+}
+
 TEST_F(ShellTest, ClosingWaitsForNoMoreThanTheCommandInFlight) {
     struct CSlowCommand : CCommand {
         void Execute() override { PauseThread(100); }

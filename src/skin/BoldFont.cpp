@@ -1,0 +1,31 @@
+#include "skin/BoldFont.h"
+
+#include <cstring>
+#include <utility>
+
+#include "framework/Dc.h"
+#include "framework/Wnd.h"
+
+namespace {
+
+constexpr char face[] = "Times New Roman";
+constexpr int tenthsPerInch = 720;
+
+int PixelsOf(int tenthsOfPoint) {
+    const CClientDC screen(nullptr);
+    return ::GetDeviceCaps(screen.GetHandle(), LOGPIXELSY) * tenthsOfPoint / tenthsPerInch;
+}
+
+} // namespace
+
+void SetBoldFont(const CWnd& window, int tenthsOfPoint, CFont& font) {
+    LOGFONTA description{};
+    description.lfHeight = -PixelsOf(tenthsOfPoint); // negative: of the characters, without the room above them
+    description.lfWeight = FW_BOLD;
+    description.lfCharSet = DEFAULT_CHARSET;
+    static_assert(sizeof face <= sizeof description.lfFaceName);
+    std::memcpy(description.lfFaceName, face, sizeof face);
+    CFont bold(description);
+    window.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(bold.GetHandle()), TRUE);
+    font = std::move(bold);
+}

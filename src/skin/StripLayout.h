@@ -1,0 +1,29 @@
+// Where the slots of a selector and the buttons of a tool strip lie, in client pixels.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "skin/Geometry.h"
+
+// The four slots of a selector take clicks as far down as this, whatever the height of its picture.
+inline constexpr int selectorLimit = 176;
+inline constexpr int selectorSlots = 4;
+
+// The slot at height `y` of a picture that is four slots high; none outside of the limit, nor for a picture that has
+// less than a pixel for each slot.
+std::optional<int> SlotAt(int y, int pictureHeight);
+
+// Where slot `slot` shows its own picture of this size.
+Box SlotBox(int slot, int width, int height);
+
+// How many frames of this width lie side by side in a strip; none for a frame without a width.
+int FrameCount(int stripWidth, int frameWidth);
+
+// `count` buttons of one size side by side.
+std::vector<Box> ButtonRow(int count, int width, int height);
+
+// The same buttons, each as much wider as its text needs, without gaps. As many entries of `textLengths`, in characters
+// of the average width.
+std::vector<Box> WidenRow(std::vector<Box> row, std::span<const int> textLengths, int averageWidth);
