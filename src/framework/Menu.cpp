@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr int deepestMenu = 16; // deeper than any menu a user could open; ends the walk on a menu that holds itself
-
 // The popup that TrackPopupMenu shows at present. WM_MEASUREITEM doesn't name its menu, so the walk starts here.
 HMENU trackedMenu = nullptr;
 

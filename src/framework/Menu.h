@@ -53,6 +53,9 @@ private:
     bool temporary = false;
 };
 
+// Deeper than any platform nests its menus; ends every walk, also on a menu that holds itself.
+inline constexpr int deepestMenu = 32;
+
 // The object of the menu, at `root` or below it, that holds an owner-drawn item with this item data; null if no object
 // is attached to that menu. Items are found by their data, since the structures cut an item id to 32 bits, which loses
 // part of a sub-menu's handle.

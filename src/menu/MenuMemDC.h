@@ -13,7 +13,6 @@ public:
     CMenuMemDC& operator=(const CMenuMemDC&) = delete;
     ~CMenuMemDC();
 
-    bool IsBuffered() const { return buffered; }
 
 private:
     CBitmap bitmap;

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// As deep as owner-drawn items are looked for in a shown menu (framework/Menu.h). The top level is level 1.
+// Deeper than any menu that a user could find the way through. The top level is level 1.
 inline constexpr int deepestMenuLevel = 16;
 
 struct MenuTemplateItem {

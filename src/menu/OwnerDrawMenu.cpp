@@ -12,7 +12,7 @@ CMenuItemRecord* FindRecordBelow(const COwnerDrawMenu& menu, ULONG_PTR itemData,
     const auto found =
         std::ranges::find(menu.itemRecords, itemData, [](const auto& record) { return record->GetItemData(); });
     if (found != menu.itemRecords.end()) return found->get();
-    const int count = depth < deepestPlatformMenu ? ::GetMenuItemCount(menu.GetHandle()) : 0;
+    const int count = depth < deepestMenu ? ::GetMenuItemCount(menu.GetHandle()) : 0;
     for (int position = 0; position < count; ++position) {
         const COwnerDrawMenu* object = OwnerDrawMenuOf(::GetSubMenu(menu.GetHandle(), position));
         CMenuItemRecord* record = object != nullptr ? FindRecordBelow(*object, itemData, depth + 1) : nullptr;

@@ -108,8 +108,13 @@ CMenuItemRecord* COwnerDrawMenu::RecordOf(UINT position, UINT flags) {
 CMenuItemRecord* COwnerDrawMenu::RecordAt(int position) const {
     const std::size_t index = RecordIndexOfItem(position);
     if (index != noRecord) return itemRecords[index].get();
-    const bool inArray = position >= 0 && static_cast<std::size_t>(position) < itemRecords.size();
-    return inArray ? itemRecords[static_cast<std::size_t>(position)].get() : nullptr;
+    if (position < 0 || static_cast<std::size_t>(position) >= itemRecords.size()) return nullptr;
+    CMenuItemRecord* const record = itemRecords[static_cast<std::size_t>(position)].get();
+    // Once the platform's items were changed directly, what stands there may belong to another item.
+    for (int other = 0; other < ::GetMenuItemCount(GetHandle()); ++other) {
+        if (PlatformItemData(GetHandle(), other) == record->GetItemData()) return nullptr;
+    }
+    return record;
 }
 
 std::size_t COwnerDrawMenu::RecordIndexOfItem(int position) const {

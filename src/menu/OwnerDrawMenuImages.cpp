@@ -15,8 +15,6 @@
 
 namespace {
 
-constexpr UINT imageListFlags = ILC_COLORDDB | ILC_MASK;
-
 struct IconCloser {
     using pointer = HICON;
     void operator()(HICON icon) const { ::DestroyIcon(icon); }
@@ -244,8 +242,8 @@ void COwnerDrawMenu::LoadCheckImages(int clearId, int selectedId) {
     if (clearId <= 0 || selectedId <= 0) return;
     checkClearId = clearId;
     checkSelectedId = selectedId;
-    // Sub-menus may show the former list still, and a list of the parent's is not this menu's to change.
-    checkImages = std::make_shared<CImageList>();
+    // Sub-menus that share this menu's list show the new marks too; a list of the parent's isn't this menu's to change.
+    if (checkImages == nullptr || checkImagesShared) checkImages = std::make_shared<CImageList>();
     checkImagesShared = false;
     checkImages->Create(imageWidth, imageHeight, ILC_MASK, 2, 1);
     const bool complete = AddResourceBitmap(*checkImages, clearId, TransparentColor()) &&

@@ -23,7 +23,7 @@ struct Occurrences {
 
 COwnerDrawMenu* Locate(COwnerDrawMenu& menu, UINT id, int& position, const Occurrences& passed, int depth = 0) {
     const HMENU handle = menu.GetHandle();
-    for (int each = 0; depth < deepestPlatformMenu && each < ::GetMenuItemCount(handle); ++each) {
+    for (int each = 0; depth < deepestMenu && each < ::GetMenuItemCount(handle); ++each) {
         if (const HMENU subMenu = ::GetSubMenu(handle, each)) {
             COwnerDrawMenu* object = OwnerDrawMenuOf(subMenu);
             COwnerDrawMenu* found = object != nullptr ? Locate(*object, id, position, passed, depth + 1) : nullptr;
@@ -42,7 +42,7 @@ bool HasText(const CMenuItemRecord& record, const wchar_t* text) {
 }
 
 CMenuItemRecord* LocateText(const COwnerDrawMenu& menu, const wchar_t* text, int depth = 0) {
-    const int count = depth < deepestPlatformMenu ? ::GetMenuItemCount(menu.GetHandle()) : 0;
+    const int count = depth < deepestMenu ? ::GetMenuItemCount(menu.GetHandle()) : 0;
     bool searched = false; // the menu's own records, once
     for (int each = 0; each < count; ++each) {
         CMenuItemRecord* found = nullptr;

@@ -14,13 +14,13 @@ bool HoldsCommand(HMENU menu, UINT id) {
 
 // Every record of the command in the menu and below it.
 template <class Visit>
-void VisitCommand(const COwnerDrawMenu& menu, UINT id, Visit visit) {
+void VisitCommand(const COwnerDrawMenu& menu, UINT id, Visit visit, int depth = 0) {
+    if (depth == deepestMenu) return;
     for (const auto& record : menu.itemRecords) {
         if (record->id == id && (record->flags & MF_POPUP) == 0) visit(*record);
     }
     for (const HMENU subMenu : menu.subMenus) {
-        const COwnerDrawMenu* object = OwnerDrawMenuOf(subMenu);
-        if (object != nullptr && object != &menu) VisitCommand(*object, id, visit);
+        if (const COwnerDrawMenu* object = OwnerDrawMenuOf(subMenu)) VisitCommand(*object, id, visit, depth + 1);
     }
 }
 
@@ -42,7 +42,7 @@ bool COwnerDrawMenu::LoadToolbarImages(UINT toolbarId) {
     imageWidth = std::max(imageWidth, toolbar.imageWidth);
     imageHeight = std::max(imageHeight, toolbar.imageHeight);
     CImageList images;
-    images.Create(toolbar.imageWidth, toolbar.imageHeight, ILC_COLORDDB | ILC_MASK, 1, 1);
+    images.Create(toolbar.imageWidth, toolbar.imageHeight, imageListFlags, 1, 1);
     if (!AddBitmapToList(images, static_cast<WORD>(toolbarId))) return false;
     for (int button = 0; button < toolbar.GetButtonCount(); ++button) {
         const UINT id = toolbar.GetItemID(button);
@@ -60,7 +60,7 @@ bool COwnerDrawMenu::LoadToolbarImageSet(const UINT* toolbarIds, int count) {
 
 void COwnerDrawMenu::AddToolbarImages(const CMenuToolBar& toolbar, int bitmapId) {
     CImageList images;
-    images.Create(toolbar.imageWidth, toolbar.imageHeight, ILC_COLORDDB | ILC_MASK, 1, 1);
+    images.Create(toolbar.imageWidth, toolbar.imageHeight, imageListFlags, 1, 1);
     if (!AddBitmapToList(images, bitmapId)) return;
     for (int button = 0; button < toolbar.GetButtonCount(); ++button) {
         const UINT id = toolbar.GetItemID(button);

@@ -8,9 +8,6 @@
 class CMenuItemRecord;
 class COwnerDrawMenu;
 
-// Deeper than any platform nests its menus (it refuses loops by that); ends every walk.
-inline constexpr int deepestPlatformMenu = 32;
-
 // The caption that the platform keeps, at most 255 bytes of it; empty for an owner-drawn item.
 std::string PlatformCaption(HMENU menu, int position);
 

@@ -48,7 +48,7 @@ void CCounterPanel::OnPortMenu() {
     const AvailablePorts& ports = frame->GetAvailablePorts();
     for (std::int32_t row = 0; row < ports.count; ++row) {
         const std::int32_t number = ports.numbers[static_cast<std::size_t>(row)];
-        portMenu.AddEntry(ID_PORT_FIRST + static_cast<UINT>(row), "COM" + std::to_string(number),
+        portMenu.AddEntry(ID_PORT_FIRST + static_cast<UINT>(row), LoadText(IDS_COM) + std::to_string(number),
                           number == frame->GetSelectedPort());
     }
     constexpr std::pair<UINT, const char*> devices[] = {
