@@ -18,7 +18,7 @@ while :; do
     # shellcheck disable=SC2016
     bash -c 'exec sleep infinity 3<>"$1" 4<>"$2"' holder "$1" "$2" &
     holder=$!
-    until [[ -e $3 ]]; do sleep 0.05; done
+    until [[ -e $3 ]]; do sleep 0.25; done
     end_cable
     # A port that isn't there must refuse; without its link another port of the machine might open in its place.
     rm -f "$1" "$2"

@@ -9,6 +9,7 @@
 
 #include <windows.h>
 
+#include "GdiHandles.h"
 #include "PictureFiles.h"
 
 #include "framework/Dc.h"
@@ -129,11 +130,3 @@ public:
 
     const std::string name;
 };
-
-// How many GDI objects the process can still make, found by making them: not every system counts them.
-inline std::size_t FreeGdiObjects() {
-    std::vector<HRGN> regions;
-    while (const HRGN region = ::CreateRectRgn(0, 0, 1, 1)) regions.push_back(region);
-    for (const HRGN region : regions) ::DeleteObject(region);
-    return regions.size();
-}
