@@ -31,6 +31,13 @@ HBITMAP CreatePixels(int width, int height) {
     return ::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
 }
 
+// The one context that bitmaps are copied from: making one costs more than most copies. Never destroyed, as bitmaps of
+// static storage may be drawn late. User-interface thread only.
+const CMemoryDC& SourceContext() {
+    static const auto* const context = new CMemoryDC(nullptr);
+    return *context;
+}
+
 CRect ToRect(const Box& box) {
     return {box.x, box.y, box.x + box.width, box.y + box.height};
 }
@@ -71,7 +78,7 @@ PixelRows RowsOf(HBITMAP bitmap) {
 
 void DrawSliceCells(HDC dc, const CRect& rect, const CSkinBitmap& picture, int cornerWidth, int cornerHeight) {
     if (picture.IsEmpty()) return;
-    const CMemoryDC source(nullptr);
+    const CMemoryDC& source = SourceContext();
     const CSelectObject selected(source, picture.GetHandle());
     const Box whole{0, 0, picture.GetWidth(), picture.GetHeight()};
     const Box target{0, 0, static_cast<int>(rect.Width()), static_cast<int>(rect.Height())};
@@ -128,7 +135,7 @@ HBITMAP CSkinBitmap::CopyFrom(HBITMAP source) {
 }
 
 int CSkinBitmap::Draw(HDC dc, const CRect& rect) const {
-    const CMemoryDC source(dc);
+    const CMemoryDC& source = SourceContext();
     const CSelectObject selected(source, GetHandle());
     if (!IsEmpty()) {
         ::BitBlt(dc, rect.left, rect.top, rect.Width(), rect.Height(), source.GetHandle(), 0, 0, SRCCOPY);
@@ -138,7 +145,7 @@ int CSkinBitmap::Draw(HDC dc, const CRect& rect) const {
 
 void CSkinBitmap::DrawTransparent(HDC dc, const CRect& rect, COLORREF transparent) const {
     if (IsEmpty()) return;
-    const CMemoryDC source(dc);
+    const CMemoryDC& source = SourceContext();
     const CSelectObject selected(source, GetHandle());
     ::TransparentBlt(dc, rect.left, rect.top, rect.Width(), rect.Height(), source.GetHandle(), 0, 0, GetWidth(),
                      GetHeight(), transparent);

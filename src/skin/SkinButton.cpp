@@ -11,7 +11,6 @@ namespace {
 constexpr COLORREF maskColor = RGB(255, 0, 255);
 constexpr COLORREF maskTolerance = 0x101010;
 constexpr UINT captionFormat = DT_CENTER | DT_VCENTER | DT_SINGLELINE;
-constexpr int frameCount = 4;
 
 // The shape of a window, if it has one; its whole rectangle otherwise.
 bool GetShape(HWND window, CRgn& shape) {
@@ -46,6 +45,7 @@ const CMessageMap& CSkinButton::ClassMap() {
 
 bool CSkinButton::SetBitmapResource(std::uint16_t id, int) {
     const char* name = MAKEINTRESOURCEA(id);
+    DropFaces();
     bitmap.Attach(::LoadBitmapA(FindResourceModule(name, RT_BITMAP), name));
     return !bitmap.IsEmpty();
 }
@@ -57,13 +57,12 @@ void CSkinButton::SetCaption(const std::string& text, int, COLORREF color) {
 void CSkinButton::OnPaint() {
     ReadEnabled();
     if (IsStrip()) {
-        CSkinBitmap frame;
-        CutFrame(frame);
-        const CRgn shape(frame.CreateRegion(maskColor, maskTolerance));
-        TakeShape(shape); // invalidates the window, so before the paint context is made
-        CPaintDC dc(*this);
+        const Face& face = PresentFace();
+        if (shapedBy != &face) TakeShape(face.shape); // invalidates the window, so before the paint context is made
+        shapedBy = &face;
+        const CPaintDC dc(*this);
         const CSavedDC saved(dc);
-        DrawFrame(dc, frame, shape);
+        DrawFace(dc, face);
         return;
     }
     if (IsPicture()) RepaintGround(); // the same
@@ -75,9 +74,7 @@ void CSkinButton::OnPaint() {
 void CSkinButton::PaintOn(CDC& dc) {
     ReadEnabled();
     if (IsStrip()) {
-        CSkinBitmap frame;
-        CutFrame(frame);
-        DrawFrame(dc, frame, CRgn(frame.CreateRegion(maskColor, maskTolerance)));
+        DrawFace(dc, PresentFace());
     } else if (IsPicture()) {
         DrawPicture(dc);
     }
@@ -87,9 +84,18 @@ void CSkinButton::ReadEnabled() {
     enabled = (GetStyle() & WS_DISABLED) == 0 ? 1 : 0;
 }
 
-void CSkinButton::CutFrame(CSkinBitmap& frame) const {
+const CSkinButton::Face& CSkinButton::PresentFace() {
     const int column = enabled == 0 ? 4 : hover == 0 ? 1 : pressed == 0 ? 2 : 3;
-    bitmap.GetFrame(frame, column, 1, frameCount, 1);
+    Face& face = faces[static_cast<std::size_t>(column) - 1];
+    if (!face.picture.IsEmpty()) return face;
+    bitmap.GetFrame(face.picture, column, 1, static_cast<int>(faces.size()), 1);
+    face.shape.Attach(face.picture.CreateRegion(maskColor, maskTolerance)); // before the caption may hide the mask
+    if (face.picture.IsEmpty()) return face;
+    CMemoryDC memory(nullptr);
+    const CSelectObject selected(memory, face.picture.GetHandle());
+    const CSavedDC saved(memory);
+    DrawCaption(memory, face.picture.GetBounds(), captionFormat);
+    return face;
 }
 
 // A region that is set repaints the window, so one that is in force already isn't set again.
@@ -113,15 +119,10 @@ void CSkinButton::RepaintGround() const {
     Invalidate(); // the parent has painted over all of the button
 }
 
-void CSkinButton::DrawFrame(CDC& dc, const CSkinBitmap& frame, const CRgn& shape) {
-    if (frame.IsEmpty()) return;
-    const CRect bounds = frame.GetBounds();
-    // The caption is drawn on the frame, not on the screen, so that neither is ever seen without the other.
-    CMemoryDC memory(nullptr);
-    const CSelectObject selected(memory, frame.GetHandle());
-    DrawCaption(memory, bounds, captionFormat);
-    ::SelectClipRgn(dc.GetHandle(), shape.GetHandle());
-    ::BitBlt(dc.GetHandle(), 0, 0, bounds.Width(), bounds.Height(), memory.GetHandle(), 0, 0, SRCCOPY);
+void CSkinButton::DrawFace(const CDC& dc, const Face& face) {
+    if (face.picture.IsEmpty()) return;
+    ::SelectClipRgn(dc.GetHandle(), face.shape.GetHandle());
+    face.picture.Draw(dc.GetHandle(), face.picture.GetBounds());
 }
 
 void CSkinButton::DrawPicture(CDC& dc) {

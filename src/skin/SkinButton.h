@@ -9,6 +9,7 @@
 // nothing and works by its client rectangle.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -23,12 +24,18 @@ public:
     bool SetBitmapResource(std::uint16_t id, int = 0);
     // Keeps a private copy of the picture; the caller keeps its own, and becomes the owner of the bitmap that the
     // button held before, which is the result (null if there was none).
-    [[nodiscard]] HBITMAP SetBitmapHandle(HBITMAP picture) { return bitmap.CopyFrom(picture); }
+    [[nodiscard]] HBITMAP SetBitmapHandle(HBITMAP picture) {
+        DropFaces();
+        return bitmap.CopyFrom(picture);
+    }
 
     // Stores text and colour and makes the text the window's own. The left offset has no effect on a button, whose
     // caption is centred. Neither repaints: a caller that changes a visible button invalidates it.
     void SetCaption(const std::string& text, int leftOffset, COLORREF color);
-    void SetTextColor(COLORREF color) { textColor = color; }
+    void SetTextColor(COLORREF color) {
+        textColor = color;
+        DropFaces();
+    }
 
     // Tested as bits, the strip first. A value with neither bit draws nothing and ignores the mouse.
     static constexpr int pictureMode = 1;
@@ -41,18 +48,28 @@ public:
 
 protected:
     void PaintOn(CDC& dc) override;
+    void DropFaces() override {
+        faces = {};
+        shapedBy = nullptr;
+    }
 
 private:
+    // A frame of the strip with the caption on it, and its shape: kept from paint to paint.
+    struct Face {
+        CSkinBitmap picture;
+        CRgn shape;
+    };
+
     bool IsStrip() const { return (drawMode & stripMode) != 0; }
     bool IsPicture() const { return !IsStrip() && (drawMode & pictureMode) != 0; }
 
     // Painting.
     void OnPaint();
     void ReadEnabled();
-    void CutFrame(CSkinBitmap& frame) const;
+    const Face& PresentFace();
     void TakeShape(const CRgn& shape) const;
     void RepaintGround() const;
-    void DrawFrame(CDC& dc, const CSkinBitmap& frame, const CRgn& shape);
+    static void DrawFace(const CDC& dc, const Face& face);
     void DrawPicture(CDC& dc);
     void RepaintNow() const;
 
@@ -79,9 +96,11 @@ private:
     LRESULT OnSetState(WPARAM, LPARAM) { return 0; }
     LRESULT OnSetStyle(WPARAM style, LPARAM) { return DefWindowProc(BM_SETSTYLE, style, FALSE); }
 
-    int hover = 0;   // the mouse is over the button
-    int pressed = 0; // the left button went down here and hasn't come up
-    int enabled = 1; // read from the window's style at each paint
+    std::array<Face, 4> faces;      // by the column of the strip
+    const Face* shapedBy = nullptr; // whose shape the window has for certain
+    int hover = 0;                  // the mouse is over the button
+    int pressed = 0;                // the left button went down here and hasn't come up
+    int enabled = 1;                // read from the window's style at each paint
     bool spaceHeld = false;
     bool losesFocus = false; // it had the focus when the platform began to disable it
 };

@@ -22,6 +22,7 @@ template <class Control>
 const CMessageMap& CSkinControl<Control>::ClassMap() {
     static constexpr std::array entries{On<WM_PAINT, &CSkinControl::OnPaint>(),
                                         On<WM_ERASEBKGND, &CSkinControl::OnEraseBkgnd>(),
+                                        OnMessage<WM_NCPAINT, &CSkinControl::OnNcPaint>(),
                                         On<WM_ENABLE, &CSkinControl::OnEnable>(),
                                         OnMessage<WM_PRINTCLIENT, &CSkinControl::OnPrintClient>(),
                                         OnMessage<WM_STYLECHANGED, &CSkinControl::OnStyleChanged>(),
@@ -37,11 +38,13 @@ bool CSkinControl<Control>::SetBitmapFile(const std::string& path) {
     CSkinBitmap loaded;
     loaded.LoadFromFile(path, 0);
     const CBitmap former(bitmap.CopyFrom(loaded.GetHandle())); // a copy, because copies are the quicker to draw from
+    DropFaces();
     return !bitmap.IsEmpty();
 }
 
 template <class Control>
 void CSkinControl<Control>::StoreCaption(const std::string& text, COLORREF color) {
+    if (!Shows(text, color)) DropFaces();
     textColor = color;
     if (caption == text) return;
     caption = text;
@@ -64,6 +67,13 @@ void CSkinControl<Control>::OnPaint() {
     CPaintDC dc(*this);
     const CSavedDC saved(dc);
     PaintOn(dc);
+}
+
+// Without an edge there is nothing to paint around the client area, and the platform needn't look for it.
+template <class Control>
+LRESULT CSkinControl<Control>::OnNcPaint(WPARAM, LPARAM) {
+    const CRect window = this->GetWindowRect(), client = this->GetClientRect();
+    return window.Width() == client.Width() && window.Height() == client.Height() ? 0 : this->Default();
 }
 
 template <class Control>

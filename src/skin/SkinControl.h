@@ -36,6 +36,9 @@ protected:
     // The caption is also the window's text, which names the control to a screen reader. No repaint.
     void StoreCaption(const std::string& text, COLORREF color);
 
+    // A control that keeps finished faces drops them: picture, caption or colour have changed.
+    virtual void DropFaces() {}
+
     // Draws the caption with these DT_ flags; an empty one draws nothing and asks for no font.
     void DrawCaption(CDC& dc, const CRect& rect, UINT format);
 
@@ -48,6 +51,7 @@ private:
     void OnPaint();
     bool OnEraseBkgnd(HDC) { return true; }
     void OnEnable(bool) { this->Invalidate(); }
+    LRESULT OnNcPaint(WPARAM region, LPARAM);
     LRESULT OnPrintClient(WPARAM context, LPARAM);
     LRESULT OnStyleChanged(WPARAM which, LPARAM styles);
     LRESULT OnSetFont(WPARAM newFont, LPARAM);

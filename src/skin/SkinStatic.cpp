@@ -11,6 +11,7 @@ constexpr UINT captionFormat = DT_VCENTER | DT_SINGLELINE;
 void CSkinStatic::SetCaption(const std::string& text, int leftOffset, COLORREF color) {
     const bool changes = caption != text || captionLeft != leftOffset;
     captionLeft = leftOffset;
+    if (changes) DropFaces();
     StoreCaption(text, color);
     if (changes && bitmap.IsEmpty()) UncoverFormerCaption();
 }
@@ -31,9 +32,26 @@ void CSkinStatic::UncoverFormerCaption() const {
 
 void CSkinStatic::PaintOn(CDC& dc) {
     const CRect client = GetClientRect();
-    const CRect place(captionLeft, client.top, client.right, client.bottom);
-    bitmap.DrawNineSlice(dc.GetHandle(), client, cornerWidth, cornerHeight);
-    DrawCaption(dc, place, captionFormat);
+    if (caption.empty()) {
+        bitmap.DrawNineSlice(dc.GetHandle(), client, cornerWidth, cornerHeight);
+    } else if (bitmap.IsEmpty()) {
+        DrawCaption(dc, CaptionPlace(client), captionFormat);
+    } else {
+        PrepareFace(client);
+        face.Draw(dc.GetHandle(), client);
+    }
+}
+
+void CSkinStatic::PrepareFace(const CRect& client) {
+    const CSize corner(cornerWidth, cornerHeight);
+    if (face.GetBounds() == client && faceCorner == corner) return;
+    faceCorner = corner;
+    bitmap.BuildNineSlice(face, client, cornerWidth, cornerHeight);
+    if (face.IsEmpty()) return;
+    CMemoryDC memory(nullptr);
+    const CSelectObject selected(memory, face.GetHandle());
+    const CSavedDC saved(memory);
+    DrawCaption(memory, CaptionPlace(client), captionFormat);
 }
 
 bool CSkinStatic::OnCommand(WPARAM wParam, LPARAM lParam) {

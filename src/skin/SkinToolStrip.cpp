@@ -4,6 +4,7 @@
 
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
+#include "framework/Text.h"
 #include "skin/StripLayout.h"
 
 bool CSkinToolStrip::LoadStrip(std::uint16_t id, int) {
@@ -42,7 +43,8 @@ void CSkinToolStrip::PlaceButtons() const {
         ::GetTextMetricsA(dc.GetHandle(), &metrics);
     }
     std::vector<int> lengths;
-    for (std::size_t i = 0; i < buttons.size(); ++i) lengths.push_back(static_cast<int>(ToWide(LoadText(buttonIds[i])).size()));
+    for (std::size_t i = 0; i < buttons.size(); ++i)
+        lengths.push_back(static_cast<int>(ToWide(LoadText(buttonIds[i])).size()));
     const std::vector<Box> row = WidenRow(buttonRects, lengths, metrics.tmAveCharWidth);
     for (std::size_t i = 0; i < buttons.size(); ++i)
         buttons[i]->SetWindowPos(nullptr, row[i].x, row[i].y, row[i].width, row[i].height, SWP_NOZORDER);

@@ -19,6 +19,7 @@
 #include <gtest/gtest.h>
 
 #include "Records.h"
+#include "TimeFactor.h"
 #include "link/CommandQueue.h"
 #include "link/ReplyMessages.h"
 #include "panel/CounterPanel.h"
@@ -74,7 +75,7 @@ protected:
     }
 
     static bool PumpUntil(const std::function<bool()>& reached) {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30) * TimeFactor();
         for (MSG message{};; ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT)) {
             while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
                 ::DispatchMessageA(&message);
