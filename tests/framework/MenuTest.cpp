@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "TestDialog.h"
+#include "TimeFactor.h"
 
 namespace {
 
@@ -43,7 +44,7 @@ public:
         int result = 0;
         const DWORD start = ::GetTickCount();
         meanwhile = [&, pressed = std::size_t{0}]() mutable {
-            if (::GetTickCount() - start > 20'000) ::EndMenu();
+            if (::GetTickCount() - start > 20'000 * TimeFactor()) ::EndMenu();
             if (pressed < keys.size() && ready(pressed)) PostMessage(WM_KEYDOWN, keys[pressed++]);
         };
         steps = {[&] { result = menu.TrackPopupMenu(flags, 50, 50, *this); }, [] {}};

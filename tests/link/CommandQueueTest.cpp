@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include "TimeFactor.h"
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -56,7 +58,7 @@ protected:
         ASSERT_TRUE(Eventually([&] { return inside.load(); }));
     }
     static bool Eventually(const std::function<bool()>& condition) {
-        const auto deadline = Clock::now() + 10s;
+        const auto deadline = Clock::now() + 10s * TimeFactor();
         while (!condition() && Clock::now() < deadline) PauseThread(1);
         return condition();
     }

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TimeFactor.h"
 #include "framework/Time.h"
 #include "framework/WorkerThread.h"
 #include "link/CounterFrame.h"
@@ -132,7 +133,8 @@ protected:
     // Waits for a whole request, and answers it at once.
     static Bytes Answer(CCommPort& counter, std::size_t length, const Bytes& reply) {
         Bytes request;
-        for (const auto deadline = Clock::now() + 5s; request.size() < length && Clock::now() < deadline;) {
+        for (const auto deadline = Clock::now() + 5s * TimeFactor();
+             request.size() < length && Clock::now() < deadline;) {
             std::uint8_t part[64];
             std::uint32_t got = 0;
             counter.Read(part, sizeof part, &got, nullptr, INFINITE);
@@ -183,7 +185,7 @@ TEST_F(DeviceCommands, ACounterAnswersInThePause) {
 TEST_F(DeviceCommands, WithoutSettingsOrPanelNothingIsSentOrPosted) {
     CSetClockCommand clock;
     CWriteSettingsCommand write;
-    EXPECT_LT(Run(clock) + Run(write), 50ms);
+    EXPECT_LT(Run(clock) + Run(write), 50ms * TimeFactor());
     EXPECT_TRUE(recorder.sent.empty() && recorder.posted.empty());
     // The exchange itself doesn't need a panel.
     CPollCommand poll;
@@ -206,7 +208,7 @@ TEST_F(DeviceCommands, APollAddsLittleToItsPause) {
     }
     const auto overhead = std::chrono::duration_cast<std::chrono::microseconds>(whole - pauseOnly);
     RecordProperty("overheadMicroseconds", std::to_string(overhead.count()));
-    EXPECT_LT(overhead, 5ms);
+    EXPECT_LT(overhead, 5ms * TimeFactor());
 }
 
 TEST(ReplyPosting, ABlockReachesItsWindowOrIsFreed) {

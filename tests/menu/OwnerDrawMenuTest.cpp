@@ -5,6 +5,7 @@
 
 #include "LiveBlocks.h"
 #include "MenuTree.h"
+#include "TimeFactor.h"
 #include "framework/HandleMaps.h"
 #include "framework/Wnd.h"
 #include "menu/ClassicTheme.h"
@@ -164,7 +165,7 @@ public:
 
     int Choose(CMenu& menu, WPARAM character) {
         key = character;
-        deadline = ::GetTickCount() + 20'000;
+        deadline = ::GetTickCount() + 20'000 * TimeFactor();
         SetTimer(1, 20);
         return menu.TrackPopupMenu(TPM_RETURNCMD, 60, 60, *this);
     }

@@ -8,6 +8,7 @@
 
 #include "SimulatedPlatform.h"
 #include "TapRecorder.h"
+#include "TimeFactor.h"
 
 namespace {
 
@@ -25,7 +26,7 @@ protected:
     // Begins a transfer on a thread of its own; returns when the driver has it.
     std::future<std::int32_t> BeginTransfer(std::function<std::int32_t()> transfer) {
         auto result = std::async(std::launch::async, std::move(transfer));
-        const auto deadline = std::chrono::steady_clock::now() + 5s;
+        const auto deadline = std::chrono::steady_clock::now() + 5s * TimeFactor();
         while (!platform.HasPending() && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
         EXPECT_TRUE(platform.HasPending());
         return result;
@@ -54,7 +55,7 @@ TEST_F(CommPortClosing, EndsATransferAtOnce) {
     for (const auto& transfer : transfers) {
         OpenWith(Transfers::EndWhenCancelled);
         auto result = BeginTransfer(transfer);
-        EXPECT_LT(TimeClose(), 1s);
+        EXPECT_LT(TimeClose(), 1s * TimeFactor());
         EXPECT_EQ(result.get(), ERROR_OPERATION_ABORTED);
         EXPECT_EQ(count, 0U);
         EXPECT_EQ(platform.OpenHandles(), 0U);
@@ -65,7 +66,7 @@ TEST_F(CommPortClosing, EndsATransferAtOnce) {
 TEST_F(CommPortClosing, LeavesTheMemoryOfAnEndlessTransferToTheDriver) {
     OpenWith(Transfers::NeverEnd);
     auto read = BeginTransfer([&] { return port.Read(buffer, 8, &count, nullptr, INFINITE); });
-    EXPECT_LT(TimeClose(), 2s);
+    EXPECT_LT(TimeClose(), 2s * TimeFactor());
     EXPECT_EQ(read.get(), ERROR_OPERATION_ABORTED);
     platform.EndPending(0);
     EXPECT_STREQ(buffer, "abc") << "written to after the read had returned";
@@ -73,7 +74,7 @@ TEST_F(CommPortClosing, LeavesTheMemoryOfAnEndlessTransferToTheDriver) {
     OpenWith(Transfers::NeverEnd);
     EXPECT_EQ(port.Write(buffer, 3, &count, nullptr, 1), ERROR_TIMEOUT);
     EXPECT_EQ(port.Write(buffer, 3, &count, nullptr, INFINITE), ERROR_BUSY);
-    EXPECT_LT(TimeClose(), 1s);
+    EXPECT_LT(TimeClose(), 1s * TimeFactor());
     platform.EndPending(0);
     OpenWith(Transfers::EndAtOnce);
     EXPECT_EQ(port.Write(buffer, 3, &count, nullptr, INFINITE), 0);
@@ -107,7 +108,7 @@ TEST_F(CommPortClosing, NeverWaitsForATap) {
         void LogReceived(const void*, std::uint32_t) override { Wait(); }
         void Wait() {
             isCalled.set_value();
-            EXPECT_EQ(isClosed.get_future().wait_for(5s), std::future_status::ready);
+            EXPECT_EQ(isClosed.get_future().wait_for(5s * TimeFactor()), std::future_status::ready);
         }
         std::promise<void> isCalled, isClosed;
     };
@@ -120,7 +121,7 @@ TEST_F(CommPortClosing, NeverWaitsForATap) {
                          : port.Write(buffer, 3, nullptr, nullptr, INFINITE);
         });
         tap.isCalled.get_future().wait();
-        EXPECT_LT(TimeClose(), 1s);
+        EXPECT_LT(TimeClose(), 1s * TimeFactor());
         tap.isClosed.set_value();
         EXPECT_EQ(transfer.get(), reads ? 0 : ERROR_INVALID_HANDLE);
         port.SetTap(nullptr);

@@ -15,6 +15,7 @@
 
 #include "serial/PortSelection.h"
 #include "TapRecorder.h"
+#include "TimeFactor.h"
 
 namespace {
 
@@ -40,10 +41,12 @@ protected:
     // Whether a mark that one port writes reaches the other one, behind whatever was under way.
     static bool Passes(CCommPort& from, CCommPort& to, const std::string& mark = "mark that has to pass") {
         auto written = std::async(std::launch::async, [&] {
-            return from.Write(mark.data(), static_cast<std::uint32_t>(mark.size()), nullptr, nullptr, 5000);
+            return from.Write(mark.data(), static_cast<std::uint32_t>(mark.size()), nullptr, nullptr,
+                              5000 * TimeFactor());
         });
         std::string received;
-        for (const auto deadline = Clock::now() + 5s; Clock::now() < deadline && !received.ends_with(mark);) {
+        for (const auto deadline = Clock::now() + 5s * TimeFactor();
+             Clock::now() < deadline && !received.ends_with(mark);) {
             char part[512];
             std::uint32_t got = 0;
             to.Read(part, sizeof part, &got, nullptr, INFINITE);
@@ -88,7 +91,7 @@ protected:
         for (int round = 0; round < rounds && !HasFailure(); ++round) {
             port.SetReadMode(round % 3 == 0 ? 1 : 0); // every third round the reads block
             std::this_thread::sleep_for(std::chrono::microseconds(100 * (round & 15)));
-            EXPECT_LT(TimeClose(), 1s) << "round " << round;
+            EXPECT_LT(TimeClose(), 1s * TimeFactor()) << "round " << round;
             EXPECT_TRUE(Reopen()) << "round " << round;
         }
         stops = true;
@@ -129,7 +132,7 @@ TEST_F(CommPortPair, ReadOnASilentLineEndsAtOnceWithNothing) {
         EXPECT_EQ(port.Read(buffer, 8, &count, nullptr, INFINITE), 0);
         EXPECT_EQ(count, 0U);
     }
-    EXPECT_LT(Clock::now() - begun, 1s);
+    EXPECT_LT(Clock::now() - begun, 1s * TimeFactor());
     EXPECT_EQ(tap.Take(), "R0 R0 R0");
     port.SetTap(nullptr);
 }
@@ -137,19 +140,19 @@ TEST_F(CommPortPair, ReadOnASilentLineEndsAtOnceWithNothing) {
 TEST_F(CommPortPair, CloseEndsWhatTheLineHoldsUp) {
     for (int round = 0; round < 3; ++round) {
         auto written = BeginBlockedWrite(INFINITE);
-        EXPECT_LT(TimeClose(), 1s);
+        EXPECT_LT(TimeClose(), 1s * TimeFactor());
         EXPECT_EQ(written.get(), ERROR_OPERATION_ABORTED);
         ASSERT_TRUE(Reopen());
         EXPECT_TRUE(Passes(port, peer));
 
         auto read = BeginBlockedRead();
-        EXPECT_LT(TimeClose(), 1s);
+        EXPECT_LT(TimeClose(), 1s * TimeFactor());
         EXPECT_EQ(read.get(), ERROR_OPERATION_ABORTED);
         EXPECT_EQ(count, 0U);
         ASSERT_TRUE(Reopen());
         auto waited = std::async(std::launch::async, [&] { return port.WaitForEvent(nullptr, INFINITE); });
-        EXPECT_LT(TimeClose(), 1s);
-        EXPECT_EQ(waited.wait_for(5s), std::future_status::ready);
+        EXPECT_LT(TimeClose(), 1s * TimeFactor());
+        EXPECT_EQ(waited.wait_for(5s * TimeFactor()), std::future_status::ready);
         ASSERT_TRUE(Reopen());
     }
 }
@@ -189,7 +192,7 @@ TEST_F(CommPortPair, ProbingAllNamesFindsThePortQuickly) {
     port.Close();
     const auto begun = Clock::now();
     const auto found = FindPorts([](const std::string& probed) { return ProbePort(probed.c_str()); });
-    EXPECT_LT(Clock::now() - begun, 1s);
+    EXPECT_LT(Clock::now() - begun, 1s * TimeFactor());
     EXPECT_EQ(std::ranges::count(found, std::atoi(name.c_str() + 3)), 1);
     EXPECT_EQ(CCommPort::CheckPort(name.c_str()), 0);
     EXPECT_EQ(CCommPort::CheckPort("COM255"), 1);

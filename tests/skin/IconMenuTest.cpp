@@ -10,6 +10,7 @@
 #include "ControlGround.h"
 #include "IconMenuIds.h"
 #include "MenuImageIds.h"
+#include "TimeFactor.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ const CRect place(10, 10, 70, 30);
 // Runs a step of the test while a menu is shown, until it says that it has done its part; ends the menu at a deadline.
 class CMeanwhile {
 public:
-    explicit CMeanwhile(std::function<bool()> work) : deadline(::GetTickCount() + 10'000) {
+    explicit CMeanwhile(std::function<bool()> work) : deadline(::GetTickCount() + 10'000 * TimeFactor()) {
         step = std::move(work);
         timer = ::SetTimer(nullptr, 0, 10, &CMeanwhile::OnTimer);
         current = this;
