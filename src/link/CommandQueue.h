@@ -56,5 +56,6 @@ private:
     CWorkerThread thread;
     std::atomic<bool> stopRequested{false};
     std::atomic<bool> running{false};
-    CMutex lock; // guards `commands` and the changes of `waiting`; held for an append or a removal, never across a command
+    CMutex
+        lock; // guards `commands` and the changes of `waiting`; held for an append or a removal, never across a command
 };

@@ -110,7 +110,7 @@ UniqueIcon MakeCompanion(const COwnerDrawMenu& menu, const CImageList& list, int
     change(bitmap);
     CImageList scratch;
     const CSize size = SizeOf(bitmap);
-    scratch.Create(size.cx, size.cy, imageListFlags, 1, 1);
+    scratch.Create(size.cx, size.cy, COwnerDrawMenu::imageListFlags, 1, 1);
     scratch.AddMasked(bitmap.GetHandle(), ::GetSysColor(COLOR_3DFACE));
     return UniqueIcon(scratch.GetIcon(0));
 }

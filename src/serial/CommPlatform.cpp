@@ -2,7 +2,8 @@
 #include "serial/CommPlatform.h"
 
 CCommPlatform& CCommPlatform::System() {
-    static auto* const system = new CCommPlatform; // never destroyed: at the program's end the worker may still be there
+    static auto* const system =
+        new CCommPlatform; // never destroyed: at the program's end the worker may still be there
     return *system;
 }
 
