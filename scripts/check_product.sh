@@ -12,7 +12,7 @@ x86) triplet=i686-w64-mingw32 format=pei-i386 oldest=501 ;;
 x64) triplet=x86_64-w64-mingw32 format=pei-x86-64 oldest=502 ;;
 esac
 
-programs=(Quorvane.exe QuorvaneLine.exe QuorvaneZHCN.dll)
+programs=(Quorvane.exe QuorvaneLine.exe Gallery.exe QuorvaneZHCN.dll)
 
 # Libraries that every Windows from XP has. Run-time libraries of the compiler aren't among them.
 systemLibraries='advapi32|comctl32|comdlg32|gdi32|kernel32|msimg32|msvcrt|ole32|oleaut32|shell32|shlwapi|user32|version|winmm'
@@ -30,14 +30,29 @@ imports() { "$triplet-objdump" -p "$bin/$1" | sed -n 's/.*DLL Name: //p'; }
 # has_line TEXT LINE: whether LINE is one of TEXT's lines. (A pipe into `grep -q` breaks early, which counts as a failure.)
 has_line() { grep -Fiqx -- "$2" <<<"$1"; }
 
+# check_placement PROGRAM: the system may load it at any address, and never runs its data as code.
+check_placement() {
+    local fields flag
+    fields=$("$triplet-objdump" -p "$bin/$1")
+    for flag in DYNAMIC_BASE NX_COMPAT; do
+        [[ $fields =~ [[:space:]]${flag}[[:space:]] ]] || fault "$1 isn't marked $flag"
+    done
+    [[ $fields != *'relocations stripped'* ]] || fault "$1 can't be moved"
+    # The language library has nothing but resources, which need no relocation.
+    [[ $1 == *.dll || $("$triplet-objdump" -h "$bin/$1") == *' .reloc '* ]] || fault "$1 has no relocations"
+}
+
 check_headers() {
     local program version
     for program in "${programs[@]}"; do
         [[ $("$triplet-objdump" -f "$bin/$program") == *"file format $format"* ]] || fault "$program isn't $format"
         version=$(($(header "$program" MajorSubsystemVersion) * 100 + $(header "$program" MinorSubsystemVersion)))
         ((version <= oldest)) || fault "$program asks for Windows version $version"
+        check_placement "$program"
     done
-    [[ $(header Quorvane.exe Subsystem) == 00000002 ]] || fault "Quorvane.exe isn't a program with windows"
+    for program in Quorvane.exe Gallery.exe; do
+        [[ $(header "$program" Subsystem) == 00000002 ]] || fault "$program isn't a program with windows"
+    done
     [[ $(header QuorvaneLine.exe Subsystem) == 00000003 ]] || fault "QuorvaneLine.exe isn't a console program"
 }
 

@@ -1,14 +1,14 @@
 # shellcheck shell=bash
 # shellcheck disable=SC2154 # root is the one of common.sh
-# Installs the Debian packages of packages.txt that are missing; asks the package archive nothing if none is.
+# Installs the Debian packages of a list such as packages.txt that are missing; asks the package archive nothing if none is.
 
 as_root() {
     if ((EUID == 0)); then "$@"; else sudo "$@"; fi
 }
 
-# listed_packages: the names of packages.txt, without their reasons.
+# listed_packages LIST: the names in a list of packages, without their reasons.
 listed_packages() {
-    sed -e 's/#.*//' -e 's/[[:space:]]*$//' -e '/^$/d' scripts/packages.txt
+    sed -e 's/#.*//' -e 's/[[:space:]]*$//' -e '/^$/d' "$1"
 }
 
 # missing_packages NAME...: those of them that aren't installed. A name without an architecture is of the machine's own.
@@ -18,7 +18,7 @@ missing_packages() {
     installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}:${Architecture}\n' "$@" 2>/dev/null) || true
     for name in "$@"; do
         [[ $name == *:* ]] || name="$name:($own|all)"
-        grep -Eqx "installed ${name//+/\\+}" <<<"$installed" || say "${name%%:(*}"
+        grep -Eqx "installed ${name//+/\\+}" <<<"$installed" || printf '%s\n' "${name%%:(*}"
     done
 }
 
@@ -44,7 +44,7 @@ install_packages() {
         say "No apt-get here: what scripts/packages.txt lists has to be installed by hand."
         return 0
     }
-    mapfile -t names < <(listed_packages | grep -v ':i386$')
+    mapfile -t names < <(listed_packages scripts/packages.txt | grep -v ':i386$')
     fetch_packages "${names[@]}" || die "the packages of scripts/packages.txt could not be installed"
 }
 
@@ -52,7 +52,7 @@ install_packages() {
 install_packages_32() {
     local names missing
     command -v apt-get >/dev/null || return 0
-    mapfile -t names < <(listed_packages | grep ':i386$')
+    mapfile -t names < <(listed_packages scripts/packages.txt | grep ':i386$')
     mapfile -t missing < <(missing_packages "${names[@]}")
     ((${#missing[@]})) || return 0
     if ! dpkg --print-foreign-architectures | grep -qx i386; then

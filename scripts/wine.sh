@@ -11,9 +11,40 @@ export WINELOADER=/usr/lib/wine/wine64
 wineserver=/usr/lib/wine/wineserver
 prefixes=() # those whose server this script started
 
+# load_settings: the registry settings of every prefix, and those from standard input, in the form of a .reg file without its
+# first line.
+load_settings() {
+    {
+        cat <<'END'
+REGEDIT4
+
+[HKEY_CURRENT_USER\Control Panel\Desktop]
+"LogPixels"=dword:00000060
+
+[HKEY_CURRENT_USER\Software\Wine\WineDbg]
+"ShowCrashDialog"=dword:00000000
+
+[HKEY_CURRENT_USER\Software\Wine\Explorer\Desktops]
+"Quorvane"="1024x768"
+
+; The font of the Chinese dialogs, by one with the same widths and heights.
+[HKEY_CURRENT_USER\Software\Wine\Fonts\Replacements]
+"SimSun"="AR PL SungtiL GB"
+
+; Where title bars find Chinese glyphs: "wqy-microhei.ttc,WenQuanYi Micro Hei".
+[HKEY_LOCAL_MACHINE\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink]
+"Tahoma Bold"=hex(7):77,71,79,2d,6d,69,63,72,6f,68,65,69,2e,74,74,63,2c,57,65,6e,51,75,61,6e,59,\
+  69,20,4d,69,63,72,6f,20,48,65,69,00,00
+
+END
+        cat
+    } >"$scratch/settings.reg"
+    attend "$WINELOADER" regedit /S "Z:$scratch/settings.reg"
+}
+
 # prepare_prefix FOLDER ARCHITECTURE: WINEPREFIX is FOLDER under build/ (win64 or win32), its server runs until this script
-# ends, and no port of an earlier run is in it. Registry settings come from standard input, in the form of a .reg file
-# without its first line. A prefix that is new, unfinished or of another Wine is made afresh.
+# ends, and no port of an earlier run is in it. Registry settings come from standard input, as for load_settings. A prefix
+# that is new, unfinished or of another Wine is made afresh.
 prepare_prefix() {
     local fresh='' stamp
     export WINEPREFIX=$root/build/$1 WINEARCH=$2
@@ -31,24 +62,8 @@ prepare_prefix() {
     prefixes+=("$WINEPREFIX")
     attend "$wineserver" -p >/dev/null 2>&1
     [[ -z $fresh ]] || attend "$WINELOADER" wineboot -i >"$root/build/$1.log" 2>&1 || return
-    {
-        cat <<'END'
-REGEDIT4
-
-[HKEY_CURRENT_USER\Control Panel\Desktop]
-"LogPixels"=dword:00000060
-
-[HKEY_CURRENT_USER\Software\Wine\WineDbg]
-"ShowCrashDialog"=dword:00000000
-
-[HKEY_CURRENT_USER\Software\Wine\Explorer\Desktops]
-"Quorvane"="1024x768"
-
-END
-        cat
-    } >"$scratch/settings.reg"
     # The first program starts Wine's services, which link the machine's ports; from then on links stay as they are set.
-    attend "$WINELOADER" regedit /S "Z:$scratch/settings.reg" || return
+    load_settings || return
     [[ -z $fresh ]] || say "$stamp" >"$WINEPREFIX/prepared"
 }
 
@@ -58,6 +73,19 @@ desktop_setting() {
     local value='"Quorvane"'
     [[ $1 == yes ]] || value=-
     printf '[HKEY_CURRENT_USER\\Software\\Wine\\Explorer]\n"Desktop"=%s\n\n' "$value"
+}
+
+# test_settings: what the tests want in the registry, with none of the values that the program keeps between runs.
+test_settings() {
+    desktop_setting yes
+    printf '[-HKEY_CURRENT_USER\\SOFTWARE\\BRENHOLT\\QV]\n'
+}
+
+# start_test_ground: what the tests want of a running prefix: joined ports, and a desktop.
+start_test_ground() {
+    join_ports
+    begin "$root/build/desktop.log" "$WINELOADER" explorer /desktop=Quorvane,1024x768
+    poll 300 xdotool search --onlyvisible --name '^Quorvane - Wine desktop'
 }
 
 # end_wine: ends the servers of this script's prefixes, and with them every program in them.
@@ -88,7 +116,7 @@ join_ports() {
     begin "$root/build/cable.log" scripts/cable.sh "${ends[@]:0:2}" "$pulled"
     begin "$root/build/cable2.log" scripts/cable.sh "${ends[@]:2:2}" "$scratch/never"
     for end in "${ends[@]}"; do
-        poll 5 test -e "$end" || die "socat did not make a pair of pseudo-terminals"
+        poll 60 test -e "$end" || die "socat did not make a pair of pseudo-terminals"
     done
     link_ports "${ends[@]}"
     export QUORVANE_TEST_PORT_A=COM1 QUORVANE_TEST_PORT_B=COM2 QUORVANE_TEST_PULLED="Z:$pulled"

@@ -1,0 +1,65 @@
+# shellcheck shell=bash
+# shellcheck disable=SC2154 # root and scratch are those of common.sh
+# 32-bit Windows programs for ./run and ./test: directly where this machine runs them, else in the emulated machine of
+# tools/x86vm.
+
+machineFolder=$root/build/machine # what goes into the machine, and comes out of it
+
+# runs_32_bit_code: tells by a tiny program for the kernel, and then by one for Wine.
+runs_32_bit_code() {
+    local tiny=$scratch/tiny
+    # shellcheck disable=SC2016
+    as --32 -o "$tiny.o" - <<<'.globl _start; _start: movl $1, %eax; xorl %ebx, %ebx; int $0x80' &&
+        ld -m elf_i386 -o "$tiny" "$tiny.o" && "$tiny"
+}
+
+runs_32_bit_windows_code() {
+    local tiny=$scratch/tiny.exe
+    i686-w64-mingw32-g++-posix -static -o "$tiny" -x c++ - <<<'int main() { return 0; }' && attend "$WINELOADER" "$tiny"
+}
+
+# make_machine: the emulated machine is there afterwards, or `machineLack` tells why not.
+# shellcheck disable=SC2034,SC2317 # the lack is read where this is called; the function is called by name
+make_machine() {
+    local log=$root/build/machine.log
+    build_machine() { tools/x86vm/build-image 2>&1 | tee "$log"; }
+    attend build_machine || {
+        machineLack=$(tail -n 1 "$log" | sed -e 's/^\[ *[0-9]* s\] *//' -e 's/^failed: //')
+        return 1
+    }
+}
+
+# fill_machine [FILE...]: lays out what goes in: the scripts, the 32-bit product, and these test files, without their
+# debugging information.
+# shellcheck disable=SC2119,SC2120 # the files are given by ./test
+fill_machine() {
+    local file
+    rm -rf "$machineFolder"
+    mkdir -p "$machineFolder/build/x86/tests"
+    cp -r scripts "$machineFolder/"
+    cp -r build/x86/bin "$machineFolder/build/x86/"
+    for file in "$@"; do
+        i686-w64-mingw32-strip -o "$machineFolder/build/x86/tests/$(basename "$file")" "$file" || return
+    done
+}
+
+# in_machine SECONDS COMMAND...: runs scripts/in_machine.sh there.
+in_machine() {
+    local seconds=$1
+    shift
+    tools/x86vm/run32 --seconds "$seconds" "$machineFolder" "scripts/in_machine.sh $*"
+}
+
+# show_in_machine SECONDS [en|zh]: the 32-bit product there with counters on its line, polling for SECONDS. Its pictures come
+# into build/x86/pictures.
+show_in_machine() {
+    local picture pictures=build/x86/pictures
+    # shellcheck disable=SC2119
+    fill_machine || return
+    in_machine $((300 + $1)) product "$@" || return
+    rm -rf "$pictures"
+    mkdir -p "$pictures"
+    for picture in start polling {help,language,port}-menu message; do
+        cp "$machineFolder/build/$picture.png" "$pictures/" || return
+    done
+}
