@@ -120,7 +120,7 @@ void CDialog::Show() const {
     ShowWindow(SW_SHOW);
     // Activation gives the focus to the first tab stop; a focus placed by OnInitDialog comes first.
     if (initialFocus != nullptr && ::GetFocus() != initialFocus) ::SetFocus(initialFocus);
-    UpdateWindow();
+    // Painted by the loop: a paint at once might take transparent controls before those that lie beneath them.
 }
 
 void CDialog::RunModalLoop() {

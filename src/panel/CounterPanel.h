@@ -83,6 +83,7 @@ private:
     // Start and layout. The layout is fixed in pixels; it doesn't follow the window.
     void LoadCaptions();
     void PrepareIndicators();
+    void FitPickerFont();
     void PlaceGround();
     void PlaceLabels();
     void PlaceTopBar();
@@ -168,6 +169,7 @@ private:
         clearButton, portButton;
     CSegmentDisplay inDisplay, outDisplay;
     CIconButton allButton;
+    CFont pickerFont; // empty while the picker has the dialog's
     CDateTimeCtrl datePicker;
     std::array<CAddressButton, counterCount> addressButtons;
 

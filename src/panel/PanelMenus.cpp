@@ -1,6 +1,6 @@
 // The popups behind the three buttons of the top bar: ports, device and log; help; language. Each is built afresh at
-// each press, and its entries arrive at the panel as commands. The device models differ in nothing that the program does:
-// the first is marked for good, and choosing one changes nothing.
+// each press, and its entries arrive at the panel as commands. The device models differ in nothing that the program
+// does: the first is marked for good, and choosing one changes nothing.
 #include "panel/CounterPanel.h"
 
 #include <string>

@@ -9,8 +9,8 @@
 
 namespace {
 
-// The links have the size of the template's texts, which leave room for an address. One that needs more gets it: half an
-// address would mislead.
+// The links have the size of the template's texts, which leave room for an address. One that needs more gets it: half
+// an address would mislead.
 void MakeRoomForText(CLinkStatic& link) {
     const CClientDC dc(link.GetHandle());
     const CSelectObject font(dc, reinterpret_cast<HFONT>(link.SendMessage(WM_GETFONT)));

@@ -2,7 +2,9 @@
 
 #include "skin/SkinStatic.h"
 
-std::string DialogThemeFile(const char* name) { return std::string("Themes\\DefaultTheme\\") + name; }
+std::string DialogThemeFile(const char* name) {
+    return std::string("Themes\\DefaultTheme\\") + name;
+}
 
 void DressDialogPanel(CSkinStatic& panel) {
     panel.SetBitmapFile(DialogThemeFile("DialogPanel.bmp"));

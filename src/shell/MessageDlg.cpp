@@ -11,13 +11,18 @@ namespace {
 constexpr COLORREF captionColor = 0xFF0000; // blue
 
 // Two columns of pixels for each half of a byte's width, and room around; in bytes, whatever the text is written in.
-int WidthFor(const std::string& text) { return (static_cast<int>(text.size()) * 3 + 75) * 2; }
+int WidthFor(const std::string& text) {
+    return (static_cast<int>(text.size()) * 3 + 75) * 2;
+}
 
 int OkButtonLeft(int style, int windowWidth) {
     switch (style) {
-    case 0: return windowWidth / 2 - 30;
-    case 1: return windowWidth / 2 - 80;
-    default: return 40;
+    case 0:
+        return windowWidth / 2 - 30;
+    case 1:
+        return windowWidth / 2 - 80;
+    default:
+        return 40;
     }
 }
 
@@ -58,8 +63,8 @@ bool CMessageDlg::OnInitDialog() {
 
     // The edge and the title of a dialog, in the classic sizes.
     const CRect window = GetWindowRect();
-    panelStatic.SetWindowPos(nullptr, 0, 0, static_cast<int>(window.Width()) - 5, static_cast<int>(window.Height()) - 32,
-                             SWP_NOZORDER);
+    panelStatic.SetWindowPos(nullptr, 0, 0, static_cast<int>(window.Width()) - 5,
+                             static_cast<int>(window.Height()) - 32, SWP_NOZORDER);
     PlaceText(width);
     PlaceButtons(static_cast<int>(window.Width()));
     SetWindowText(caption.empty() ? productTitle : caption);

@@ -52,8 +52,8 @@ std::string PlaceOf(HWND dialog, int id) {
     RECT place{};
     ::GetWindowRect(control, &place);
     ::MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
-    return std::to_string(place.left) + "," + std::to_string(place.top) + "," + std::to_string(place.right - place.left) +
-           "," + std::to_string(place.bottom - place.top) + " in " +
+    return std::to_string(place.left) + "," + std::to_string(place.top) + "," +
+           std::to_string(place.right - place.left) + "," + std::to_string(place.bottom - place.top) + " in " +
            std::to_string(parent == dialog ? 0 : ::GetDlgCtrlID(parent));
 }
 
@@ -141,8 +141,8 @@ TEST(AboutDlg, ShowsTheProductAndTwoLinksThatHoldTheirAddresses) {
             EXPECT_EQ(TextOf(FindControl(dialog, IDC_ABOUT_VERSION)), productVersion);
             RECT client{};
             ::GetClientRect(dialog, &client);
-            EXPECT_EQ(PlaceOf(dialog, IDC_ABOUT_PANEL), "0,0," + std::to_string(client.right) + "," +
-                                                            std::to_string(client.bottom) + " in 0");
+            EXPECT_EQ(PlaceOf(dialog, IDC_ABOUT_PANEL),
+                      "0,0," + std::to_string(client.right) + "," + std::to_string(client.bottom) + " in 0");
             for (const auto& [id, text] :
                  {std::pair{IDC_ABOUT_WEB_LINK, productWeb}, std::pair{IDC_ABOUT_MAIL_LINK, productMail}}) {
                 const HWND link = FindControl(dialog, id);
