@@ -76,7 +76,7 @@ TEST_F(HardUse, ClosedWithCommandsQueuedTheProgramIsGoneAtOnce) {
         const auto closed = Clock::now();
         close();
         EXPECT_EQ(program.AwaitExit(5s), 0U);
-        EXPECT_LT(Clock::now() - closed, 1s);
+        EXPECT_LT(Clock::now() - closed, 1s * TimeFactor());
     }
 }
 
@@ -98,7 +98,7 @@ TEST_F(HardUse, TheWindowAnswersWithinAFrameOfTheScreen) {
         counters->BringFaults({fault});
         const double time = SlowAnswerMilliseconds();
         RecordProperty("slowAnswerMilliseconds_" + fault.substr(0, 4), std::to_string(time));
-        EXPECT_LT(time, 16) << fault;
+        EXPECT_LT(time, 16 * TimeFactor()) << fault;
     }
 }
 
@@ -111,7 +111,7 @@ TEST_F(HardUse, APulledCableAndItsReturn) {
     std::ofstream(pulled).put('x');
     ExpectAddressButtons(""); // nobody answers any more
     const std::size_t lines = LogLines().size();
-    EXPECT_LT(SlowAnswerMilliseconds(), 16);
+    EXPECT_LT(SlowAnswerMilliseconds(), 16 * TimeFactor());
     EXPECT_GE(LogLines().size(), lines + 5) << "polling has stopped";
     EXPECT_FALSE(program.ShowsBox());
     ASSERT_NO_FATAL_FAILURE(SwitchPort("Open COM"));
@@ -143,9 +143,10 @@ TEST_F(HardUse, PollingIsCheapAndLeavesNothingBehind) {
     PollAll();
     ASSERT_TRUE(counters->AwaitFrames(6));
     const DWORD handles = program.HandleCount();
+    const double bar = 0.03 * TimeFactor();
     double share = 1;
     // What else the machine does can only add to the figure, so the best of some tries is the nearest to the truth.
-    for (int tries = 0; tries < 3 && share >= 0.03; ++tries) {
+    for (int tries = 0; tries < 3 && share >= bar; ++tries) {
         const auto used = program.ProcessorTime();
         EXPECT_GT(used, 0s) << "no figures";
         const auto begun = Clock::now();
@@ -154,7 +155,7 @@ TEST_F(HardUse, PollingIsCheapAndLeavesNothingBehind) {
         share = busy / passed;
     }
     RecordProperty("percentOfACore", std::to_string(100 * share));
-    EXPECT_LT(share, 0.03);
+    EXPECT_LT(share, bar);
     EXPECT_LE(program.HandleCount(), handles);
 }
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr UINT answerLimit = 5000; // milliseconds
+const UINT answerLimit = 5000 * TimeFactor(); // milliseconds
 
 HWND FindControl(HWND window, int id) {
     for (HWND child = ::GetWindow(window, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
@@ -133,7 +133,7 @@ bool CProgram::Start(const std::string& path, const char* caption) {
 }
 
 std::optional<DWORD> CProgram::AwaitExit(Clock::duration limit) const {
-    const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(limit).count();
+    const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(limit * TimeFactor()).count();
     if (::WaitForSingleObject(process, static_cast<DWORD>(time)) != WAIT_OBJECT_0) return std::nullopt;
     DWORD code = 0;
     ::GetExitCodeProcess(process, &code);

@@ -10,13 +10,15 @@
 
 #include <windows.h>
 
+#include "TimeFactor.h"
+
 using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
-// Asks every few milliseconds, up to the limit.
+// Asks every few milliseconds, up to the limit; that of a slow machine is farther off.
 template <class Condition>
 bool Await(const Condition& condition, Clock::duration limit = 10s) {
-    for (const auto deadline = Clock::now() + limit; !condition(); std::this_thread::sleep_for(2ms)) {
+    for (const auto deadline = Clock::now() + limit * TimeFactor(); !condition(); std::this_thread::sleep_for(2ms)) {
         if (Clock::now() >= deadline) return false;
     }
     return true;
