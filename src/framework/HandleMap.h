@@ -36,6 +36,7 @@ public:
         return wrapper.get();
     }
 
+    bool HasTemporaries() const { return !temporary.empty(); }
     void DropTemporaries() { temporary.clear(); }
 
 private:

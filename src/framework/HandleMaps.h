@@ -10,5 +10,6 @@
 CHandleMap<HWND, CWnd>& WindowMap();
 CHandleMap<HMENU, CMenu>& MenuMap();
 
+bool HaveTemporaryWrappers();
 // Ends all temporary wrappers; called by the outermost message loop when it is idle.
 void DropTemporaryWrappers();

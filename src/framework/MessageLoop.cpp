@@ -24,17 +24,17 @@ void RunMessageLoop(const CWnd& top, const std::function<bool()>& finished) {
     ++loopDepth;
     MSG message{};
     while (!finished()) {
-        if (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) == FALSE) {
-            // Only the outermost loop drops temporaries: handlers further out may still hold some.
-            if (loopDepth == 1) DropTemporaryWrappers();
-            // What was just sent from elsewhere may have ended the dialog.
-            if (!finished()) ::WaitMessage();
-            continue;
+        // Only the outermost loop drops temporaries, when nothing waits: handlers further out may still hold some.
+        if (loopDepth == 1 && HaveTemporaryWrappers() &&
+            ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE) == FALSE) {
+            DropTemporaryWrappers();
         }
-        if (message.message == WM_QUIT) {
+        const BOOL got = ::GetMessageA(&message, nullptr, 0, 0);
+        if (got == 0) {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             break;
         }
+        if (got < 0) break;
         if (PreTranslate(top, message)) continue;
         ::TranslateMessage(&message);
         ::DispatchMessageA(&message);

@@ -30,6 +30,10 @@ CHandleMap<HMENU, CMenu>& MenuMap() {
     return *map;
 }
 
+bool HaveTemporaryWrappers() {
+    return WindowMap().HasTemporaries() || MenuMap().HasTemporaries();
+}
+
 void DropTemporaryWrappers() {
     WindowMap().DropTemporaries();
     MenuMap().DropTemporaries();

@@ -6,7 +6,6 @@
 #include "framework/ResourceModule.h"
 #include "link/ReplyMessages.h"
 #include "link/ReplyPosting.h"
-#include "panel/PanelMessages.h"
 #include "resources/ResourceIds.h"
 #include "serial/CommPort.h"
 
@@ -24,7 +23,8 @@ const CMessageMap& CCounterPanel::ClassMap() {
         OnMessage<WM_ADDRESS_REPLY, &CCounterPanel::OnAddressReply>(),
         OnMessage<WM_CLOCK_REPLY, &CCounterPanel::OnClockReply>(),
         OnMessage<WM_SHOW_COUNTER, &CCounterPanel::OnShowCounter>(),
-        OnMessage<WM_TOTALS_CHANGED, &CCounterPanel::OnTotalsChanged>(),
+        OnControl<EN_CHANGE, IDC_TRANSMITTED_EDIT, &CCounterPanel::OnTrafficChange>(),
+        OnControl<EN_CHANGE, IDC_RECEIVED_EDIT, &CCounterPanel::OnTrafficChange>(),
         OnCommandId<IDC_START, &CCounterPanel::OnStartStop>(),
         OnCommandId<IDC_UPDATE, &CCounterPanel::OnUpdate>(),
         OnCommandId<IDC_CLEAR, &CCounterPanel::OnClear>(),

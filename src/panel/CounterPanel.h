@@ -159,7 +159,7 @@ private:
     void LogTransfer(const char* arrow, std::atomic<std::int32_t>& total, int editId, const void* buffer,
                      std::uint32_t count);
     void ShowTrafficTotals();
-    LRESULT OnTotalsChanged(WPARAM wParam, LPARAM lParam);
+    void OnTrafficChange();
     void OnOpenLog();
 
     CSkinStatic panelStatic, dateLabel, languageLabel, sensitivityLabel, directionLabel, sdDetectLabel, sdPeriodLabel,
@@ -194,4 +194,6 @@ private:
     CReplyMailbox mailbox;
     std::atomic<std::int32_t> txByteTotal{0};
     std::atomic<std::int32_t> rxByteTotal{0};
+
+    std::int32_t shownTxTotal = 0, shownRxTotal = 0; // in the totals' label, which is blank at first
 };

@@ -2,7 +2,7 @@
 //
 // The two taps run on the worker, inside a transfer but outside the section in which the port waits for it. Setting an
 // edit's text from there is a synchronous call into the user-interface thread, so a transfer ends only after that
-// thread has handled it; the totals' label is built and painted on that thread alone.
+// thread has handled it; the notification of the edit makes that thread bring the label of the totals up to date.
 #include "panel/CounterPanel.h"
 
 #include <cstdio>
@@ -11,7 +11,6 @@
 #include <shellapi.h>
 
 #include "framework/ResourceModule.h"
-#include "panel/PanelMessages.h"
 #include "panel/TrafficText.h"
 #include "resources/ResourceIds.h"
 
@@ -40,9 +39,7 @@ void CCounterPanel::LogTransfer(const char* arrow, std::atomic<std::int32_t>& to
                                 std::uint32_t count) {
     const std::string hex = FormatHexBytes({static_cast<const std::uint8_t*>(buffer), count});
     total += static_cast<std::int32_t>(count);
-    const HWND window = replyWindow;
-    ::PostMessageA(window, WM_TOTALS_CHANGED, 0, 0);
-    ::SetDlgItemTextA(window, editId, hex.c_str());
+    ::SetDlgItemTextA(replyWindow, editId, hex.c_str()); // its change notification also brings the totals up to date
     AppendLogLine(arrow + hex);
 }
 
@@ -54,13 +51,14 @@ void CCounterPanel::LogReceived(const void* buffer, std::uint32_t count) {
     LogTransfer("RX-->", rxByteTotal, IDC_RECEIVED_EDIT, buffer, count);
 }
 
-LRESULT CCounterPanel::OnTotalsChanged(WPARAM, LPARAM) {
-    ShowTrafficTotals();
-    return 0;
+void CCounterPanel::OnTrafficChange() {
+    if (txByteTotal != shownTxTotal || rxByteTotal != shownRxTotal) ShowTrafficTotals();
 }
 
 void CCounterPanel::ShowTrafficTotals() {
-    totalsLabel.SetCaption(FormatTotals(LoadText(IDS_TX), txByteTotal, LoadText(IDS_RX), rxByteTotal), 10, 0xFFFFFF);
+    shownTxTotal = txByteTotal;
+    shownRxTotal = rxByteTotal;
+    totalsLabel.SetCaption(FormatTotals(LoadText(IDS_TX), shownTxTotal, LoadText(IDS_RX), shownRxTotal), 10, 0xFFFFFF);
     totalsLabel.Invalidate();
 }
 

@@ -44,13 +44,16 @@ void CSkinStatic::PaintOn(CDC& dc) {
 
 void CSkinStatic::PrepareFace(const CRect& client) {
     const CSize corner(cornerWidth, cornerHeight);
-    if (face.GetBounds() == client && faceCorner == corner) return;
+    const bool fits = face.GetBounds() == client;
+    if (faceReady && fits && faceCorner == corner) return;
     faceCorner = corner;
-    bitmap.BuildNineSlice(face, client, cornerWidth, cornerHeight);
+    faceReady = true;
+    if (!fits) bitmap.BuildNineSlice(face, client, cornerWidth, cornerHeight);
     if (face.IsEmpty()) return;
     CMemoryDC memory(nullptr);
     const CSelectObject selected(memory, face.GetHandle());
     const CSavedDC saved(memory);
+    if (fits) bitmap.DrawNineSlice(memory.GetHandle(), client, cornerWidth, cornerHeight);
     DrawCaption(memory, CaptionPlace(client), captionFormat);
 }
 

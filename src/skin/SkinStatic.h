@@ -21,7 +21,7 @@ protected:
     // Sends the command to the parent first, so that a control at any depth reaches the dialog.
     bool OnCommand(WPARAM wParam, LPARAM lParam) override;
 
-    void DropFaces() override { face.DeleteObject(); }
+    void DropFaces() override { faceReady = false; }
 
 private:
     void UncoverFormerCaption() const;
@@ -33,4 +33,5 @@ private:
     // The stretched picture with the caption on it, kept from paint to paint: most of them change neither.
     CSkinBitmap face;
     CSize faceCorner;
+    bool faceReady = false;
 };

@@ -25,13 +25,26 @@ class IconButton : public testing::Test {
 protected:
     // 60 x 20 pixels: without a caption, an image of 8 x 8 fills (26, 6) to (34, 14).
     std::unique_ptr<CButtonUnderTest> Make(DWORD type, const char* text = "", int row = 0) {
-        ::SetCursorPos(700, 700);
-        CGround::Pump();
+        RestCursorElsewhere();
         auto made = std::make_unique<CButtonUnderTest>();
         made->Create("BUTTON", text, WS_CHILD | WS_VISIBLE | WS_TABSTOP | type, {10, 10 + 30 * row, 70, 30 + 30 * row},
                      ground.GetHandle(), static_cast<UINT>(1030 + row));
         CGround::Pump();
         return made;
+    }
+    // The display may tell of a former place of the pointer for a while yet, and a button there would feel it.
+    static void RestCursorElsewhere() {
+        for (DWORD now = ::GetTickCount(), resting = now, limit = now + 2000; now < limit && now - resting < 30;
+             now = ::GetTickCount()) {
+            POINT place{};
+            ::GetCursorPos(&place);
+            if (place.x != 700 || place.y != 700) {
+                ::SetCursorPos(700, 700);
+                resting = now;
+            }
+            CGround::Pump();
+            ::Sleep(2);
+        }
     }
     static void Hover(const CIconButton& button) {
         POINT place{5, 5};

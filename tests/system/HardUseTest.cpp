@@ -146,11 +146,11 @@ TEST_F(HardUse, PollingIsCheapAndLeavesNothingBehind) {
     const double bar = 0.03 * TimeFactor();
     double share = 1;
     // What else the machine does can only add to the figure, so the best of some tries is the nearest to the truth.
-    for (int tries = 0; tries < 3 && share >= bar; ++tries) {
+    for (int tries = 0; tries < 5 && share >= bar; ++tries) {
         const auto used = program.ProcessorTime();
         EXPECT_GT(used, 0s) << "no figures";
         const auto begun = Clock::now();
-        ASSERT_TRUE(counters->AwaitFrames(40));
+        ASSERT_TRUE(counters->AwaitFrames(25));
         const std::chrono::duration<double> busy = program.ProcessorTime() - used, passed = Clock::now() - begun;
         share = busy / passed;
     }
