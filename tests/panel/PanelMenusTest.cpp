@@ -1,4 +1,6 @@
 // The popups of the top bar: what they offer, where they hang, what a choice does.
+#include <map>
+
 #include "PanelFixture.h"
 #include "menu/OwnerDrawMenu.h"
 
@@ -31,6 +33,8 @@ public:
         ::KillTimer(nullptr, timer);
         current = nullptr;
     }
+
+    bool AreKeysUsed() const { return next == keys.size(); }
 
     std::string tree; // "COM[COM3 COM17*] Open Log"
     RECT place{};
@@ -129,9 +133,11 @@ TEST_F(PanelMenus, AChoiceArrivesAtThePanel) {
     }
     EXPECT_EQ(frame.selected, 3);
     {
-        const CPopupReader reader({VK_DOWN, VK_DOWN, VK_RIGHT, VK_DOWN, VK_RETURN}); // the second device
+        CPopupReader reader({VK_DOWN, VK_DOWN, VK_RIGHT, VK_DOWN, VK_RETURN}); // the second device
         Click(ID_PORT_MENU);
         Pump();
+        EXPECT_EQ(reader.tree, "COM[COM3* COM17] Device[QX4101* QX4102 QX4103] Open Log");
+        EXPECT_TRUE(reader.AreKeysUsed());
     }
     {
         CPopupReader reader({VK_DOWN, VK_ESCAPE});
@@ -149,6 +155,30 @@ TEST_F(PanelMenus, WithoutAFrameNothingComesUp) {
         Click(button);
         EXPECT_EQ(reader.tree, "");
     }
+}
+
+// Counts how often each of its rows is painted as the chosen one.
+class CCountedMenu : public COwnerDrawMenu {
+public:
+    void DrawItem(DRAWITEMSTRUCT& item) override {
+        if ((item.itemState & ODS_SELECTED) != 0) ++chosen[item.itemID];
+        COwnerDrawMenu::DrawItem(item);
+    }
+
+    std::map<UINT, int> chosen;
+};
+
+TEST_F(PanelMenus, AWalkOverTwentyRowsPaintsEachAsChosenOnce) {
+    CCountedMenu menu;
+    menu.CreatePopupMenu();
+    std::map<UINT, int> once;
+    for (UINT id = 1; id <= 20; ++id) {
+        menu.AppendMenuItem(MF_OWNERDRAW, id, "Row", -1);
+        once[id] = 1;
+    }
+    const CPopupReader reader(std::vector<WORD>(20, VK_DOWN));
+    menu.TrackPopupMenu(0, 10, 10, *panel);
+    EXPECT_EQ(menu.chosen, once);
 }
 
 TEST_F(PanelMenus, ManyPopupsLeaveNothingBehind) {
