@@ -99,7 +99,7 @@ TEST(PictureLoading, BrokenFilesNeitherCrashNorDelay) {
                           {"p.bmp", MakeBitmapFile(4, 9, 5), 120},
                           {"r.bmp", MakeRunLengthFile(5, 4), 54},
                           {"c.bmp", MakeCoreBitmapFile(4, 4), 26},
-                          {"g.gif", MakeGifFile(), 100},
+                          {"g.gif", MakeGifFile(), 1000},
                           {"j.jpg", MakeJpegFile(), 200},
                           {"i.ico", MakeIconFile(), 70}};
     for (const Case& each : cases) {
@@ -124,9 +124,9 @@ TEST(PictureLoading, ManyLoadsKeepNoHandle) {
         int rounds;
     };
     const Case cases[] = {{"many.bmp", MakeBitmapFile(24, 74, 22), 1000},
-                          {"many.gif", MakeGifFile(), 100},
-                          {"many.jpg", MakeJpegFile(), 100},
-                          {"many.ico", MakeIconFile(), 100}};
+                          {"many.gif", MakeGifFile(), 1000},
+                          {"many.jpg", MakeJpegFile(), 1000},
+                          {"many.ico", MakeIconFile(), 1000}};
     for (const Case& each : cases) {
         const CPictureFile file(each.name, each.bytes);
         CSkinBitmap picture;
