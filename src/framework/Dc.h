@@ -53,11 +53,22 @@ public:
     CPaintDC& operator=(const CPaintDC&) = delete;
     ~CPaintDC();
 
-    const RECT& PaintRect() const { return paint.rcPaint; }
-
 private:
     HWND window;
     PAINTSTRUCT paint{};
+};
+
+// The same for a window that has no edge, no ground to erase and no caret: what BeginPaint does about them takes several
+// calls of the window system, for each window of many. Drawing is clipped to the region that was to be painted.
+class CBarePaintDC : public CDC {
+public:
+    [[nodiscard]] explicit CBarePaintDC(const CWnd& painted);
+    CBarePaintDC(const CBarePaintDC&) = delete;
+    CBarePaintDC& operator=(const CBarePaintDC&) = delete;
+    ~CBarePaintDC();
+
+private:
+    HWND window;
 };
 
 // The client area of a window; of the whole screen for a null handle.
@@ -95,6 +106,22 @@ public:
 private:
     HDC context;
     HGDIOBJ previous;
+};
+
+// Saves the clip region alone, which takes far less than all of the state.
+class CSavedClip {
+public:
+    [[nodiscard]] explicit CSavedClip(HDC clipped)
+        : context(clipped), region(::CreateRectRgn(0, 0, 0, 0)),
+          isClipped(::GetClipRgn(clipped, region.GetHandle()) == 1) {}
+    CSavedClip(const CSavedClip&) = delete;
+    CSavedClip& operator=(const CSavedClip&) = delete;
+    ~CSavedClip() { ::SelectClipRgn(context, isClipped ? region.GetHandle() : nullptr); }
+
+private:
+    HDC context;
+    CRgn region;
+    bool isClipped;
 };
 
 // Saves colours, modes, selections, clip and mapping, and restores them at the end of the scope.

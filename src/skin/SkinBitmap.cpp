@@ -161,7 +161,7 @@ int CSkinBitmap::StretchDraw(HDC dc, const CRect& target, const CRect& source) c
 }
 
 int CSkinBitmap::DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int cornerHeight) const {
-    const CSavedDC saved{CDC(dc)};
+    const CSavedClip saved(dc);
     ::IntersectClipRect(dc, rect.left, rect.top, rect.right, rect.bottom); // a corner may be larger than the rectangle
     DrawSliceCells(dc, rect, *this, cornerWidth, cornerHeight);
     return 1;

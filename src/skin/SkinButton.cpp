@@ -60,15 +60,13 @@ void CSkinButton::OnPaint() {
         const Face& face = PresentFace();
         if (shapedBy != &face) TakeShape(face.shape); // invalidates the window, so before the paint context is made
         shapedBy = &face;
-        const CPaintDC dc(*this);
-        const CSavedDC saved(dc);
-        DrawFace(dc, face);
+        PaintBy([&face](const CDC& dc) { DrawFace(dc, face); });
         return;
     }
     if (IsPicture()) RepaintGround(); // the same
-    CPaintDC dc(*this);
-    const CSavedDC saved(dc);
-    if (IsPicture()) DrawPicture(dc);
+    PaintBy([this](CDC& dc) {
+        if (IsPicture()) DrawPicture(dc);
+    });
 }
 
 void CSkinButton::PaintOn(CDC& dc) {
@@ -121,7 +119,7 @@ void CSkinButton::RepaintGround() const {
 
 void CSkinButton::DrawFace(const CDC& dc, const Face& face) {
     if (face.picture.IsEmpty()) return;
-    ::SelectClipRgn(dc.GetHandle(), face.shape.GetHandle());
+    if (!face.shape.IsEmpty()) ::ExtSelectClipRgn(dc.GetHandle(), face.shape.GetHandle(), RGN_AND);
     face.picture.Draw(dc.GetHandle(), face.picture.GetBounds());
 }
 

@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "framework/Dc.h"
 #include "framework/WindowEntry.h"
 
 namespace {
@@ -64,16 +63,19 @@ void CSkinControl<Control>::DrawCaption(CDC& dc, const CRect& rect, UINT format)
 
 template <class Control>
 void CSkinControl<Control>::OnPaint() {
-    CPaintDC dc(*this);
-    const CSavedDC saved(dc);
-    PaintOn(dc);
+    PaintBy([this](CDC& dc) { PaintOn(dc); });
+}
+
+template <class Control>
+bool CSkinControl<Control>::HasEdge() const {
+    const CRect window = this->GetWindowRect(), client = this->GetClientRect();
+    return window.Width() != client.Width() || window.Height() != client.Height();
 }
 
 // Without an edge there is nothing to paint around the client area, and the platform needn't look for it.
 template <class Control>
 LRESULT CSkinControl<Control>::OnNcPaint(WPARAM, LPARAM) {
-    const CRect window = this->GetWindowRect(), client = this->GetClientRect();
-    return window.Width() == client.Width() && window.Height() == client.Height() ? 0 : this->Default();
+    return HasEdge() ? this->Default() : 0;
 }
 
 template <class Control>

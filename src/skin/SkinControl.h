@@ -13,6 +13,7 @@
 #include <windows.h>
 
 #include "framework/Controls.h"
+#include "framework/Dc.h"
 #include "skin/SkinBitmap.h"
 
 // Made for CButton and CStatic.
@@ -39,6 +40,19 @@ protected:
     // A control that keeps finished faces drops them: picture, caption or colour have changed.
     virtual void DropFaces() {}
 
+    // What the control answers to WM_PAINT: calls draw(CDC&) with the context to paint on. Its state needn't be brought
+    // back, as the classes of buttons and statics paint on common contexts, which are handed out in their first state.
+    template <class Draw>
+    void PaintBy(Draw draw) {
+        if (HasEdge()) {
+            CPaintDC dc(*this);
+            draw(dc);
+        } else {
+            CBarePaintDC dc(*this);
+            draw(dc);
+        }
+    }
+
     // Draws the caption with these DT_ flags; an empty one draws nothing and asks for no font.
     void DrawCaption(CDC& dc, const CRect& rect, UINT format);
 
@@ -48,6 +62,7 @@ protected:
     HFONT font = nullptr; // borrowed
 
 private:
+    bool HasEdge() const;
     void OnPaint();
     bool OnEraseBkgnd(HDC) { return true; }
     void OnEnable(bool) { this->Invalidate(); }
