@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Repeats.h"
 #include "framework/Wnd.h"
 
 namespace {
@@ -41,7 +42,7 @@ private:
 TEST(Gdi, NothingLeaksInTwentyThousandPaints) {
     LOGFONTA description{};
     description.lfHeight = 12;
-    for (int round = 0; round < 20'000; ++round) {
+    for (int round = 0; round < Repeats(20'000); ++round) {
         const CClientDC screen(nullptr);
         const CMemoryDC memory(screen.GetHandle());
         CBitmap bitmap(::CreateBitmap(4, 4, 1, 1, nullptr));

@@ -3,6 +3,7 @@
 
 #include "MenuImageIds.h"
 #include "MenuRow.h"
+#include "Repeats.h"
 
 namespace {
 
@@ -358,7 +359,7 @@ TEST_F(MenuDrawing, NoPaintLosesAHandle) {
         system.Use(OtherNt, modern);
         CMenuItemRecord& pictured = AppendWithList(images);
         const std::size_t before = FreeGdiObjects();
-        for (int round = 0; round < 2'000; ++round) {
+        for (int round = 0; round < Repeats(2'000); ++round) {
             menu.SetEmbossViaDib(round / 16 % 2 != 0);
             DRAWITEMSTRUCT item =
                 ItemOf(round % 2 == 0 ? pictured : ticked, everyState[round / 2 % 8], surface.GetHandle());

@@ -6,6 +6,7 @@
 
 #include "MenuImageIds.h"
 #include "MenuRow.h"
+#include "Repeats.h"
 #include "menu/MenuToolBar.h"
 
 namespace {
@@ -316,7 +317,7 @@ TEST_F(MenuImages, NoRegistrationLosesAHandle) {
     };
     useAll();
     const std::size_t before = FreeGdiObjects();
-    for (int round = 0; round < 30; ++round) useAll();
+    for (int round = 0; round < Repeats(30); ++round) useAll();
     EXPECT_NEAR(static_cast<double>(FreeGdiObjects()), static_cast<double>(before), 8);
 }
 

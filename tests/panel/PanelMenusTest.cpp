@@ -2,6 +2,7 @@
 #include <map>
 
 #include "PanelFixture.h"
+#include "Repeats.h"
 #include "menu/OwnerDrawMenu.h"
 
 namespace {
@@ -183,7 +184,7 @@ TEST_F(PanelMenus, AWalkOverTwentyRowsPaintsEachAsChosenOnce) {
 
 TEST_F(PanelMenus, ManyPopupsLeaveNothingBehind) {
     const std::size_t registered = COwnerDrawMenu::allSubMenus.size();
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < Repeats(20); ++i) {
         CPopupReader reader({VK_DOWN, VK_RIGHT});
         Click(ID_PORT_MENU);
         ASSERT_EQ(reader.menus.size(), 3U);

@@ -19,7 +19,7 @@ std::string ReadFile(const std::filesystem::path& path) {
 }
 
 TEST(StringUse, EveryNumberHasATextAndAReader) {
-    const std::filesystem::path sources(QUORVANE_SOURCES);
+    const std::filesystem::path sources(ProgramFolder() + QUORVANE_SOURCES); // there told from the program on
     const std::regex definition(R"(#define (IDS_\w+) (\d+))"), use(R"(\bIDS_\w+)");
     std::map<std::string, UINT> numbers;
     const std::string ids = ReadFile(sources / "resources" / "ResourceIds.h");

@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Repeats.h"
 #include "serial/PortSelection.h"
 #include "TapRecorder.h"
 #include "TimeFactor.h"
@@ -183,7 +184,7 @@ TEST_F(CommPortPair, ThreeHundredClosingsUnderTransfersLeaveNothingBehind) {
     };
     CloseUnderTransfers(10); // the platform keeps some handles of its own from the first time on
     const DWORD before = openHandles();
-    EXPECT_GT(CloseUnderTransfers(300), 0) << "no closing met a transfer";
+    EXPECT_GT(CloseUnderTransfers(Repeats(300)), 0) << "no closing met a transfer";
     EXPECT_EQ(openHandles(), before);
     EXPECT_TRUE(Passes(port, peer));
 }

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "GdiHandles.h"
+#include "Repeats.h"
 #include "ScreenReader.h"
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
@@ -125,7 +126,7 @@ TEST(MessageDlg, TwoHundredLeaveNothingBehind) {
     show(5);
     const DWORD before = handles();
     const std::size_t gdi = FreeGdiObjects();
-    show(200);
+    show(Repeats(200));
     EXPECT_LE(handles(), before);
     EXPECT_NEAR(static_cast<double>(FreeGdiObjects()), static_cast<double>(gdi), 8);
 }

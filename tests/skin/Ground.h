@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "Pictures.h"
+#include "Repeats.h"
 #include "framework/Wnd.h"
 
 struct ReceivedCommand {
@@ -112,7 +113,7 @@ inline double PaintOften(const CWnd& control) {
     LARGE_INTEGER start{}, end{}, frequency{};
     ::QueryPerformanceFrequency(&frequency);
     ::QueryPerformanceCounter(&start);
-    constexpr int rounds = 2'000;
+    const int rounds = Repeats(2'000);
     for (int round = 0; round < rounds; ++round) {
         control.Invalidate();
         control.UpdateWindow();

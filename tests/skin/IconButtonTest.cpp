@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "ControlGround.h"
+#include "Repeats.h"
 #include "resources/ResourceIds.h"
 
 namespace {
@@ -273,7 +274,7 @@ TEST_F(IconButton, PaintingLosesNoHandle) {
     RecordProperty("MicrosecondsPerPaint", std::to_string(PaintOften(*button)));
     const CSurface surface(60, 20);
     const std::size_t before = FreeGdiObjects();
-    for (int round = 0; round < 500; ++round) Draw(*button, surface, ODS_DISABLED);
+    for (int round = 0; round < Repeats(500); ++round) Draw(*button, surface, ODS_DISABLED);
     EXPECT_NEAR(static_cast<double>(FreeGdiObjects()), static_cast<double>(before), 8);
 }
 

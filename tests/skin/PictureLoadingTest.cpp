@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "Pictures.h"
+#include "Repeats.h"
 #include "TimeFactor.h"
 #include "skin/PictureFile.h"
 
@@ -72,7 +73,9 @@ TEST(PictureLoading, WhatCantBeReadLeavesNothingOfTheFormerPicture) {
     EXPECT_FALSE(picture.LoadFromFile("no such file.bmp", 0));
     EXPECT_TRUE(picture.IsEmpty());
     EXPECT_FALSE(picture.LoadFromFile("no such file.gif", 0));
-    EXPECT_FALSE(picture.LoadFromFile(std::string(5000, 'x') + ".bmp", 0));
+    std::string longName(5000, 'x');
+    longName += ".bmp";
+    EXPECT_FALSE(picture.LoadFromFile(longName, 0));
     EXPECT_FALSE(picture.LoadFromFile(".", 0));
 }
 
@@ -103,7 +106,7 @@ TEST(PictureLoading, BrokenFilesNeitherCrashNorDelay) {
                           {"j.jpg", MakeJpegFile(), 200},
                           {"i.ico", MakeIconFile(), 70}};
     for (const Case& each : cases) {
-        const std::size_t step = each.bytes.size() / 100 + 1;
+        const std::size_t step = each.bytes.size() / static_cast<std::size_t>(Repeats(100)) + 1;
         for (std::size_t length = 1; length < each.bytes.size(); length += step) {
             TryBroken(each.name, {each.bytes.begin(), each.bytes.begin() + static_cast<std::ptrdiff_t>(length)});
         }
@@ -121,19 +124,18 @@ TEST(PictureLoading, ManyLoadsKeepNoHandle) {
     struct Case {
         const char* name;
         FileBytes bytes;
-        int rounds;
     };
-    const Case cases[] = {{"many.bmp", MakeBitmapFile(24, 74, 22), 1000},
-                          {"many.gif", MakeGifFile(), 1000},
-                          {"many.jpg", MakeJpegFile(), 1000},
-                          {"many.ico", MakeIconFile(), 1000}};
+    const Case cases[] = {{"many.bmp", MakeBitmapFile(24, 74, 22)},
+                          {"many.gif", MakeGifFile()},
+                          {"many.jpg", MakeJpegFile()},
+                          {"many.ico", MakeIconFile()}};
     for (const Case& each : cases) {
         const CPictureFile file(each.name, each.bytes);
         CSkinBitmap picture;
         ASSERT_TRUE(picture.LoadFromFile(file.name, 0)) << each.name; // what the first load sets up stays
         picture.DeleteObject();
         const std::size_t before = FreeGdiObjects();
-        for (int round = 0; round < each.rounds; ++round) {
+        for (int round = 0; round < Repeats(1000); ++round) {
             ASSERT_TRUE(picture.LoadFromFile(file.name, 0)) << each.name;
         }
         picture.DeleteObject();

@@ -2,7 +2,10 @@
 // magenta of what lies outside a button.
 #pragma once
 
+#include <algorithm>
 #include <fstream>
+#include <iterator>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,16 +25,44 @@ inline COLORREF ColorOf(char character) {
     return RGB(character, 255 - 2 * character % 256, 3 * character % 256);
 }
 
+inline BITMAPINFO TopDownFormat(int width, int height) {
+    BITMAPINFO format{};
+    format.bmiHeader.biSize = sizeof format.bmiHeader;
+    format.bmiHeader.biWidth = width;
+    format.bmiHeader.biHeight = -height;
+    format.bmiHeader.biPlanes = 1;
+    format.bmiHeader.biBitCount = 32;
+    return format;
+}
+
+// Row by row from the top; read at once, because each single look at a window takes a way to the screen and back.
+inline std::vector<COLORREF> ReadPixels(HDC dc, const CRect& rect) {
+    const BITMAPINFO format = TopDownFormat(rect.Width(), rect.Height());
+    void* bits = nullptr;
+    const CBitmap copy(::CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &bits, nullptr, 0));
+    const CMemoryDC memory(nullptr);
+    const CSelectObject selected(memory, copy.GetHandle());
+    ::BitBlt(memory.GetHandle(), 0, 0, rect.Width(), rect.Height(), dc, rect.left, rect.top, SRCCOPY);
+    ::GdiFlush();
+    const auto* const first = static_cast<const RGBQUAD*>(bits);
+    std::vector<COLORREF> pixels;
+    std::transform(first, first + static_cast<std::ptrdiff_t>(rect.Width()) * rect.Height(), std::back_inserter(pixels),
+                   [](const RGBQUAD& pixel) { return RGB(pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue); });
+    return pixels;
+}
+
 inline Art ReadArt(HDC dc, int width, int height) {
-    Art art(static_cast<std::size_t>(height), std::string(static_cast<std::size_t>(width), '?'));
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            const COLORREF color = ::GetPixel(dc, x, y);
-            for (char character = ' '; character <= '~'; ++character) {
-                if (ColorOf(character) == color)
-                    art[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)] = character;
-            }
-        }
+    static const auto characters = [] {
+        std::map<COLORREF, char> made;
+        for (char character = ' '; character <= '~'; ++character) made[ColorOf(character)] = character;
+        return made;
+    }();
+    Art art;
+    const auto pixels = ReadPixels(dc, {0, 0, width, height});
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        if (i % static_cast<std::size_t>(width) == 0) art.emplace_back();
+        const auto found = characters.find(pixels[i]);
+        art.back() += found != characters.end() ? found->second : '?';
     }
     return art;
 }
@@ -42,25 +73,12 @@ inline Art ReadArt(const CSkinBitmap& picture) {
     return ReadArt(dc.GetHandle(), picture.GetWidth(), picture.GetHeight());
 }
 
-inline std::vector<COLORREF> ReadPixels(HDC dc, const CRect& rect) {
-    std::vector<COLORREF> pixels;
-    for (LONG y = rect.top; y < rect.bottom; ++y) {
-        for (LONG x = rect.left; x < rect.right; ++x) pixels.push_back(::GetPixel(dc, x, y));
-    }
-    return pixels;
-}
-
 // A drawing surface of 32-bit pixels, all of one colour at first.
 class CSurface : public CMemoryDC {
 public:
     explicit CSurface(int surfaceWidth, int surfaceHeight, char ground = ' ')
         : CMemoryDC(nullptr), width(surfaceWidth), height(surfaceHeight) {
-        BITMAPINFO format{};
-        format.bmiHeader.biSize = sizeof format.bmiHeader;
-        format.bmiHeader.biWidth = width;
-        format.bmiHeader.biHeight = -height;
-        format.bmiHeader.biPlanes = 1;
-        format.bmiHeader.biBitCount = 32;
+        const BITMAPINFO format = TopDownFormat(width, height);
         bitmap.Attach(::CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &bits, nullptr, 0));
         former = ::SelectObject(GetHandle(), bitmap.GetHandle());
         FillSolidRect({0, 0, width, height}, ColorOf(ground));

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "Ground.h"
+#include "Repeats.h"
 
 namespace {
 
@@ -86,7 +87,7 @@ TEST_F(SkinBar, LoadingAgainReplacesTheButtons) {
 
     const std::size_t before = FreeGdiObjects();
     const CPictureFile file("buttons.bmp", BitmapFileOf(Art(60, std::string(84, 'x'))));
-    for (int round = 0; round < 100; ++round) bar.LoadButtons(file.name);
+    for (int round = 0; round < Repeats(100); ++round) bar.LoadButtons(file.name);
     EXPECT_GE(FreeGdiObjects() + 8, before);
 }
 

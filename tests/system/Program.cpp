@@ -65,6 +65,9 @@ Clock::time_point ClickAt(POINT place) {
         }
         return Clock::now() - resting > 50ms;
     }));
+    // A hand is never quite still: a window that has had no move since a menu over it ended hears of the pointer now.
+    ::SetCursorPos(place.x - 1, place.y);
+    ::SetCursorPos(place.x, place.y);
     std::array<INPUT, 2> press{};
     press[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
     press[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
