@@ -9,18 +9,21 @@ source scripts/wine.sh
 trap end_started EXIT
 export WINELOADER=/usr/lib/wine/wine
 
-# tests FACTOR PROGRAM...: runs the test programs, each with FACTOR times the time that it allows. In build/x86/results it
-# leaves of each what it told (.xml), what it printed (.log), and how it ended (.status: run or fail, as CTest says it).
+# tests FACTOR DIVISOR SYSTEM_TESTS PROGRAM...: runs the test programs, each with FACTOR times the time that it allows and one
+# DIVISORth of the repetitions; of the system test those that the filter SYSTEM_TESTS names. In build/x86/results it leaves of
+# each what it told (.xml), what it printed (.log), and how it ended (.status: run or fail, as CTest says it).
 tests() {
-    local factor=$1 program start status
-    shift
+    local systemTests=$3 program start status
+    export QUORVANE_TEST_TIME_FACTOR=$1 QUORVANE_TEST_REPEAT_DIVISOR=$2
+    shift 3
     load_settings < <(test_settings)
     start_test_ground || die "no desktop"
-    export QUORVANE_TEST_TIME_FACTOR=$factor
     mkdir -p build/x86/results
     cd build/x86/tests
     for program in "$@"; do
         start=$SECONDS status=run
+        unset GTEST_FILTER
+        [[ $program != system_test ]] || export GTEST_FILTER=$systemTests
         GTEST_OUTPUT="xml:Z:$root/build/x86/results/$program.xml" timeout 600 "$WINELOADER" "$program.exe" \
             </dev/null >"../results/$program.log" 2>&1 || status=fail
         echo "$status" >"../results/$program.status"

@@ -29,14 +29,14 @@ make_machine() {
     }
 }
 
-# fill_machine [FILE...]: lays out what goes in: the scripts, the 32-bit product, and these test files, without their
-# debugging information.
+# fill_machine [FILE...]: lays out what goes in: the scripts, the sources, which a test reads, the 32-bit product, and these
+# test files, without their debugging information.
 # shellcheck disable=SC2119,SC2120 # the files are given by ./test
 fill_machine() {
     local file
     rm -rf "$machineFolder"
     mkdir -p "$machineFolder/build/x86/tests"
-    cp -r scripts "$machineFolder/"
+    cp -r scripts src "$machineFolder/"
     cp -r build/x86/bin "$machineFolder/build/x86/"
     for file in "$@"; do
         i686-w64-mingw32-strip -o "$machineFolder/build/x86/tests/$(basename "$file")" "$file" || return
@@ -47,7 +47,7 @@ fill_machine() {
 in_machine() {
     local seconds=$1
     shift
-    tools/x86vm/run32 --seconds "$seconds" "$machineFolder" "scripts/in_machine.sh $*"
+    tools/x86vm/run32 --seconds "$seconds" "$machineFolder" "scripts/in_machine.sh$(printf ' %q' "$@")"
 }
 
 # show_in_machine SECONDS [en|zh]: the 32-bit product there with counters on its line, polling for SECONDS. Its pictures come
