@@ -7,10 +7,11 @@
 # and must run when loaded: so "stopped" is not among what is saved.
 # No SMAP: this emulator (7.2) does a user-mode IRET, with which Wine starts every
 # 32-bit thread, as a kernel access to the stack, and SMAP makes that a fault that
-# kills the thread. No LA57 and no PKU: shorter page walks, less to save.
+# kills the thread. No LA57 and no PKU: shorter page walks, less to save. No fast string
+# operations and no AVX: kernel and libraries would copy and clear memory by what is slowest here.
 machine_arguments() { # MODE DISK_OPTIONS IN_DISK OUT_DISK STDOUT STDERR CONSOLE
     machine=(
-        -machine pc -accel tcg,thread=multi,tb-size=512 -cpu max,smap=off,la57=off,pku=off -smp 2 -m 2048
+        -machine pc -accel tcg,thread=multi,tb-size=512 -cpu max,smap=off,la57=off,pku=off,erms=off,fsrm=off,avx=off,avx2=off -smp 2 -m 2048
         -global migration.store-global-state=off
         -nodefaults -no-user-config -display none -vga none -nic none -no-reboot
         -kernel "$image/vmlinuz" -initrd "$image/initrd"
