@@ -83,6 +83,20 @@ TEST_F(SkinStatic, NothingIsPaintedUnlessAsked) {
     ExpectLook(Art(20, std::string(60, 'a')), "Text", 5, blue);
 }
 
+TEST_F(SkinStatic, APartIsPaintedAlone) {
+    LoadPicture({"a"});
+    label.Invalidate();
+    CGround::Pump();
+    CClientDC(label.GetHandle()).FillSolidRect(label.GetClientRect(), ColorOf('x'));
+    const CRect part{10, 5, 30, 15};
+    ::InvalidateRect(label.GetHandle(), &part, FALSE);
+    CGround::Pump();
+    Art look(20, std::string(60, 'x'));
+    for (std::size_t y = 5; y < 15; ++y) look[y].replace(10, 20, 20, 'a');
+    EXPECT_EQ(ground.Look(place), look);
+    EXPECT_FALSE(::GetUpdateRect(label.GetHandle(), nullptr, FALSE)) << "nothing is left to be painted";
+}
+
 TEST_F(SkinStatic, WithoutAPictureTheCaptionStandsOnTheGround) {
     EXPECT_FALSE(label.SetBitmapFile("no such.bmp"));
     for (const char* text : {"First", "Second", ""}) { // each instead of the one before
