@@ -29,33 +29,34 @@ make_machine() {
     }
 }
 
-# fill_machine FOLDER [FILE...]: lays out there what goes in: the scripts, the sources, which a test reads, the 32-bit product, and these
+# fill_machine [FILE...]: lays out what goes in: the scripts, the sources, which a test reads, the 32-bit product, and these
 # test files, without their debugging information.
+# shellcheck disable=SC2119,SC2120 # the files are given by ./test
 fill_machine() {
-    local file folder=$1
-    shift
-    rm -rf "$folder"
-    mkdir -p "$folder/build/x86/tests"
-    cp -r scripts src "$folder/"
-    cp -r build/x86/bin "$folder/build/x86/"
+    local file
+    rm -rf "$machineFolder"
+    mkdir -p "$machineFolder/build/x86/tests"
+    cp -r scripts src "$machineFolder/"
+    cp -r build/x86/bin "$machineFolder/build/x86/"
     for file in "$@"; do
-        i686-w64-mingw32-strip -o "$folder/build/x86/tests/$(basename "$file")" "$file" || return
+        i686-w64-mingw32-strip -o "$machineFolder/build/x86/tests/$(basename "$file")" "$file" || return
     done
 }
 
-# in_machine FOLDER SECONDS COMMAND...: runs scripts/in_machine.sh with what is in FOLDER.
+# in_machine SECONDS COMMAND...: runs scripts/in_machine.sh there.
 in_machine() {
-    local folder=$1 seconds=$2
-    shift 2
-    tools/x86vm/run32 --seconds "$seconds" "$folder" "scripts/in_machine.sh$(printf ' %q' "$@")"
+    local seconds=$1
+    shift
+    tools/x86vm/run32 --seconds "$seconds" "$machineFolder" "scripts/in_machine.sh$(printf ' %q' "$@")"
 }
 
 # show_in_machine SECONDS [en|zh]: the 32-bit product there with counters on its line, polling for SECONDS. Its pictures come
 # into build/x86/pictures.
 show_in_machine() {
     local picture pictures=build/x86/pictures
-    fill_machine "$machineFolder" || return
-    in_machine "$machineFolder" $((300 + $1)) product "$@" || return
+    # shellcheck disable=SC2119
+    fill_machine || return
+    in_machine $((300 + $1)) product "$@" || return
     rm -rf "$pictures"
     mkdir -p "$pictures"
     for picture in start polling {help,language,port}-menu message; do
