@@ -1,16 +1,10 @@
-# The headers that cost most to read, once for all tests of a build. The build `host` reads each file by itself and so finds
-# a missing #include.
-if(WIN32 OR QUORVANE_SANITIZE STREQUAL "thread")
-    set(quorvane_test_headers_once ON)
-endif()
+# The headers that cost most to read, once for all tests of a build: as for the product's own files, and for Windows always.
 function(quorvane_test_headers)
     file(WRITE ${PROJECT_BINARY_DIR}/test_headers.cpp "")
     add_library(quorvane_test_headers OBJECT ${PROJECT_BINARY_DIR}/test_headers.cpp)
     target_link_libraries(quorvane_test_headers PRIVATE quorvane_options gtest)
     target_compile_options(quorvane_test_headers PRIVATE ${quorvane_test_compile_options})
-    target_precompile_headers(quorvane_test_headers PRIVATE
-        "$<$<BOOL:${WIN32}>:<windows.h$<ANGLE-R>>" <gtest/gtest.h> <algorithm> <array> <chrono> <cstdint> <functional> <map> <memory> <optional> <string>
-        <thread> <vector>)
+    target_precompile_headers(quorvane_test_headers PRIVATE ${quorvane_costly_headers} <gtest/gtest.h>)
 endfunction()
 
 # A Windows test is built anew far more often than it is run, and nobody debugs it: it's the product that is optimised.
@@ -26,7 +20,7 @@ function(quorvane_test name)
     target_link_libraries(${name} PRIVATE quorvane_options gtest_main ${arg_LIBRARIES})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_compile_options(${name} PRIVATE ${quorvane_test_compile_options})
-    if(quorvane_test_headers_once)
+    if(WIN32 OR QUORVANE_HEADERS_ONCE)
         if(NOT TARGET quorvane_test_headers)
             quorvane_test_headers()
         endif()
