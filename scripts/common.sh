@@ -129,12 +129,11 @@ build_target() {
 # build PRESET [TARGET...]: configures where that hasn't been done, and builds; Ninja itself sees to later changes of the
 # build description. What went wrong is shown.
 build() {
-    local preset=$1 log=$root/build/$1.log options=()
+    local preset=$1 log=$root/build/$1.log
     shift
     : >"$log"
     if [[ ! -f build/$preset/build.ninja ]]; then
-        [[ $preset != x86 ]] || options=(-DCMAKE_CROSSCOMPILING_EMULATOR="$root/scripts/wine-run")
-        attend cmake --preset "$preset" "${options[@]}" >"$log" 2>&1 || {
+        attend cmake --preset "$preset" >"$log" 2>&1 || {
             tail -n 40 "$log"
             return 1
         }

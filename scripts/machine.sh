@@ -1,24 +1,11 @@
 # shellcheck shell=bash
-# shellcheck disable=SC2154 # root and scratch are those of common.sh
-# 32-bit Windows programs for ./run and ./test: directly where this machine runs them, else in the emulated machine of
-# tools/x86vm.
+# shellcheck disable=SC2154 # root is the one of common.sh
+# 32-bit Windows programs for ./run and ./test, in the machine of tools/x86vm.
 
+source tools/x86vm/image.sh
 machineFolder=$root/build/machine # what goes into the machine, and comes out of it
 
-# runs_32_bit_code: tells by a tiny program for the kernel, and then by one for Wine.
-runs_32_bit_code() {
-    local tiny=$scratch/tiny
-    # shellcheck disable=SC2016
-    as --32 -o "$tiny.o" - <<<'.globl _start; _start: movl $1, %eax; xorl %ebx, %ebx; int $0x80' &&
-        ld -m elf_i386 -o "$tiny" "$tiny.o" && "$tiny"
-}
-
-runs_32_bit_windows_code() {
-    local tiny=$scratch/tiny.exe
-    i686-w64-mingw32-g++-posix -static -o "$tiny" -x c++ - <<<'int main() { return 0; }' && attend "$WINELOADER" "$tiny"
-}
-
-# make_machine: the emulated machine is there afterwards, or `machineLack` tells why not.
+# make_machine: the machine is there afterwards, or `machineLack` tells why not.
 # shellcheck disable=SC2034,SC2317 # the lack is read where this is called; the function is called by name
 make_machine() {
     local log=$root/build/machine.log

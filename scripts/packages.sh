@@ -44,20 +44,6 @@ install_packages() {
         say "No apt-get here: what scripts/packages.txt lists has to be installed by hand."
         return 0
     }
-    mapfile -t names < <(listed_packages scripts/packages.txt | grep -v ':i386$')
+    mapfile -t names < <(listed_packages scripts/packages.txt)
     fetch_packages "${names[@]}" || die "the packages of scripts/packages.txt could not be installed"
-}
-
-# install_packages_32: the packages for 32-bit code, which come from Debian's other architecture.
-install_packages_32() {
-    local names missing
-    command -v apt-get >/dev/null || return 0
-    mapfile -t names < <(listed_packages scripts/packages.txt | grep ':i386$')
-    mapfile -t missing < <(missing_packages "${names[@]}")
-    ((${#missing[@]})) || return 0
-    if ! dpkg --print-foreign-architectures | grep -qx i386; then
-        say "Adding the architecture i386 to this machine's packages, for the 32-bit part of Wine"
-        as_root dpkg --add-architecture i386 || return
-    fi
-    fetch_packages "${names[@]}"
 }
