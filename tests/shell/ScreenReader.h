@@ -14,13 +14,21 @@ inline std::string TextOf(HWND window) {
     return window != nullptr ? CWnd::FromHandle(window)->GetWindowText() : "no such window";
 }
 
-// At any depth; null if there is none.
+// At any depth; null if there is none. The system is asked for all windows at once, which is far quicker than for each.
 inline HWND FindControl(HWND top, int id) {
-    for (HWND child = ::GetWindow(top, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
-        if (::GetDlgCtrlID(child) == id) return child;
-        if (HWND inner = FindControl(child, id)) return inner;
-    }
-    return nullptr;
+    struct Search {
+        int id;
+        HWND found;
+    } search{id, nullptr};
+    ::EnumChildWindows(
+        top,
+        [](HWND child, LPARAM asked) -> BOOL {
+            auto& [wanted, found] = *reinterpret_cast<Search*>(asked);
+            if (::GetDlgCtrlID(child) == wanted) found = child;
+            return found == nullptr;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
 }
 
 // Looks by a timer, which runs in whatever message loop the thread is in, that of a box too.
