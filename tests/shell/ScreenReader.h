@@ -17,17 +17,16 @@ inline std::string TextOf(HWND window) {
 // At any depth; null if there is none. The system is asked for all windows at once, which is far quicker than for each.
 inline HWND FindControl(HWND top, int id) {
     struct Search {
+        static BOOL CALLBACK Look(HWND child, LPARAM asked) {
+            Search& search = *reinterpret_cast<Search*>(asked);
+            if (::GetDlgCtrlID(child) == search.id) search.found = child;
+            return search.found == nullptr;
+        }
+
         int id;
         HWND found;
     } search{id, nullptr};
-    ::EnumChildWindows(
-        top,
-        [](HWND child, LPARAM asked) -> BOOL {
-            auto& [wanted, found] = *reinterpret_cast<Search*>(asked);
-            if (::GetDlgCtrlID(child) == wanted) found = child;
-            return found == nullptr;
-        },
-        reinterpret_cast<LPARAM>(&search));
+    ::EnumChildWindows(top, &Search::Look, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 
