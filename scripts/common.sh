@@ -126,17 +126,18 @@ build_target() {
     fi
 }
 
-# build PRESET [TARGET...]: configures where that hasn't been done, and builds; Ninja itself sees to later changes of the
-# build description. What went wrong is shown.
+# build PRESET [TARGET...]: configures where that hasn't been done with these presets, and builds; Ninja itself sees to other
+# changes of the build description. What went wrong is shown.
 build() {
     local preset=$1 log=$root/build/$1.log
     shift
     : >"$log"
-    if [[ ! -f build/$preset/build.ninja ]]; then
+    if ! cmp -s CMakePresets.json "build/$preset/presets.json"; then
         attend cmake --preset "$preset" >"$log" 2>&1 || {
             tail -n 40 "$log"
             return 1
         }
+        cp CMakePresets.json "build/$preset/presets.json"
     fi
     attend build_target "$preset" "$log" "$@" || {
         tail -n 60 "$log"

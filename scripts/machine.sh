@@ -5,15 +5,19 @@
 source tools/x86vm/image.sh
 machineFolder=$root/build/machine # what goes into the machine, and comes out of it
 
-# make_machine: the machine is there afterwards, or `machineLack` tells why not.
+# make_machine: the machine is there afterwards. If not, `machineLack` tells why, and the status is 3 where there can't be one.
 # shellcheck disable=SC2034,SC2317 # the lack is read where this is called; the function is called by name
 make_machine() {
-    local log=$root/build/machine.log
+    local log=$root/build/machine.log status=0
+    if ((EUID != 0)) && sudo -v; then
+        begin /dev/null bash -c 'while sleep 60; do sudo -n -v; done'
+    fi
+    QUORVANE_X86VM_KERNEL=$(runs_natively && echo own || echo emulated)
+    export QUORVANE_X86VM_KERNEL
     build_machine() { tools/x86vm/build-image 2>&1 | tee "$log"; }
-    attend build_machine || {
-        machineLack=$(tail -n 1 "$log" | sed -e 's/^\[ *[0-9]* s\] *//' -e 's/^failed: //')
-        return 1
-    }
+    attend build_machine || status=$?
+    machineLack=$(tail -n 1 "$log" | sed -e 's/^\[ *[0-9]* s\] *//' -e 's/^failed: //')
+    return $status
 }
 
 # fill_machine [FILE...]: lays out what goes in: the scripts, the sources, which a test reads, the 32-bit product, and these
@@ -21,10 +25,11 @@ make_machine() {
 # shellcheck disable=SC2119,SC2120 # the files are given by ./test
 fill_machine() {
     local file
-    rm -rf "$machineFolder"
-    mkdir -p "$machineFolder/build/x86/tests"
-    cp -r scripts src "$machineFolder/"
-    cp -r build/x86/bin "$machineFolder/build/x86/"
+    # Of a run that was killed files may be left that are root's.
+    rm -rf "$machineFolder" 2>/dev/null || privileged rm -rf "$machineFolder" || return
+    mkdir -p "$machineFolder/build/x86/tests" || return
+    cp -r scripts src "$machineFolder/" || return
+    cp -r build/x86/bin "$machineFolder/build/x86/" || return
     for file in "$@"; do
         i686-w64-mingw32-strip -o "$machineFolder/build/x86/tests/$(basename "$file")" "$file" || return
     done

@@ -34,7 +34,6 @@ enum class MapKind : unsigned char {
     Notify,         // `code` is that of the NMHDR
     ReflectCommand, // a WM_COMMAND of this control, sent back to it by its parent
     ReflectColor,   // a WM_CTLCOLOR message of this control, sent back likewise
-    ReflectNotify,  // a WM_NOTIFY of this control, sent back likewise
 };
 
 struct MapArguments {
@@ -259,15 +258,5 @@ constexpr MapEntry OnReflectColor() {
                     });
                 result = message_map_detail::ToResult(brush);
                 return brush != nullptr;
-            }};
-}
-
-// This control's own WM_NOTIFY: LRESULT (NMHDR&).
-template <UINT code, auto handler>
-constexpr MapEntry OnReflectNotify() {
-    message_map_detail::RequireSignature<handler, LRESULT, NMHDR&>();
-    return {MapKind::ReflectNotify, code, 0, 0, [](CCommandTarget& target, const MapArguments& given, LRESULT& result) {
-                result = message_map_detail::Call<handler>(target, *reinterpret_cast<NMHDR*>(given.lParam));
-                return true;
             }};
 }

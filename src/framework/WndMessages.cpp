@@ -69,19 +69,12 @@ bool CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
 
 bool CWnd::OnNotify(NMHDR& header, LRESULT& result) {
     const auto lParam = reinterpret_cast<LPARAM>(&header);
-    if (ReflectTo(header.hwndFrom, WM_NOTIFY, header.idFrom, lParam, result)) return true;
     return Dispatch(MapKind::Notify, {static_cast<UINT>(header.idFrom), header.code, header.idFrom, lParam}, result);
 }
 
 bool CWnd::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
-    switch (message) {
-    case WM_COMMAND:
-        return Dispatch(MapKind::ReflectCommand, {0, HIWORD(wParam), wParam, lParam}, result);
-    case WM_NOTIFY:
-        return Dispatch(MapKind::ReflectNotify, {0, reinterpret_cast<NMHDR*>(lParam)->code, wParam, lParam}, result);
-    default:
-        return IsColorMessage(message) && Dispatch(MapKind::ReflectColor, {0, message, wParam, lParam}, result);
-    }
+    if (message == WM_COMMAND) return Dispatch(MapKind::ReflectCommand, {0, HIWORD(wParam), wParam, lParam}, result);
+    return IsColorMessage(message) && Dispatch(MapKind::ReflectColor, {0, message, wParam, lParam}, result);
 }
 
 LRESULT CWnd::RouteColor(UINT message, WPARAM wParam, LPARAM lParam) {

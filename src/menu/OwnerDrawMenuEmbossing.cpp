@@ -1,19 +1,10 @@
 // Disabled images: the dark parts as a shadow-coloured shape with a light copy one pixel down and to the right.
+#include "framework/Embossing.h"
 #include "menu/OwnerDrawMenu.h"
-
-#include <array>
 
 namespace {
 
-constexpr DWORD brushWhereMaskIsSet = 0x00E20746;   // DSPDxax, on a surface that shows a set mask pixel
-constexpr DWORD brushWhereMaskIsBlack = 0x00B8074A; // PSDPxax
-
-// Paints a system colour through a mask.
-void PaintThrough(const CDC& target, int x, int y, CSize size, const CDC& mask, int systemColor, DWORD operation) {
-    const CBrush brush(::GetSysColor(systemColor));
-    const CSelectObject selected(target, brush.GetHandle());
-    ::BitBlt(target.GetHandle(), x, y, size.cx, size.cy, mask.GetHandle(), 0, 0, operation);
-}
+constexpr DWORD brushWhereMaskIsSet = 0x00E20746; // DSPDxax, on a surface that shows a set mask pixel
 
 // White where the bitmap is of the face or the light colour, black elsewhere.
 void MakeMask(const CDC& mask, CSize size, const CDC& image, int sourceX, int sourceY) {
@@ -50,7 +41,8 @@ void COwnerDrawMenu::EmbossImage(const CDC& target, int x, int y, int width, int
     canvas.SetBkColor(RGB(0, 0, 0));
     canvas.SetTextColor(RGB(255, 255, 255));
     const auto paint = [&](int at, int systemColor) {
-        PaintThrough(canvas, at, at, size, mask, systemColor, brushWhereMaskIsSet);
+        const CSelectObject brush(canvas, ::GetSysColorBrush(systemColor));
+        ::BitBlt(canvas.GetHandle(), at, at, width, height, mask.GetHandle(), 0, 0, brushWhereMaskIsSet);
     };
     paint(0, COLOR_3DHIGHLIGHT);
     ::BitBlt(target.GetHandle(), x + 1, y + 1, width, height, canvas.GetHandle(), 0, 0, SRCCOPY);
@@ -61,26 +53,5 @@ void COwnerDrawMenu::EmbossImage(const CDC& target, int x, int y, int width, int
 
 void COwnerDrawMenu::EmbossImageDib(const CDC& target, int x, int y, int width, int height, const CBitmap& bitmap,
                                     int sourceX, int sourceY, COLORREF background) {
-    struct {
-        BITMAPINFOHEADER header;
-        std::array<RGBQUAD, 2> colors;
-    } info{{sizeof(BITMAPINFOHEADER), width, height, 1, 1, BI_RGB, 0, 0, 0, 0, 0},
-           {RGBQUAD{0, 0, 0, 0}, RGBQUAD{255, 255, 255, 0}}};
-    void* bits = nullptr;
-    const CBitmap maskBitmap(::CreateDIBSection(target.GetHandle(), reinterpret_cast<BITMAPINFO*>(&info),
-                                                DIB_RGB_COLORS, &bits, nullptr, 0));
-    const CMemoryDC mask(target.GetHandle());
-    const CSelectObject maskSelected(mask, maskBitmap.GetHandle());
-    {
-        const CMemoryDC image(target.GetHandle());
-        const CSelectObject selected(image, bitmap.GetHandle());
-        ::BitBlt(mask.GetHandle(), 0, 0, width, height, image.GetHandle(), sourceX, sourceY, SRCCOPY);
-    }
-    const CSavedDC saved(target);
-    CDC(target.GetHandle()).FillSolidRect({x, y, x + width, y + height}, background);
-    ::SetTextColor(target.GetHandle(), RGB(0, 0, 0)); // the mask's black and white stay black and white
-    ::SetBkColor(target.GetHandle(), RGB(255, 255, 255));
-    const CSize size(width, height);
-    PaintThrough(target, x + 1, y + 1, size, mask, COLOR_3DHIGHLIGHT, brushWhereMaskIsBlack);
-    PaintThrough(target, x, y, size, mask, COLOR_3DSHADOW, brushWhereMaskIsBlack);
+    DrawEmbossed(target.GetHandle(), {x, y, x + width, y + height}, bitmap.GetHandle(), {sourceX, sourceY}, background);
 }

@@ -4,12 +4,11 @@
 #include <vector>
 
 #include "framework/Dc.h"
+#include "framework/Embossing.h"
 #include "skin/ColorMath.h"
 #include "skin/SkinBitmap.h"
 
 namespace {
-
-constexpr DWORD maskBrushOperation = 0x00B8074A; // PSDPxax: the brush where the mask is black
 
 // A picture's pixels as a device-independent bitmap, in its own depth.
 struct PictureBits {
@@ -108,12 +107,6 @@ void CountIndices(PictureBits& picture, std::vector<std::uint32_t>& uses) {
     }
 }
 
-void DrawThroughMask(HDC dc, const CRect& rect, HDC mask, int systemColor) {
-    const CDC target(dc);
-    const CSelectObject brush(target, ::GetSysColorBrush(systemColor));
-    ::BitBlt(dc, rect.left, rect.top, rect.Width(), rect.Height(), mask, 0, 0, maskBrushOperation);
-}
-
 } // namespace
 
 void CSkinBitmap::DrawGrayscale(HDC dc) const {
@@ -141,31 +134,7 @@ void CSkinBitmap::DrawGrayscale(HDC dc) const {
 }
 
 void CSkinBitmap::DrawEmbossed(HDC dc, int x, int y, int width, int height, HBITMAP bitmap, int sourceX, int sourceY) {
-    struct {
-        BITMAPINFOHEADER header;
-        std::array<RGBQUAD, 2> colors;
-    } info{{sizeof(BITMAPINFOHEADER), width, height, 1, 1, BI_RGB, 0, 0, 0, 0, 0},
-           {RGBQUAD{0, 0, 0, 0}, RGBQUAD{255, 255, 255, 0}}};
-    void* bits = nullptr;
-    const CBitmap mask(::CreateDIBSection(dc, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits, nullptr, 0));
-    if (mask.IsEmpty()) return;
-    const CMemoryDC maskDC(dc);
-    const CSelectObject maskSelected(maskDC, mask.GetHandle());
-    {
-        const CMemoryDC source(dc);
-        const CSelectObject selected(source, bitmap);
-        ::BitBlt(maskDC.GetHandle(), 0, 0, width, height, source.GetHandle(), sourceX, sourceY, SRCCOPY);
-    }
-    const CDC target(dc);
-    const CSavedDC saved(target);
-    ::SetTextColor(dc, RGB(0, 0, 0)); // the mask's black and white stay black and white
-    ::SetBkColor(dc, RGB(255, 255, 255));
-    const CRect rect(x, y, x + width, y + height);
-    ::FillRect(dc, &rect, ::GetSysColorBrush(COLOR_BTNFACE));
-    CRect raised = rect;
-    raised.Offset(1, 1);
-    DrawThroughMask(dc, raised, maskDC.GetHandle(), COLOR_BTNHIGHLIGHT);
-    DrawThroughMask(dc, rect, maskDC.GetHandle(), COLOR_BTNSHADOW);
+    ::DrawEmbossed(dc, {x, y, x + width, y + height}, bitmap, {sourceX, sourceY}, ::GetSysColor(COLOR_BTNFACE));
 }
 
 HPALETTE CSkinBitmap::CreateReducedPalette(HDC dc) const {
