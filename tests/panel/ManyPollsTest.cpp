@@ -72,10 +72,10 @@ TEST_F(PanelTest, ManyPollsLeaveNoHandleBehind) {
         ::GetProcessHandleCount(::GetCurrentProcess(), &count);
         return count;
     };
-    const int first = Repeats(300);
+    const int first = Repeats(500);
     poll(first); // what the first ones set up stays
     const DWORD before = handles();
-    const int many = Repeats(1000);
+    const int many = Repeats(3000);
     poll(many);
     EXPECT_EQ(handles(), before);
     EXPECT_TRUE(PumpUntil([&] { return counters.polls == first + many; })) << counters.polls;

@@ -6,7 +6,6 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
-#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -64,7 +63,6 @@ protected:
     ~PanelTest() override { ReleasePanel(); }
 
     void CreatePanel() {
-        controls.clear();
         panel = std::make_unique<CTestPanel>();
         EXPECT_TRUE(panel->Create(host));
         panel->ShowWindow(SW_SHOW);
@@ -136,11 +134,7 @@ protected:
         Sent();
     }
 
-    HWND Control(int id) const {
-        HWND& control = controls[id];
-        if (control == nullptr) control = FindControl(panel->GetHandle(), id);
-        return control;
-    }
+    HWND Control(int id) const { return FindControl(panel->GetHandle(), id); }
     std::string Text(int id) const { return TextOf(Control(id)); }
     bool IsEnabled(int id) const { return ::IsWindowEnabled(Control(id)) != FALSE; }
     bool IsVisible(int id) const { return ::IsWindowVisible(Control(id)) != FALSE; }
@@ -178,7 +172,4 @@ protected:
 
     CWnd host;
     std::unique_ptr<CTestPanel> panel;
-
-private:
-    mutable std::map<int, HWND> controls; // those that have been asked for
 };
