@@ -1,6 +1,7 @@
 #!/bin/bash
-# in_machine.sh tests FACTOR DIVISOR SYSTEM_TESTS PROGRAM... | product SECONDS [en|zh]: what runs inside the machine for 32-bit code, in a folder laid out like
-# the tree: scripts/, and under build/x86 the product in bin/ and the test programs in tests/. A display and Wine are up.
+# in_machine.sh tests FACTOR DIVISOR SYSTEM_TESTS PROGRAM... | product SECONDS [en|zh]: what runs inside the machine for 32-bit
+# code, in a folder laid out like the tree: scripts/, and under build/x86 the product in bin/ and the test programs in tests/.
+# A display and Wine are up.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 mkdir -p build
