@@ -63,7 +63,7 @@ Clock::time_point ClickAt(POINT place) {
             ::SetCursorPos(place.x, place.y);
             resting = Clock::now();
         }
-        return Clock::now() - resting > 50ms;
+        return Clock::now() - resting > 50ms * TimeFactor();
     }));
     // A hand is never quite still: a window that has had no move since a menu over it ended hears of the pointer now.
     ::SetCursorPos(place.x - 1, place.y);
