@@ -4,6 +4,11 @@ function(quorvane_product target)
     set(symbols ${PROJECT_BINARY_DIR}/symbols/$<TARGET_FILE_NAME:${target}>.debug)
     set_target_properties(${target} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+    get_target_property(type ${target} TYPE)
+    if(WIN32 AND type STREQUAL EXECUTABLE)
+        # A terminal server then hands it no substitute for the Windows folder.
+        target_link_options(${target} PRIVATE -Wl,--tsaware)
+    endif()
     add_custom_command(TARGET ${target} POST_BUILD
         COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/symbols
         COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> ${symbols}

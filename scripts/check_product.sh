@@ -50,6 +50,10 @@ check_headers() {
         ((version <= oldest)) || fault "$program asks for Windows version $version"
         check_placement "$program"
     done
+    for program in "${programs[@]}"; do
+        [[ $program == *.dll || $("$triplet-objdump" -p "$bin/$program") == *TERMINAL_SERVICE_AWARE* ]] ||
+            fault "$program isn't made for terminal servers"
+    done
     for program in Quorvane.exe Gallery.exe; do
         [[ $(header "$program" Subsystem) == 00000002 ]] || fault "$program isn't a program with windows"
     done

@@ -4,6 +4,7 @@
 #include <string>
 
 #include <commctrl.h>
+#include <objbase.h>
 
 #include "framework/ResourceModule.h"
 #include "framework/Wnd.h"
@@ -12,12 +13,29 @@ namespace {
 
 CWinApp* currentApp = nullptr;
 
+void Complain(const char* text) {
+    ::MessageBoxA(nullptr, text, "Quorvane", MB_OK | MB_ICONERROR | MB_SYSTEMMODAL);
+}
+
 // No handler of the program can go on without memory, and a half-done state would show false counts.
 void StopWithoutMemory() {
-    ::MessageBoxA(nullptr, "There is not enough memory. The program has to stop.", "Quorvane",
-                  MB_OK | MB_ICONERROR | MB_SYSTEMMODAL);
+    Complain("There is not enough memory. The program has to stop.");
     ::ExitProcess(ERROR_NOT_ENOUGH_MEMORY);
 }
+
+// What the shell opens may be a component that wants this thread prepared for components.
+class CComponents {
+public:
+    CComponents() : result(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)) {}
+    CComponents(const CComponents&) = delete;
+    CComponents& operator=(const CComponents&) = delete;
+    ~CComponents() {
+        if (SUCCEEDED(result)) ::CoUninitialize();
+    }
+
+private:
+    HRESULT result;
+};
 
 } // namespace
 
@@ -43,10 +61,20 @@ CWnd* CWinApp::MainWindow() {
 
 int CWinApp::Run() {
     std::set_new_handler(&StopWithoutMemory);
-    INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX), ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
-    ::InitCommonControlsEx(&classes);
+    const CComponents components;
+    // No more than is used: common controls before version 6 refuse the whole call for a class that they don't know.
+    const INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX), ICC_DATE_CLASSES};
+    if (::InitCommonControlsEx(&classes) == FALSE) {
+        Complain("The system has no date control. The program has to stop.");
+        return ERROR_DLL_INIT_FAILED;
+    }
     InitInstance();
-    return 0;
+    return failure;
+}
+
+void CWinApp::Fail(const char* text) {
+    Complain(text);
+    failure = ERROR_GEN_FAILURE;
 }
 
 void CWinApp::OnHelp() {

@@ -22,9 +22,13 @@ public:
     // The program's main window; null while there is none.
     static CWnd* MainWindow();
 
-    // Prepares the process (common controls, a clear stop when memory is exhausted) and runs InitInstance. Gives the
-    // process's exit code.
+    // Prepares the process (components, common controls, a clear stop when memory is exhausted) and runs InitInstance.
+    // What can't be had is told to the user. Gives the process's exit code, 0 if all went well.
     int Run();
+
+    // For what keeps the program from running at all: tells the user, and Run gives an exit code that isn't 0. The
+    // caller sees to it that InitInstance comes to its end.
+    void Fail(const char* text);
 
     // Command ID_HELP: opens the help file beside the program, if there is one.
     void OnHelp();
@@ -34,4 +38,7 @@ protected:
     virtual bool InitInstance() = 0;
 
     CWnd* mainWindow = nullptr; // not owned
+
+private:
+    int failure = 0;
 };

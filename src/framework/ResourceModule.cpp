@@ -52,9 +52,12 @@ std::string LoadText(UINT id) {
 }
 
 std::string ProgramFolder() {
-    // In its wide form: as UTF-8, a path that the system allows may be longer than MAX_PATH.
-    std::vector<wchar_t> path(32768);
+    return ToNarrow(ProgramFolderWide());
+}
+
+std::wstring ProgramFolderWide() {
+    std::vector<wchar_t> path(32768); // the system's limit is beyond MAX_PATH
     const DWORD length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    const std::string text = ToNarrow({path.data(), length});
-    return text.substr(0, text.rfind('\\') + 1);
+    const std::wstring text(path.data(), length);
+    return text.substr(0, text.rfind(L'\\') + 1);
 }

@@ -27,3 +27,4 @@ std::string LoadText(UINT id);
 
 // Full path of the program's folder, up to and including the last backslash.
 std::string ProgramFolder();
+std::wstring ProgramFolderWide();

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "framework/App.h"
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
 #include "panel/CounterPanel.h"
@@ -69,7 +70,11 @@ void CFrameDlg::FindPorts() {
 void CFrameDlg::CreatePanel() {
     panel = new CCounterPanel;
     panel->frame = this;
-    panel->Create(*this);
+    if (!panel->Create(*this)) {
+        if (CWinApp* app = CWinApp::Current()) app->Fail("The main window can't be made. The program has to stop.");
+        EndDialog(IDABORT);
+        return;
+    }
     FitPanel();
     panel->ShowWindow(SW_SHOW);
     OpenSelectedPort();

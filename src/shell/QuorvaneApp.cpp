@@ -12,8 +12,8 @@ namespace {
 constexpr UINT helpCommand = 57670; // ID_HELP
 
 void LoadChineseResources() {
-    const std::string library = ProgramFolder() + "QuorvaneZHCN.dll";
-    if (HINSTANCE module = ::LoadLibraryA(library.c_str())) SetResourceModule(module); // never freed
+    const std::wstring library = ProgramFolderWide() + L"QuorvaneZHCN.dll";
+    if (HINSTANCE module = ::LoadLibraryW(library.c_str())) SetResourceModule(module); // never freed
 }
 
 } // namespace

@@ -16,7 +16,7 @@ HCURSOR LoadHelpHand() {
     const UINT length = ::GetWindowsDirectoryA(folder.data(), static_cast<UINT>(folder.size()));
     if (length == 0 || length >= folder.size()) return nullptr;
     const std::string program = std::string(folder.data()) + "\\winhlp32.exe";
-    const HMODULE module = ::LoadLibraryA(program.c_str());
+    const HMODULE module = ::LoadLibraryExA(program.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
     if (module == nullptr) return nullptr;
     constexpr WORD handOfHelpProgram = 106;
     const HCURSOR hand = ::LoadCursorA(module, MAKEINTRESOURCEA(handOfHelpProgram));
