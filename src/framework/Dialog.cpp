@@ -5,6 +5,7 @@
 
 #include "framework/App.h"
 #include "framework/DataExchange.h"
+#include "framework/DialogFont.h"
 #include "framework/DialogTemplate.h"
 #include "framework/MessageLoop.h"
 #include "framework/ResourceModule.h"
@@ -38,6 +39,15 @@ HWND OwnerOf(const CWnd* parent) {
     return ::IsWindowVisible(popup) != FALSE ? popup : mainWindow->GetHandle();
 }
 
+// As far as the screen's work area reaches around the window.
+CPoint CentredCorner(HWND window, const CSize& size) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    ::GetMonitorInfoA(::MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    const RECT& work = monitor.rcWork;
+    return {(work.left + work.right - size.cx) / 2, (work.top + work.bottom - size.cy) / 2};
+}
+
 } // namespace
 
 void DDX_Control(CDataExchange& exchange, int id, CWnd& control) {
@@ -45,7 +55,8 @@ void DDX_Control(CDataExchange& exchange, int id, CWnd& control) {
 }
 
 const CMessageMap& CDialog::ClassMap() {
-    static constexpr std::array entries{OnCommandId<IDOK, &CDialog::OnOK>(),
+    static constexpr std::array entries{OnMessage<WM_GETFONT, &CDialog::OnGetFont>(),
+                                        OnCommandId<IDOK, &CDialog::OnOK>(),
                                         OnCommandId<IDCANCEL, &CDialog::OnCancel>()};
     static const CMessageMap map{&CWnd::ClassMap(), entries};
     return map;
@@ -60,6 +71,7 @@ INT_PTR CALLBACK CDialog::DialogEntry(HWND window, UINT message, WPARAM, LPARAM 
     auto* dialog = dynamic_cast<CDialog*>(FromHandlePermanent(window));
     // The platform's own message brings the parameter that CreateFromTemplate gave; one sent by somebody else doesn't.
     if (dialog == nullptr || lParam != reinterpret_cast<LPARAM>(dialog)) return FALSE;
+    dialog->LayOut();
     const bool placeFocus = dialog->OnInitDialog();
     const HWND focus = ::GetFocus();
     const bool focusInside = focus != nullptr && ::IsChild(window, focus) != FALSE;
@@ -137,6 +149,44 @@ void CDialog::EndDialog(INT_PTR result) {
     ReleaseOwner(); // while the window still shows: with its owner disabled, hiding it would activate another program
     ShowWindow(SW_HIDE);
     PostMessage(WM_NULL); // wakes the loop
+}
+
+void CDialog::LayOut() {
+    const auto layout = ReadDialogLayout(LoadResourceBytes(MAKEINTRESOURCEA(templateId), RT_DIALOG));
+    const auto base = layout ? BaseUnitsOf(layout->font) : std::nullopt;
+    if (!base) return;
+    textFont = MakeDialogFont(layout->font, base->height);
+    const auto pixels = [&](const DialogPlace& place) {
+        const int x = ToPixels(place.x, base->width, 4), y = ToPixels(place.y, base->height, 8);
+        return CRect(x, y, x + ToPixels(place.width, base->width, 4), y + ToPixels(place.height, base->height, 8));
+    };
+    // The platform has made the controls in the template's order, the first on top.
+    HWND control = ::GetWindow(GetHandle(), GW_CHILD);
+    for (const DialogPlace& item : layout->items) {
+        if (control == nullptr) break;
+        const CRect place = pixels(item);
+        ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(textFont.GetHandle()), FALSE);
+        ::SetWindowPos(control, nullptr, place.left, place.top, place.Width(), place.Height(),
+                       SWP_NOZORDER | SWP_NOACTIVATE);
+        control = ::GetWindow(control, GW_HWNDNEXT);
+    }
+    PlaceWindow(pixels(layout->place), layout->style);
+}
+
+void CDialog::PlaceWindow(const CRect& place, DWORD style) {
+    const CRect client = GetClientRect();
+    if (client.Width() == place.Width() && client.Height() == place.Height()) return;
+    CRect outer(0, 0, place.Width(), place.Height());
+    ::AdjustWindowRectEx(&outer, GetStyle(), FALSE, static_cast<DWORD>(::GetWindowLongA(GetHandle(), GWL_EXSTYLE)));
+    const CSize size(outer.Width(), outer.Height());
+    const bool centred = (style & DS_CENTER) != 0;
+    const CPoint corner = centred ? CentredCorner(GetHandle(), size) : CPoint(0, 0);
+    SetWindowPos(nullptr, corner.x, corner.y, size.cx, size.cy,
+                 SWP_NOZORDER | SWP_NOACTIVATE | (centred ? 0U : UINT{SWP_NOMOVE}));
+}
+
+LRESULT CDialog::OnGetFont(WPARAM, LPARAM) {
+    return textFont.IsEmpty() ? Default() : reinterpret_cast<LRESULT>(textFont.GetHandle());
 }
 
 bool CDialog::OnInitDialog() {

@@ -1,8 +1,12 @@
 // Dialogs from templates of the resource module in force (with the program's own templates as the fallback).
+//
+// Places and sizes of a template that describes one of the classic fonts are its units times that font's base units,
+// whatever fonts the system has (DialogTemplate.h); the text is shown in the font of that height and character set.
 #pragma once
 
 #include <windows.h>
 
+#include "framework/Gdi.h"
 #include "framework/Wnd.h"
 
 class CDialog : public CWnd {
@@ -16,9 +20,9 @@ public:
     const CMessageMap& GetMessageMap() const override { return ClassMap(); }
 
     // Runs the dialog until EndDialog, with its owner (the whole top-level window, if the parent is a child) disabled
-    // meanwhile. Gives EndDialog's value, or -1 if the window could not be made, is there already, or was destroyed by
-    // something else. The window is first shown when its message loop begins, so a dialog that ends itself in
-    // OnInitDialog never appears.
+    // meanwhile. Gives EndDialog's value, or -1 if the window could
+    // not be made, is there already, or was destroyed by something else. The window is first shown when its message
+    // loop begins, so a dialog that ends itself in OnInitDialog never appears.
     INT_PTR DoModal();
 
     // A modeless dialog (the template may be a child). OnInitDialog has run when this returns.
@@ -44,6 +48,9 @@ private:
     static INT_PTR CALLBACK DialogEntry(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
     bool CreateFromTemplate(HWND owner, bool hidden);
+    void LayOut();
+    void PlaceWindow(const CRect& place, DWORD style);
+    LRESULT OnGetFont(WPARAM wParam, LPARAM lParam);
     void RunInitList();
     void RunModalLoop();
     void Show() const;
@@ -57,4 +64,5 @@ private:
     bool modal = false;
     bool ended = false;
     INT_PTR modalResult = -1;
+    CFont textFont; // empty where the font of the template is left to the platform
 };

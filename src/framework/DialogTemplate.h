@@ -4,12 +4,60 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 // Clears WS_VISIBLE in a copy of a template (DLGTEMPLATE or DLGTEMPLATEEX), so that the dialog's window can be shown by
 // hand later. A template too short to hold its style comes back unchanged, with false.
 bool HideDialogTemplate(std::span<std::byte> dialogTemplate);
+
+// The font that a template describes. Names are UTF-16.
+struct DialogFont {
+    int pointSize = 0;
+    int weight = 0; // 0: no matter
+    bool italic = false;
+    std::uint8_t characterSet = 1; // as in LOGFONT; 1 is that of the system's language
+    std::u16string face;           // empty if the template has no font
+
+    bool operator==(const DialogFont&) const = default;
+};
+
+// Place and size in dialog units, in the dialog's client area; for the dialog itself in its parent's.
+struct DialogPlace {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+
+    bool operator==(const DialogPlace&) const = default;
+};
+
+struct DialogLayout {
+    std::uint32_t style = 0;
+    DialogPlace place;
+    DialogFont font;
+    std::vector<DialogPlace> items; // in the order in which the platform makes the controls
+};
+
+// Reads either form of template; nothing if it is cut off anywhere.
+std::optional<DialogLayout> ReadDialogLayout(std::span<const std::byte> dialogTemplate);
+
+// Average width and height of a font's letters in pixels: four units in width, eight in height.
+struct BaseUnits {
+    int width;
+    int height;
+
+    bool operator==(const BaseUnits&) const = default;
+};
+
+// The classic fonts, which the layouts of this program were drawn for, at 96 dots to the inch: "System" 10 is 8 by 16,
+// "MS Sans Serif" 8 is 6 by 13. Nothing for others: those are measured by the platform, as it finds them.
+std::optional<BaseUnits> BaseUnitsOf(const DialogFont& font);
+
+// Units to pixels, rounded to the nearest; `unitsPerBase` is 4 for widths and 8 for heights.
+int ToPixels(int units, int base, int unitsPerBase);
 
 // One entry of a dialog initialisation list: a message for a control, with its data.
 struct DialogInitEntry {

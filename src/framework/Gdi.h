@@ -57,7 +57,7 @@ public:
 
 class CFont : public CGdiObject {
 public:
-    CFont() = default;
+    using CGdiObject::CGdiObject;
     explicit CFont(const LOGFONTA& description) : CGdiObject(::CreateFontIndirectA(&description)) {}
     HFONT GetHandle() const { return static_cast<HFONT>(CGdiObject::GetHandle()); }
 };

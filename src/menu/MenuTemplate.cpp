@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "menu/LittleEndian.h"
+#include "framework/LittleEndian.h"
 
 namespace {
 

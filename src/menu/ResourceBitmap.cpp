@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "menu/LittleEndian.h"
+#include "framework/LittleEndian.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "menu/LittleEndian.h"
+#include "framework/LittleEndian.h"
 
 int ToolbarResource::ButtonIndex(unsigned id) const {
     const auto found = std::ranges::find(ids, id);
