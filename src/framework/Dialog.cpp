@@ -1,5 +1,6 @@
 #include "framework/Dialog.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "framework/DialogFont.h"
 #include "framework/DialogTemplate.h"
 #include "framework/MessageLoop.h"
+#include "framework/Modality.h"
 #include "framework/ResourceModule.h"
 
 namespace {
@@ -29,14 +31,36 @@ UINT TranslateInitMessage(UINT message) {
     }
 }
 
-// The whole window that a child belongs to: only that one can be disabled with all that leads into it.
-HWND OwnerOf(const CWnd* parent) {
-    if (parent != nullptr) return ::GetAncestor(parent->GetHandle(), GA_ROOT);
-    const CWnd* mainWindow = CWinApp::MainWindow();
-    if (mainWindow == nullptr || mainWindow->GetHandle() == nullptr) return nullptr;
-    const HWND popup = ::GetLastActivePopup(mainWindow->GetHandle());
-    // A hidden one is a dialog that has ended and whose handler still runs.
-    return ::IsWindowVisible(popup) != FALSE ? popup : mainWindow->GetHandle();
+// The dialogs whose DoModal runs, the outermost first; and whether all of them are to end.
+struct ModalStack {
+    std::vector<CDialog*> dialogs;
+    bool ending = false;
+};
+
+ModalStack& Modals() {
+    static auto* const stack = new ModalStack; // outlives whatever static object may still run a dialog
+    return *stack;
+}
+
+// A dialog's place on the stack, for the time of its DoModal.
+class CModalEntry {
+public:
+    explicit CModalEntry(CDialog& dialog) { Modals().dialogs.push_back(&dialog); }
+    CModalEntry(const CModalEntry&) = delete;
+    CModalEntry& operator=(const CModalEntry&) = delete;
+    ~CModalEntry() {
+        Modals().dialogs.pop_back();
+        if (Modals().dialogs.empty()) Modals().ending = false;
+    }
+};
+
+// The platform's own boxes: dialogs of this thread that no object stands in front of.
+BOOL CALLBACK EndForeignDialog(HWND window, LPARAM) {
+    constexpr ATOM dialogClass = 32770;
+    if (::GetClassLongA(window, GCW_ATOM) == dialogClass && CWnd::FromHandlePermanent(window) == nullptr) {
+        ::EndDialog(window, IDCANCEL);
+    }
+    return TRUE;
 }
 
 // As far as the screen's work area reaches around the window.
@@ -100,7 +124,10 @@ bool CDialog::Create(CWnd& parentWindow) {
 
 INT_PTR CDialog::DoModal() {
     if (GetHandle() != nullptr) return -1;
-    const HWND owner = OwnerOf(parent);
+    if (AllLoopsEnd()) return IDCANCEL;
+    const CModalEntry entry(*this);
+    const HWND owner = ModalOwner(parent);
+    LetGoOfMouse();
     if (owner != nullptr && ::IsWindowEnabled(owner) != FALSE) {
         // Before the dialog exists, so that no click slips in between.
         ::EnableWindow(owner, FALSE);
@@ -149,6 +176,18 @@ void CDialog::EndDialog(INT_PTR result) {
     ReleaseOwner(); // while the window still shows: with its owner disabled, hiding it would activate another program
     ShowWindow(SW_HIDE);
     PostMessage(WM_NULL); // wakes the loop
+}
+
+void CDialog::EndAllLoops() {
+    std::vector<CDialog*>& dialogs = Modals().dialogs;
+    Modals().ending = !dialogs.empty();
+    LetGoOfMouse();
+    for (auto dialog = dialogs.rbegin(); dialog != dialogs.rend(); ++dialog) (*dialog)->EndDialog(IDCANCEL);
+    ::EnumThreadWindows(::GetCurrentThreadId(), &EndForeignDialog, 0);
+}
+
+bool CDialog::AllLoopsEnd() {
+    return Modals().ending;
 }
 
 void CDialog::LayOut() {

@@ -20,7 +20,7 @@ public:
     const CMessageMap& GetMessageMap() const override { return ClassMap(); }
 
     // Runs the dialog until EndDialog, with its owner (the whole top-level window, if the parent is a child) disabled
-    // meanwhile. Gives EndDialog's value, or -1 if the window could
+    // meanwhile; a capture and an open menu are taken away first. Gives EndDialog's value, or -1 if the window could
     // not be made, is there already, or was destroyed by something else. The window is first shown when its message
     // loop begins, so a dialog that ends itself in OnInitDialog never appears.
     INT_PTR DoModal();
@@ -29,6 +29,11 @@ public:
     bool Create(CWnd& parentWindow);
 
     void EndDialog(INT_PTR result);
+
+    // Ends every modal loop of this thread as by Cancel, the innermost first: dialogs, the platform's boxes, menus.
+    // Until the outermost DoModal has returned, no further dialog or box comes up.
+    static void EndAllLoops();
+    static bool AllLoopsEnd();
 
     // Enter and Escape, and what else the platform's dialog keyboard does, for this dialog and the windows in it.
     bool PreTranslateMessage(MSG& message) override;

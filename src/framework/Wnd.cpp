@@ -2,8 +2,10 @@
 
 #include "framework/DataExchange.h"
 #include "framework/Dc.h"
+#include "framework/Dialog.h"
 #include "framework/HandleMaps.h"
 #include "framework/Menu.h"
+#include "framework/Modality.h"
 #include "framework/ResourceModule.h"
 #include "framework/WindowEntry.h"
 
@@ -175,8 +177,11 @@ std::string CWnd::GetDlgItemText(int id) const {
 }
 
 int CWnd::MessageBox(const std::string& text, const std::string& caption, UINT type) const {
+    if (CDialog::AllLoopsEnd()) return IDCANCEL;
+    const HWND owner = LastPopupOf(::GetAncestor(handle, GA_ROOT));
+    LetGoOfMouse();
     // A null caption would read "Error" in the user's language; an empty one shows none.
-    return ::MessageBoxA(handle, text.c_str(), caption.c_str(), type);
+    return ::MessageBoxA(owner, text.c_str(), caption.c_str(), type);
 }
 
 void CWnd::UpdateData(bool saving) {
@@ -198,6 +203,13 @@ LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 
 LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     return ::CallWindowProcA(ProcedureBehind(handle), handle, message, wParam, lParam);
+}
+
+bool CWnd::ComesAgainBehindMenu() const {
+    if (!IsMenuOpen()) return false;
+    ::EndMenu();
+    const WindowMessage message = CurrentMessage();
+    return PostMessage(message.message, message.wParam, message.lParam);
 }
 
 LRESULT CWnd::Default() {

@@ -107,7 +107,8 @@ public:
     }
     void SetTimer(UINT_PTR id, UINT milliseconds) const { ::SetTimer(handle, id, milliseconds, nullptr); }
     void KillTimer(UINT_PTR id) const { ::KillTimer(handle, id); }
-    // The platform's message box. An empty caption shows none.
+    // The platform's message box, owned by the last active popup of this window's top-level window. An empty caption
+    // shows none. Gives IDCANCEL while all modal loops are ending.
     int MessageBox(const std::string& text, const std::string& caption = {}, UINT type = MB_OK) const;
 
     // Moves data between controls and members (DataExchange.h), by way of DoDataExchange.
@@ -132,6 +133,10 @@ protected:
 
     // The default handling of the message that is being handled.
     LRESULT Default();
+
+    // For the handler of a message that shows a dialog. With a menu open, whose loop beneath the dialog would keep the
+    // mouse: ends the menu, posts the message anew, and gives true; the handler leaves everything to that one.
+    bool ComesAgainBehindMenu() const;
 
     // What this class does with these messages; handlers of derived classes call them for the cases that they leave.
     LRESULT RouteColor(UINT message, WPARAM wParam, LPARAM lParam);

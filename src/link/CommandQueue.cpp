@@ -19,6 +19,7 @@ CCommandQueue* CCommandQueue::Instance() {
 }
 
 int CCommandQueue::Add(std::unique_ptr<CCommand> command) {
+    if (shut) return 0;
     {
         const CMutexGuard guard(lock);
         commands.push_back(std::move(command));
@@ -29,7 +30,7 @@ int CCommandQueue::Add(std::unique_ptr<CCommand> command) {
 }
 
 void CCommandQueue::Start() {
-    if (running) return;
+    if (running || shut) return;
     // Set before the thread exists, so that a second Start right behind can't make a second worker.
     running = true;
     stopRequested = false;
@@ -45,6 +46,12 @@ void CCommandQueue::DropQueued() {
     const CMutexGuard guard(lock);
     commands.swap(dropped);
     waiting = 0;
+}
+
+void CCommandQueue::Shut() {
+    shut = true;
+    Stop();
+    DropQueued();
 }
 
 unsigned CCommandQueue::RunWorker(void* queue) noexcept {

@@ -38,6 +38,11 @@ public:
     // Deletes what is queued and not yet taken by the worker.
     void DropQueued();
 
+    // The end: Stop and DropQueued, and from now on Add deletes what it gets and Start does nothing, until Reopen.
+    void Shut();
+    void Reopen() { shut = false; }
+    bool IsShut() const { return shut; }
+
     // Whether a worker exists. False after Stop means that it touches nothing any more and no command runs.
     bool IsRunning() const { return running; }
 
@@ -54,6 +59,7 @@ private:
     // Their count, for the worker to look at without the lock: it looks a hundred times a second, mostly for nothing.
     std::atomic<std::size_t> waiting{0};
     CWorkerThread thread;
+    bool shut = false;
     std::atomic<bool> stopRequested{false};
     std::atomic<bool> running{false};
     CMutex

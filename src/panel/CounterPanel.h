@@ -56,6 +56,9 @@ public:
     void OnCancel() override {}
     bool PreTranslateMessage(MSG& message) override;
 
+    // The end: the poll timer is killed, whatever the captions say.
+    void StopWork();
+
     // Writes the record of the address into the controls; an address beyond the table changes nothing.
     void ShowCounter(std::int32_t address);
 

@@ -39,6 +39,11 @@ void CCounterPanel::StopPolling() {
     polling = false;
 }
 
+void CCounterPanel::StopWork() {
+    KillTimer(pollTimer);
+    polling = false;
+}
+
 void CCounterPanel::OnTimer(UINT_PTR id) {
     if (id == pollTimer) {
         const auto address = static_cast<std::uint8_t>(pollIndex++);

@@ -35,6 +35,7 @@ ResultText CCounterPanel::TakeResults(const ReplyBlock& block, const ResultPhras
 }
 
 LRESULT CCounterPanel::OnClearReply(WPARAM wParam, LPARAM) {
+    if (ComesAgainBehindMenu()) return 0;
     const auto block = TakeReply(wParam);
     if (!block) {
         if (wParam == 0) ShowText(LoadText(IDS_NO_RESPONSE));
@@ -48,6 +49,7 @@ LRESULT CCounterPanel::OnClearReply(WPARAM wParam, LPARAM) {
 }
 
 LRESULT CCounterPanel::OnWriteReply(WPARAM wParam, LPARAM) {
+    if (ComesAgainBehindMenu()) return 0;
     const auto block = TakeReply(wParam);
     if (!block) {
         if (wParam == 0) ShowText(LoadText(IDS_NO_RESPONSE));
@@ -64,6 +66,7 @@ LRESULT CCounterPanel::OnWriteReply(WPARAM wParam, LPARAM) {
 }
 
 LRESULT CCounterPanel::OnClockReply(WPARAM wParam, LPARAM) {
+    if (ComesAgainBehindMenu()) return 0;
     const auto block = TakeReply(wParam);
     if (!block) {
         if (wParam == 0) ShowText(LoadText(IDS_NO_RESPONSE));
@@ -77,6 +80,7 @@ LRESULT CCounterPanel::OnClockReply(WPARAM wParam, LPARAM) {
 }
 
 LRESULT CCounterPanel::OnAddressReply(WPARAM wParam, LPARAM) {
+    if (ComesAgainBehindMenu()) return 0;
     const auto block = TakeReply(wParam);
     if (!block) {
         if (wParam == 0) ShowText(LoadText(IDS_NO_RESPONSE));

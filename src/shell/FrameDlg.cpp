@@ -24,6 +24,11 @@ HICON LoadApplicationIcon() {
     return ::LoadIconA(FindResourceModule(name, RT_GROUP_ICON), name);
 }
 
+BOOL CALLBACK PassColorChange(HWND window, LPARAM) {
+    ::SendMessageA(window, WM_SYSCOLORCHANGE, 0, 0);
+    return TRUE;
+}
+
 } // namespace
 
 CFrameDlg::CFrameDlg(CWnd* parentWindow)
@@ -34,7 +39,9 @@ const CMessageMap& CFrameDlg::ClassMap() {
                                         On<WM_PAINT, &CFrameDlg::OnPaint>(),
                                         On<WM_QUERYDRAGICON, &CFrameDlg::OnQueryDragIcon>(),
                                         On<WM_SIZE, &CFrameDlg::OnSize>(),
+                                        On<WM_SYSCOLORCHANGE, &CFrameDlg::OnSysColorChange>(),
                                         On<WM_CLOSE, &CFrameDlg::OnClose>(),
+                                        OnMessage<WM_ENDSESSION, &CFrameDlg::OnEndSession>(),
                                         OnCommandId<ID_COM_SETTING, &CFrameDlg::OnComSetting>(),
                                         OnCommandId<ID_OPEN_LOG, &CFrameDlg::OnUnusedCommand>(),
                                         OnCommandId<ID_FRAME_UNUSED, &CFrameDlg::OnUnusedCommand>()};
@@ -136,7 +143,19 @@ void CFrameDlg::OnSize(UINT, int, int) {
     FitPanel();
 }
 
+// The platform tells top-level windows alone.
+void CFrameDlg::OnSysColorChange() {
+    ::EnumChildWindows(GetHandle(), &PassColorChange, 0);
+    Default();
+}
+
 void CFrameDlg::OnClose() {
-    EndDialog(IDCANCEL); // hides the window at once
-    StopCommands();      // while there still is one for the command in flight
+    EndAllLoops(); // hides every window at once
+    if (panel != nullptr) panel->StopWork();
+    StopCommands(); // while there still is a window for the command in flight
+}
+
+LRESULT CFrameDlg::OnEndSession(WPARAM ends, LPARAM) {
+    if (ends != 0) OnClose(); // the system may end the process as soon as this returns
+    return 0;
 }

@@ -46,7 +46,9 @@ private:
     void OnPaint();
     HICON OnQueryDragIcon() { return icon; }
     void OnSize(UINT kind, int width, int height);
+    void OnSysColorChange();
     void OnClose();
+    LRESULT OnEndSession(WPARAM ends, LPARAM);
     void OnUnusedCommand() {}
 
     HICON icon;                     // shared, never destroyed

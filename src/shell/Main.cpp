@@ -1,6 +1,7 @@
 // The program's entry.
 #include <windows.h>
 
+#include "link/CommandQueue.h"
 #include "shell/QuorvaneApp.h"
 
 namespace {
@@ -10,5 +11,9 @@ CQuorvaneApp theApp;
 } // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-    return theApp.Run();
+    const int result = theApp.Run();
+    // A worker that is still there hangs in a call, perhaps with the log in its hands: the orderly end would wait for
+    // that.
+    if (CCommandQueue::Instance()->IsRunning()) ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(result));
+    return result;
 }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "framework/ResourceModule.h"
+#include "link/CommandQueue.h"
 #include "shell/FrameDlg.h"
 #include "shell/StopCommands.h"
 #include "shell/StoredValues.h"
@@ -30,11 +31,12 @@ bool CQuorvaneApp::InitInstance() {
     const bool chinese = language == 1;
     if (chinese) LoadChineseResources();
 
+    CCommandQueue::Instance()->Reopen(); // a process may run the program more than once
     CFrameDlg frame(nullptr);
     mainWindow = &frame;
     frame.language = chinese; // also where the library is missing
     frame.DoModal();
-    StopCommands(); // for an end that the frame didn't see coming
+    StopCommands(); // for an end that the frame didn't see coming; else there is nothing left to wait for
     mainWindow = nullptr;
     return false;
 }

@@ -3,17 +3,19 @@
 #include <windows.h>
 
 #include "link/CommandQueue.h"
+#include "serial/CommPort.h"
 
 namespace {
 
-constexpr DWORD limit = 600; // ms; a command's pause is 200 at most
+constexpr DWORD limit = 500; // ms; a command's pause is 200 at most
 
 } // namespace
 
 void StopCommands() {
     CCommandQueue& queue = *CCommandQueue::Instance();
-    queue.Stop();
-    queue.DropQueued();
+    if (queue.IsShut()) return;
+    queue.Shut();
+    CCommPort::Instance()->Close();
     const HANDLE worker = queue.GetThreadHandle();
     if (worker == nullptr) return;
     const DWORD start = ::GetTickCount();
