@@ -11,8 +11,23 @@ export WINELOADER=/usr/lib/wine/wine64
 wineserver=/usr/lib/wine/wineserver
 prefixes=() # those whose server this script started
 
-# load_settings: the registry settings of every prefix, and those from standard input, in the form of a .reg file without its
-# first line.
+# font_settings: what stands in for fonts that Wine lacks.
+font_settings() {
+    cat <<'END'
+; The font of the Chinese dialogs, by one with the same widths and heights.
+[HKEY_CURRENT_USER\Software\Wine\Fonts\Replacements]
+"SimSun"="AR PL SungtiL GB"
+
+; Where title bars find Chinese glyphs: "wqy-microhei.ttc,WenQuanYi Micro Hei".
+[HKEY_LOCAL_MACHINE\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink]
+"Tahoma Bold"=hex(7):77,71,79,2d,6d,69,63,72,6f,68,65,69,2e,74,74,63,2c,57,65,6e,51,75,61,6e,59,\
+  69,20,4d,69,63,72,6f,20,48,65,69,00,00
+
+END
+}
+
+# load_settings [bare]: the registry settings of every prefix, and those from standard input, in the form of a .reg file
+# without its first line. Bare, without the stand-ins for fonts.
 load_settings() {
     {
         cat <<'END'
@@ -27,26 +42,18 @@ REGEDIT4
 [HKEY_CURRENT_USER\Software\Wine\Explorer\Desktops]
 "Quorvane"="1024x768"
 
-; The font of the Chinese dialogs, by one with the same widths and heights.
-[HKEY_CURRENT_USER\Software\Wine\Fonts\Replacements]
-"SimSun"="AR PL SungtiL GB"
-
-; Where title bars find Chinese glyphs: "wqy-microhei.ttc,WenQuanYi Micro Hei".
-[HKEY_LOCAL_MACHINE\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink]
-"Tahoma Bold"=hex(7):77,71,79,2d,6d,69,63,72,6f,68,65,69,2e,74,74,63,2c,57,65,6e,51,75,61,6e,59,\
-  69,20,4d,69,63,72,6f,20,48,65,69,00,00
-
 END
+        [[ -n ${1-} ]] || font_settings
         cat
     } >"$scratch/settings.reg"
     attend "$WINELOADER" regedit /S "Z:$scratch/settings.reg"
 }
 
-# prepare_prefix FOLDER ARCHITECTURE: WINEPREFIX is FOLDER under build/ (win64 or win32), its server runs until this script
+# prepare_prefix FOLDER ARCHITECTURE [bare]: WINEPREFIX is FOLDER under build/ (win64 or win32), its server runs until this script
 # ends, and no port of an earlier run is in it. Registry settings come from standard input, as for load_settings. A prefix
-# that is new, unfinished or of another Wine is made afresh.
+# that is new, unfinished or of another Wine is made afresh. A bare one has neither bitmap fonts nor stand-ins for others.
 prepare_prefix() {
-    local fresh='' stamp
+    local fresh='' stamp bare=${3-}
     export WINEPREFIX=$root/build/$1 WINEARCH=$2
     stamp="$("$WINELOADER" --version) $WINEARCH"
     "$wineserver" -k || true # one that a killed run left behind
@@ -54,8 +61,8 @@ prepare_prefix() {
         say "Making a Wine prefix in build/$1: some 10 s, once"
         rm -rf "$WINEPREFIX"
         mkdir -p "$WINEPREFIX/drive_c/windows/Fonts" || return
-        # Wine doesn't look for bitmap fonts outside of a prefix. Without the font "System" every dialog unit is wrong.
-        cp /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/" || return
+        # Wine doesn't look for bitmap fonts outside of a prefix.
+        [[ -n $bare ]] || cp /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/" || return
         fresh=yes
     fi
     rm -f "$WINEPREFIX"/dosdevices/com*
@@ -63,7 +70,7 @@ prepare_prefix() {
     attend "$wineserver" -p >/dev/null 2>&1
     [[ -z $fresh ]] || attend "$WINELOADER" wineboot -i >"$root/build/$1.log" 2>&1 || return
     # The first program starts Wine's services, which link the machine's ports; from then on links stay as they are set.
-    load_settings || return
+    load_settings "$bare" || return
     [[ -z $fresh ]] || say "$stamp" >"$WINEPREFIX/prepared"
 }
 
@@ -109,12 +116,14 @@ link_ports() {
     done
 }
 
-# join_ports: two null-modem cables, COM1 to COM2 and COM3 to COM4 of the prefix; tells the tests, and how they can pull
+# join_ports: two null-modem cables, laid once, COM1 to COM2 and COM3 to COM4 of the prefix; tells the tests, and how they can pull
 # the first one: by a file.
 join_ports() {
     local ends=("$scratch"/com{1,2,3,4}) pulled=$scratch/pulled end
-    begin "$root/build/cable.log" scripts/cable.sh "${ends[@]:0:2}" "$pulled"
-    begin "$root/build/cable2.log" scripts/cable.sh "${ends[@]:2:2}" "$scratch/never"
+    if [[ ! -e ${ends[0]} ]]; then
+        begin "$root/build/cable.log" scripts/cable.sh "${ends[@]:0:2}" "$pulled"
+        begin "$root/build/cable2.log" scripts/cable.sh "${ends[@]:2:2}" "$scratch/never"
+    fi
     for end in "${ends[@]}"; do
         poll 60 test -e "$end" || die "socat did not make a pair of pseudo-terminals"
     done
