@@ -80,6 +80,53 @@ TEST_F(HardUse, ClosedWithCommandsQueuedTheProgramIsGoneAtOnce) {
     }
 }
 
+// However it is asked to, and whatever stands in front of the window: its end is the end of everything.
+TEST_F(HardUse, ClosedUnderAnyWindowOrMenuTheProgramIsGoneAtOnce) {
+    const auto boxStands = [this] {
+        return Await([this] { return ::IsWindowVisible(::GetLastActivePopup(program.Frame())) && program.ShowsBox(); });
+    };
+    const auto menuStands = [] { return Await([] { return ::FindWindowA("#32768", nullptr) != nullptr; }); };
+    const struct {
+        const char* name;
+        std::function<bool()> open;
+    } rows[] = {
+        {"message", [&] { return program.PostCommand(IDC_CLEAR), boxStands(); }},
+        {"two messages", [&] { return program.PostCommand(IDC_CLEAR), program.PostCommand(IDC_CLEAR), boxStands(); }},
+        {"the platform's box",
+         [&] { return program.PostCommand(IDC_DIRECTION_OUT), program.PostCommand(IDC_UPDATE), boxStands(); }},
+        {"About", [&] { return program.PostCommand(ID_ABOUT), boxStands(); }},
+        {"COM Setting", [&] { return program.PostCommand(ID_COM_SETTING), boxStands(); }},
+        {"a popup of the bar", [&] { return program.Click(ID_PORT_MENU), menuStands(); }},
+        {"the system menu", [&] { return PressKey(VK_SPACE, VK_MENU), menuStands(); }},
+        {"the menu of an edit", [&] {
+             return ::PostMessageA(program.Control(IDC_ADDRESS_EDIT), WM_CONTEXTMENU, 0, MAKELPARAM(300, 300)),
+                    menuStands();
+         }}};
+    counters->BringFaults({"refuse *"});
+    for (const auto& row : rows) {
+        for (const UINT message : {WM_CLOSE, WM_ENDSESSION}) {
+            SCOPED_TRACE(row.name + std::string(message == WM_CLOSE ? ", close" : ", end of the session"));
+            ASSERT_NO_FATAL_FAILURE(StartPolling());
+            EXPECT_TRUE(row.open()) << "nothing came up";
+            const auto closed = Clock::now();
+            ::PostMessageA(program.Frame(), message, message == WM_ENDSESSION, 0);
+            EXPECT_EQ(program.AwaitExit(5s), 0U);
+            EXPECT_LT(Clock::now() - closed, 1s * TimeFactor());
+        }
+    }
+}
+
+// The menu's own loop lies beneath the message, and would keep the mouse.
+TEST_F(HardUse, AResultThatComesWhileAMenuIsOpenEndsTheMenu) {
+    StartProgram();
+    counters->BringFaults({"silent *"});
+    program.Click(ID_HELP_MENU);
+    ASSERT_TRUE(Await([] { return ::FindWindowA("#32768", nullptr) != nullptr; }));
+    program.PostCommand(IDC_CLEAR);
+    program.ExpectBox("No Response");
+    EXPECT_EQ(::FindWindowA("#32768", nullptr), nullptr);
+}
+
 TEST_F(HardUse, MadeUpRepliesAreIgnored) {
     PollAll();
     for (UINT message = WM_POLL_REPLY; message <= WM_SHOW_COUNTER; ++message) {
