@@ -42,6 +42,56 @@ TEST(HideDialogTemplate, ClearsOneBitOfTheStyleAndNothingElse) {
     }
 }
 
+// Both forms of a dialog at 1, -2 of 240 by 173 units, in "System" 10, with a caption, a control of a named class with
+// data and one of a class by number. The items begin at multiples of four bytes.
+TEST(ReadDialogLayout, BothFormsAndEveryCut) {
+    const auto words = [](std::initializer_list<int> values) {
+        std::vector<std::byte> bytes;
+        for (const int value : values) {
+            bytes.push_back(static_cast<std::byte>(value & 0xFF));
+            bytes.push_back(static_cast<std::byte>((value >> 8) & 0xFF));
+        }
+        return bytes;
+    };
+    const struct {
+        const char* name;
+        std::vector<std::byte> bytes;
+        DialogFont font;
+    } rows[] = {
+        {"plain",
+         words({0x40, 0x80C8, 0, 0, 2, 1, -2, 240, 173, 0,      0,    'Q', 0, 10, 'S', 'y', 's', 't', 'e', 'm', 0, 0, //
+                0,    0,      0, 0, 4, 5, 6,  7,   100, 'A',    0,    0,   4, 1,  2,   0,                             //
+                0,    0,      0, 0, 8, 9, 10, 11,  101, 0xFFFF, 0x80, 'x', 0, 0}),
+         {10, 0, false, 1, u"System"}},
+        {"extended",
+         words({1,   0xFFFF, 0,   0,   0,   0,   0x48, 0x80C8, 2,  1,  -2,  240, 173,    0,    0,   'Q', 0, 10,
+                700, 0x8601, 'S', 'y', 's', 't', 'e',  'm',    0,  0,                                          //
+                0,   0,      0,   0,   0,   0,   4,    5,      6,  7,  100, 0,   'A',    0,    0,   4,   1, 2, //
+                0,   0,      0,   0,   0,   0,   8,    9,      10, 11, 101, 0,   0xFFFF, 0x80, 'x', 0,   0}),
+         {10, 700, true, 134, u"System"}}};
+    for (const auto& row : rows) {
+        const auto layout = ReadDialogLayout(row.bytes);
+        ASSERT_TRUE(layout) << row.name;
+        EXPECT_EQ(layout->place, (DialogPlace{1, -2, 240, 173})) << row.name;
+        EXPECT_EQ(layout->font, row.font) << row.name;
+        EXPECT_EQ(layout->items, (std::vector<DialogPlace>{{4, 5, 6, 7}, {8, 9, 10, 11}})) << row.name;
+        for (std::size_t size = 0; size < row.bytes.size(); ++size) {
+            EXPECT_FALSE(ReadDialogLayout(Prefix(row.bytes, size))) << row.name << " cut to " << size;
+        }
+    }
+}
+
+TEST(DialogUnits, OfTheClassicFontsRoundToTheNearestPixel) {
+    EXPECT_EQ(BaseUnitsOf({10, 700, false, 134, u"System"}), (BaseUnits{8, 16}));
+    EXPECT_EQ(BaseUnitsOf({8, 0, false, 1, u"MS Sans Serif"}), (BaseUnits{6, 13}));
+    for (const DialogFont& other :
+         {DialogFont{8, 0, false, 1, u"System"}, DialogFont{9, 0, false, 134, u"SimSun"}, DialogFont{}})
+        EXPECT_EQ(BaseUnitsOf(other), std::nullopt);
+    EXPECT_EQ(ToPixels(283, 6, 4), 425); // 424.5
+    EXPECT_EQ(ToPixels(-3, 6, 4), -5);   // -4.5
+    EXPECT_EQ(ToPixels(5, 13, 8), 8);    // 8.1
+}
+
 // Control 300 gets "ab" with its zero, control 301 no data at all; an entry that no longer counts follows the end mark.
 const std::vector<std::byte> goodList =
     Bytes({0x2C, 1, 3, 4, 3, 0, 0, 0, 'a', 'b', 0, 0x2D, 1, 1, 4, 0, 0, 0, 0, 0, 0, 0x2E, 1, 3, 4, 0, 0, 0, 0});

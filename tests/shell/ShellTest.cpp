@@ -7,9 +7,12 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <gtest/gtest.h>
 
 #include "ScreenReader.h"
+#include "StrictControls.h"
 #include "TimeFactor.h"
 #include "framework/ResourceModule.h"
 #include "framework/WorkerThread.h"
@@ -155,6 +158,26 @@ TEST_F(ShellTest, ASecondCopyTouchesNothing) {
     EXPECT_EQ(Stored("COM"), missing);
     EXPECT_FALSE(CCommPort::Instance()->IsOpen());
     EXPECT_TRUE(RunProgram([] {})) << "there is no first copy any more";
+}
+
+// Neither a system without the date control nor a library with a spoilt template leaves an empty frame.
+TEST_F(ShellTest, WhatCanNotBeHadIsToldAndEndsTheProgram) {
+    haveNoControls = true;
+    {
+        const CBoxReader reader;
+        EXPECT_FALSE(RunProgram([] {}));
+        EXPECT_EQ(reader.texts, "Quorvane: The system has no date control. The program has to stop.|");
+    }
+    haveNoControls = false;
+    const HINSTANCE controls = ::GetModuleHandleA("comctl32");
+    WNDCLASSA picker{};
+    ASSERT_TRUE(::GetClassInfoA(controls, DATETIMEPICK_CLASSA, &picker) &&
+                ::UnregisterClassA(DATETIMEPICK_CLASSA, controls));
+    const CBoxReader reader;
+    EXPECT_FALSE(RunProgram([] {}));
+    EXPECT_EQ(reader.texts, "Quorvane: The main window can't be made. The program has to stop.|");
+    picker.lpszClassName = DATETIMEPICK_CLASSA;
+    EXPECT_NE(::RegisterClassA(&picker), 0);
 }
 
 TEST_F(ShellTest, APortThatDoesNotOpenStaysStored) {
