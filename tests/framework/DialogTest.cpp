@@ -72,6 +72,17 @@ TEST(ModalDialog, WithoutParentIsOwnedByTheLastPopupOfTheMainWindow) {
     outer.steps = {[&] {
         expectOwner(outer, main);
         inner.DoModal();
+        outer.meanwhile = [&] { // the platform's box is one of them
+            const HWND box = ::GetLastActivePopup(main.GetHandle());
+            if (box == outer.GetHandle() || box == main.GetHandle()) return;
+            EXPECT_EQ(::GetWindow(box, GW_OWNER), outer.GetHandle());
+            EXPECT_FALSE(outer.IsWindowEnabled());
+            ::EndDialog(box, IDOK);
+        };
+        EXPECT_EQ(main.MessageBox("text"), IDOK);
+        outer.meanwhile = nullptr;
+        EXPECT_TRUE(outer.IsWindowEnabled());
+        EXPECT_FALSE(main.IsWindowEnabled());
         const CTopWindow bystander;
         ::SetActiveWindow(bystander.GetHandle());
         outer.EndDialog(IDOK);
@@ -115,6 +126,36 @@ TEST(ModalDialog, EndsWithItsWindowHoweverThatGoes) {
     MSG message{}; // the loop outside ends as well
     while (::GetMessageA(&message, nullptr, 0, 0) > 0) continue;
     EXPECT_EQ(message.wParam, 3U);
+}
+
+// A capture would go on hearing the mouse, as the platform only disables the window.
+TEST(ModalDialog, TakesTheMouseAwayBeforeItDisables) {
+    CTopWindow owner;
+    CWnd child;
+    ASSERT_TRUE(child.Create("STATIC", "", WS_CHILD | WS_VISIBLE, {0, 0, 50, 50}, owner.GetHandle(), 1));
+    CScriptedDialog dialog(IDD_PLAIN, &owner);
+    ::SetCapture(child.GetHandle());
+    dialog.atInit = [] { EXPECT_EQ(::GetCapture(), nullptr); };
+    dialog.steps = {[] {}};
+    EXPECT_EQ(dialog.DoModal(), CScriptedDialog::scriptOver);
+}
+
+TEST(ModalDialog, AllOfThemEndTogetherAndNoneComesUpMeanwhile) {
+    CTopWindow main;
+    const CTestApp app(main);
+    CScriptedDialog outer(IDD_PLAIN), inner(IDD_PLAIN), late(IDD_PLAIN);
+    outer.steps = {[&] {
+        EXPECT_EQ(inner.DoModal(), IDCANCEL);
+        EXPECT_EQ(late.DoModal(), IDCANCEL);
+        EXPECT_EQ(main.MessageBox("text"), IDCANCEL);
+    }};
+    inner.steps = {[&] { main.MessageBox("text"); }};
+    inner.meanwhile = [] { CDialog::EndAllLoops(); };
+    EXPECT_EQ(outer.DoModal(), IDCANCEL);
+    EXPECT_FALSE(late.everVisible);
+    EXPECT_TRUE(main.IsWindowEnabled());
+    late.steps = {[] {}};
+    EXPECT_EQ(late.DoModal(), CScriptedDialog::scriptOver) << "now one comes up again";
 }
 
 TEST(ModalDialog, CloseBoxCancels) {
