@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "line/ReplyFaults.h"
-
 namespace {
 
 constexpr std::uint8_t obeyed = 0;
@@ -36,8 +34,7 @@ std::uint8_t Obey(CLineCounter& counter, const LineRequest& request, LineTime he
         counter.SetCounts({.extraByte = counter.Counts().extraByte});
         return obeyed;
     case RequestCode::SetAddress:
-        // Sent to all, it gives every counter the one new address. Real counters would then talk over each other; here
-        // they still take turns, so that one poll shows them all. 255 would be a counter that nobody can ask alone.
+        // Sent to all, it gives every counter the one new address. 255 would be one that nobody can ask alone.
         if (request.NewAddress() == allCountersAddress) return refused;
         counter.SetAddress(request.NewAddress());
         return obeyed;
@@ -49,6 +46,12 @@ std::uint8_t Obey(CLineCounter& counter, const LineRequest& request, LineTime he
         break;
     }
     return refused;
+}
+
+// Two voices at once: neither is understood while both speak.
+void Collide(LineBytes& spoken, LineBytes other, CLineRandom& random) {
+    if (other.size() > spoken.size()) spoken.swap(other);
+    for (std::size_t at = 0; at < other.size(); ++at) spoken[at] = random.Byte();
 }
 
 LineBytes ReadRecord(const CLineCounter& counter, RequestCode code, LineTime heard) {
@@ -68,10 +71,15 @@ CCounterLine::CCounterLine(const LineConfiguration& configuration, LineTime now)
     }
 }
 
+void CCounterLine::LeavePaceToPort(bool portKeepsPace) {
+    portPaces = portKeepsPace;
+    replies.LeavePaceToPort(portKeepsPace);
+}
+
 void CCounterLine::Feed(std::span<const std::uint8_t> bytes, LineTime now) {
     if (!plugged) return;
     for (const std::uint8_t byte : bytes) {
-        lastHeard = std::max(lastHeard, now) + byteTime;
+        lastHeard = portPaces ? now : std::max(lastHeard, now) + byteTime;
         parser.Add(byte);
         while (const auto request = parser.Next()) Serve(*request, lastHeard);
     }
@@ -82,15 +90,32 @@ void CCounterLine::Serve(const LineRequest& request, LineTime heard) {
         const auto length = static_cast<LineTime::rep>(request.frame.size());
         replies.Add(heard - length * byteTime, request.frame);
     }
+    // One turn for each address, and for those of its counters that a fault makes late.
+    struct Turn {
+        std::uint8_t asked;
+        SpokenReply reply;
+    };
+    std::vector<Turn> turns;
     for (CLineCounter& counter : counters) {
-        if (request.IsFor(counter.Address())) Answer(counter, request, heard);
+        const std::uint8_t asked = counter.Address();
+        if (!request.IsFor(asked)) continue;
+        auto reply = Answer(counter, request, heard);
+        if (!reply) continue;
+        const auto same = std::ranges::find_if(
+            turns, [&](const Turn& turn) { return turn.asked == asked && turn.reply.delay == reply->delay; });
+        if (same == turns.end()) {
+            turns.push_back({asked, std::move(*reply)});
+        } else {
+            Collide(same->reply.bytes, std::move(reply->bytes), random);
+        }
     }
+    for (Turn& turn : turns) Say(std::move(turn.reply), heard);
 }
 
-void CCounterLine::Answer(CLineCounter& counter, const LineRequest& request, LineTime heard) {
+std::optional<SpokenReply> CCounterLine::Answer(CLineCounter& counter, const LineRequest& request, LineTime heard) {
     const std::uint8_t asked = counter.Address();
     counter.Advance(heard);
-    if (faults.Take(LineFaultKind::Silent, asked)) return;
+    if (faults.Take(LineFaultKind::Silent, asked)) return std::nullopt;
 
     const bool isCommand = IsCommand(request.Code());
     LineBytes record;
@@ -103,15 +128,18 @@ void CCounterLine::Answer(CLineCounter& counter, const LineRequest& request, Lin
         record = ReadRecord(counter, request.Code(), heard);
     }
 
-    SpokenReply reply = SpeakRecord(std::move(record), asked, !isCommand, faults, random);
+    return SpeakRecord(std::move(record), asked, !isCommand, faults, random);
+}
+
+void CCounterLine::Say(SpokenReply reply, LineTime heard) {
     const LineTime start = heard + turnaround + reply.delay;
     if (reply.pause > LineTime(0) && reply.pauseAt < reply.bytes.size()) {
         const auto cut = reply.bytes.begin() + static_cast<std::ptrdiff_t>(reply.pauseAt);
         const LineTime resumed = start + static_cast<LineTime::rep>(reply.pauseAt) * byteTime + reply.pause;
-        replies.Add(resumed, LineBytes(cut, reply.bytes.end()));
+        replies.Add(resumed, LineBytes(cut, reply.bytes.end()), reply.latency);
         reply.bytes.erase(cut, reply.bytes.end());
     }
-    replies.Add(start, std::move(reply.bytes));
+    replies.Add(start, std::move(reply.bytes), reply.latency);
 }
 
 LineBytes CCounterLine::TakeDue(LineTime now) {

@@ -2,8 +2,10 @@
 //
 // The line keeps the pace of its baud rate in both directions (10 bits a byte: start, 8 data, stop), since a
 // pseudo-terminal or a buffer in memory has none: a request counts as heard when its last byte would have passed, and
-// after a short turnaround the reply comes byte by byte. A request to all counters is answered by one after the other,
-// in the order in which they were given. The line is full duplex: what is sent while a counter speaks is heard.
+// after a short turnaround the reply comes byte by byte. On a port with a pace of its own a request has been heard when
+// it comes, and a reply is handed over whole. A request to all counters is answered by one address after the other, in
+// the order in which they were given. Counters with one address speak at once, and nobody understands them. The line is
+// full duplex: what is sent while a counter speaks is heard.
 //
 // For one thread at a time. Times passed in never run backwards.
 #pragma once
@@ -19,13 +21,14 @@
 #include "line/LineFrames.h"
 #include "line/LineRandom.h"
 #include "line/LineTime.h"
+#include "line/ReplyFaults.h"
 #include "line/ReplyQueue.h"
 
 // The most people per minute past one counter.
 inline constexpr int highestLineRate = 100'000;
 
 struct LineConfiguration {
-    std::vector<std::uint8_t> addresses{0, 1, 3}; // one to six, each once, none of them 255
+    std::vector<std::uint8_t> addresses{0, 1, 3}; // one to six, none of them 255
     int baudRate = 4800;                          // 0: no pace, everything is due at once
     LineTime turnaround{1000};                    // between a request and its reply, and between two replies
     int peoplePerMinute = 0;                      // past each counter, up to highestLineRate
@@ -36,6 +39,9 @@ struct LineConfiguration {
 class CCounterLine {
 public:
     CCounterLine(const LineConfiguration& configuration, LineTime now);
+
+    // Whether the port keeps the line's pace by itself; at first it doesn't.
+    void LeavePaceToPort(bool portKeepsPace);
 
     // What the program has written. Garbage, and requests for nobody here, pass without a trace.
     void Feed(std::span<const std::uint8_t> bytes, LineTime now);
@@ -60,10 +66,13 @@ public:
 
 private:
     void Serve(const LineRequest& request, LineTime heard);
-    void Answer(CLineCounter& counter, const LineRequest& request, LineTime heard);
+    // What the counter says; none if it is silent.
+    std::optional<SpokenReply> Answer(CLineCounter& counter, const LineRequest& request, LineTime heard);
+    void Say(SpokenReply reply, LineTime heard);
 
     LineTime byteTime;
     LineTime turnaround;
+    bool portPaces = false;
     std::vector<CLineCounter> counters;
     CRequestParser parser;
     CReplyQueue replies;

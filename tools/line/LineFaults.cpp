@@ -18,7 +18,7 @@ struct KindRow {
     std::string_view description;
 };
 
-constexpr std::array<KindRow, 13> kinds{{
+constexpr std::array<KindRow, 14> kinds{{
     {LineFaultKind::Silent, "silent", false, 0, 0, 0, "neither obeys nor answers"},
     {LineFaultKind::Refuse, "refuse", true, 1, 1, 255, "doesn't obey, acknowledges with this status"},
     {LineFaultKind::Noise, "noise", true, 8, 1, 4096, "random bytes before, between and after records"},
@@ -31,6 +31,7 @@ constexpr std::array<KindRow, 13> kinds{{
     {LineFaultKind::Overlong, "overlong", true, 20, 1, 4096, "so many bytes too many in a record"},
     {LineFaultKind::GarbleDate, "garbledate", false, 0, 0, 0, "the clock is no decimal number"},
     {LineFaultKind::NoDate, "nodate", false, 0, 0, 0, "the clock is all zero"},
+    {LineFaultKind::Latency, "latency", true, 16, 1, 60'000, "the reply comes in lumps, every so many ms"},
     {LineFaultKind::Echo, "echo", false, 0, 0, 0, "the request itself comes back first"},
 }};
 

@@ -25,6 +25,7 @@ enum class LineFaultKind {
     Overlong,   // `value` bytes too many in the body, the checksum fits
     GarbleDate, // the clock of the record is no decimal number
     NoDate,     // the clock of the record is all zero: a month 0
+    Latency,    // the reply is handed over in lumps, every `value` ms, as USB adapters do
     Echo,       // the request comes back before the reply, as from an adapter that hears itself
 };
 

@@ -58,5 +58,6 @@ SpokenReply SpeakRecord(LineBytes record, std::uint8_t address, bool hasClock, C
     }
     reply.delay = std::chrono::milliseconds(faults.Take(LineFaultKind::Late, address).value_or(0));
     reply.pause = std::chrono::milliseconds(faults.Take(LineFaultKind::Split, address).value_or(0));
+    reply.latency = std::chrono::milliseconds(faults.Take(LineFaultKind::Latency, address).value_or(0));
     return reply;
 }

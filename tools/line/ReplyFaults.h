@@ -14,6 +14,7 @@ struct SpokenReply {
     LineTime delay{};        // beyond the usual turnaround
     std::size_t pauseAt = 0; // bytes before the pause
     LineTime pause{};        // 0: spoken in one piece
+    LineTime latency{};      // handed over in lumps at its multiples; 0: as spoken
 };
 
 // `record` is a whole record of the counter at `address`, with a clock field at byte 2 if `hasClock`. Counts down the

@@ -13,11 +13,16 @@ public:
     // `timeOfByte` is what one byte takes on the wire, `silence` the least between two transmissions.
     CReplyQueue(LineTime timeOfByte, LineTime silence) : byteTime(timeOfByte), gap(silence) {}
 
-    // Speaks `bytes` from `start` on, or as soon after it as the line is free. Those that wait are spoken in the order
-    // of their start, equal ones in the order in which they were added; none is cut into.
-    void Add(LineTime start, LineBytes bytes);
+    // Whether the port that the bytes go to takes a byte's time for each by itself. A transmission is then due as a
+    // whole when it begins; without it (so at first) each byte is due when its last bit has passed.
+    void LeavePaceToPort(bool portKeepsPace) { portPaces = portKeepsPace; }
 
-    // The bytes whose last bit has passed by `now`, in order.
+    // Speaks `bytes` from `start` on, or as soon after it as the line is free. Those that wait are spoken in the order
+    // of their start, equal ones in the order in which they were added; none is cut into. With a `latency` they are due
+    // in lumps, at its multiples.
+    void Add(LineTime start, LineBytes bytes, LineTime latency = LineTime(0));
+
+    // The bytes that are due by `now`, in order.
     LineBytes TakeDue(LineTime now);
     // When the next byte is due; none if nothing waits.
     std::optional<LineTime> NextDue() const;
@@ -28,14 +33,18 @@ private:
     struct Transmission {
         LineTime start;
         LineBytes bytes;
+        LineTime latency;
     };
-    LineTime FirstDue(const Transmission& transmission) const;
+    // The transmission that the next byte belongs to; null if nothing waits.
+    const Transmission* Current() const;
+    LineTime EndOfNextByte() const;
 
     LineTime byteTime;
     LineTime gap;
+    bool portPaces = false;
     std::deque<Transmission> waiting; // by rising start
-    LineBytes speaking;
+    Transmission speaking{};
     std::size_t spoken = 0;
-    LineTime lastDue{};     // end of the last byte spoken
-    bool everSpoke = false; // lastDue means something
+    LineTime lastEnd{};     // of the last byte spoken
+    bool everSpoke = false; // lastEnd means something
 };
