@@ -2,47 +2,72 @@
 #include "line/ComPort.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "line/LineWords.h"
 
 namespace {
 
-constexpr DWORD transferLimit = 1000; // milliseconds
+constexpr DWORD cancelLimit = 1000; // milliseconds
+// A write that takes longer is one that nobody makes room for.
+constexpr LineTime writeLimit(1'000'000);
+constexpr DWORD lookStep = 10;
+constexpr DWORD readLimit = 512;
 
-bool IsPortName(const std::string& name) {
-    return name.starts_with("COM") && ParseLineNumber(std::string_view(name).substr(3), 1, 256).has_value();
+// What the system says to an error, for the console that the program runs in.
+std::string ErrorText(DWORD error) {
+    std::array<wchar_t, 512> wide{};
+    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
+                                  wide.data(), static_cast<DWORD>(wide.size()), nullptr);
+    while (length > 0 && wide[length - 1] <= L' ') --length;
+    std::array<char, 1024> text{};
+    const int size = WideCharToMultiByte(GetConsoleOutputCP(), 0, wide.data(), static_cast<int>(length), text.data(),
+                                         static_cast<int>(text.size()), nullptr, nullptr);
+    return std::string(text.data(), static_cast<std::size_t>(size)) + " (error " + std::to_string(error) + ")";
 }
 
 } // namespace
 
-CComPort::CComPort(std::string portName, int baudRate)
-    : name(std::move(portName)), baud(baudRate), transferDone(CreateEventA(nullptr, TRUE, FALSE, nullptr)) {}
+CComPort::CComPort(int baudRate) : baud(baudRate) {}
 
 bool CComPort::Open(std::string& error) {
     Close();
-    if (!IsPortName(name)) {
-        error = "no port: \"" + name + "\"";
-        return false;
-    }
     // With the device prefix the numbers from 10 up are devices too, and no file is ever taken for one.
     const HANDLE opened = CreateFileA((R"(\\.\)" + name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
                                       OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
     if (opened == INVALID_HANDLE_VALUE) {
         const DWORD reason = GetLastError();
-        error = "can't open " + name + ": error " + std::to_string(reason);
+        error = "can't open " + name + ": " + ErrorText(reason);
         return false;
     }
     port.reset(opened);
-    if (SetUp()) {
-        // What came while nobody listened was never heard.
-        PurgeComm(port.get(), PURGE_RXCLEAR | PURGE_TXCLEAR);
-        return true;
-    }
+    reading = std::make_unique<Transfer>();
+    writing = std::make_unique<Transfer>();
+    // What came while nobody listened was never heard.
+    if (SetUp() && PurgeComm(port.get(), PURGE_RXCLEAR | PURGE_TXCLEAR) && Listen()) return true;
     const DWORD reason = GetLastError();
-    error = "can't set up " + name + ": error " + std::to_string(reason);
+    error = "can't set up " + name + ": " + ErrorText(reason);
     Close();
     return false;
+}
+
+void CComPort::Close() {
+    if (port) CancelIo(port.get());
+    Abandon(reading);
+    Abandon(writing);
+    waiting.clear();
+    port.reset();
+}
+
+void CComPort::Abandon(std::unique_ptr<Transfer>& transfer) {
+    const bool ended =
+        !transfer || !transfer->underWay || WaitForSingleObject(transfer->ended.get(), cancelLimit) == WAIT_OBJECT_0;
+    if (ended) {
+        transfer.reset();
+    } else {
+        static_cast<void>(transfer.release());
+    }
 }
 
 bool CComPort::SetUp() {
@@ -67,43 +92,93 @@ bool CComPort::SetUp() {
     state.fDtrControl = DTR_CONTROL_ENABLE;
     state.fRtsControl = RTS_CONTROL_ENABLE;
     if (!SetCommState(port.get(), &state)) return false;
-    // A read gives what is there and ends; a write isn't limited by the driver. All five are set, since those of the
-    // program before may be left.
+    // A transfer ends when all its bytes have passed and not before. All five are set, since those of the program
+    // before may be left.
     COMMTIMEOUTS timeouts{};
-    timeouts.ReadIntervalTimeout = MAXDWORD;
     return SetCommTimeouts(port.get(), &timeouts) != FALSE;
 }
 
-int CComPort::Finish(OVERLAPPED& transfer) {
-    const bool inTime = WaitForSingleObject(transferDone.get(), transferLimit) == WAIT_OBJECT_0;
-    // The caller's buffer is free again only when the transfer has told its end.
-    if (!inTime) CancelIo(port.get());
-    DWORD count = 0;
-    const bool ended = GetOverlappedResult(port.get(), &transfer, &count, TRUE) != FALSE;
-    return ended && inTime ? static_cast<int>(count) : -1;
+bool CComPort::KeepsPace() const {
+    DWORD modemLines = 0;
+    return GetCommModemStatus(port.get(), &modemLines) != FALSE;
+}
+
+CComPort::Progress CComPort::Look(Transfer& transfer, DWORD& count) {
+    if (!transfer.underWay) return Progress::Done;
+    const bool done = GetOverlappedResult(port.get(), &transfer.state, &count, FALSE) != FALSE;
+    if (!done && GetLastError() == ERROR_IO_INCOMPLETE) return Progress::UnderWay;
+    transfer.underWay = false;
+    ResetEvent(transfer.ended.get());
+    return done ? Progress::Done : Progress::Failed;
+}
+
+bool CComPort::Listen() {
+    // Any driver ends a read of one byte when it comes. What waits besides is asked for with the next read, or, where
+    // the driver doesn't tell, byte by byte.
+    DWORD errors = 0;
+    COMSTAT status{};
+    const bool told = ClearCommError(port.get(), &errors, &status) != FALSE;
+    const DWORD size = told ? std::clamp<DWORD>(status.cbInQue, 1, readLimit) : 1;
+    reading->bytes.resize(size);
+    reading->state = {};
+    reading->state.hEvent = reading->ended.get();
+    // One that ends at once signals its event as well.
+    reading->underWay = ReadFile(port.get(), reading->bytes.data(), size, nullptr, &reading->state) != FALSE ||
+                        GetLastError() == ERROR_IO_PENDING;
+    return reading->underWay;
 }
 
 bool CComPort::Read(LineBytes& bytes) {
     bytes.clear();
-    DWORD errors = 0;
-    COMSTAT status{};
-    if (!ClearCommError(port.get(), &errors, &status)) return false;
-    if (status.cbInQue == 0) return true;
-    bytes.resize(status.cbInQue);
-    OVERLAPPED transfer{};
-    transfer.hEvent = transferDone.get();
-    const bool accepted = ReadFile(port.get(), bytes.data(), status.cbInQue, nullptr, &transfer) != FALSE ||
-                          GetLastError() == ERROR_IO_PENDING;
-    const int count = accepted ? Finish(transfer) : -1;
-    bytes.resize(static_cast<std::size_t>(std::max(count, 0)));
-    return count >= 0;
+    if (!waiting.empty() && !Write({})) return false;
+    while (bytes.size() < readLimit) {
+        if (!reading->underWay && !Listen()) return false;
+        DWORD count = 0;
+        const Progress progress = Look(*reading, count);
+        if (progress != Progress::Done) return progress == Progress::UnderWay;
+        // A driver that doesn't keep a read waiting is asked again after a while, not at once and for ever.
+        if (count == 0) return true;
+        const auto begin = reading->bytes.begin();
+        bytes.insert(bytes.end(), begin, begin + static_cast<std::ptrdiff_t>(count));
+    }
+    return Listen();
+}
+
+bool CComPort::Send(LineBytes bytes) {
+    writing->bytes = std::move(bytes);
+    writing->state = {};
+    writing->state.hEvent = writing->ended.get();
+    writeBegun = SteadyLineTime();
+    writing->underWay = WriteFile(port.get(), writing->bytes.data(), static_cast<DWORD>(writing->bytes.size()), nullptr,
+                                  &writing->state) != FALSE ||
+                        GetLastError() == ERROR_IO_PENDING;
+    return writing->underWay;
 }
 
 bool CComPort::Write(std::span<const std::uint8_t> bytes) {
-    OVERLAPPED transfer{};
-    transfer.hEvent = transferDone.get();
-    const bool accepted =
-        WriteFile(port.get(), bytes.data(), static_cast<DWORD>(bytes.size()), nullptr, &transfer) != FALSE ||
-        GetLastError() == ERROR_IO_PENDING;
-    return accepted && Finish(transfer) >= 0;
+    waiting.insert(waiting.end(), bytes.begin(), bytes.end());
+    DWORD count = 0;
+    const Progress progress = Look(*writing, count);
+    if (progress == Progress::Failed) return false;
+    if (progress == Progress::UnderWay) {
+        if (SteadyLineTime() - writeBegun > writeLimit) waiting.clear();
+        return true;
+    }
+    return waiting.empty() || Send(std::exchange(waiting, {}));
+}
+
+DWORD CComPort::TimeToLook() const {
+    return !reading->underWay || !waiting.empty() ? lookStep : INFINITE;
+}
+
+std::vector<std::string> ComPortNames() {
+    std::vector<char> all(65'536);
+    const DWORD length = QueryDosDeviceA(nullptr, all.data(), static_cast<DWORD>(all.size()));
+    std::vector<std::string> names;
+    for (const char* each = all.data(); each < all.data() + length && *each != '\0'; each += names.back().size() + 1) {
+        names.emplace_back(each);
+    }
+    std::erase_if(names, [](const std::string& each) { return ComPortName(each) != each; });
+    std::ranges::sort(names, {}, [](const std::string& each) { return std::pair(each.size(), each); });
+    return names;
 }

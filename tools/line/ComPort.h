@@ -1,40 +1,71 @@
 // A COM port of Windows as the counters' end of a line.
 //
-// A read is issued for bytes that wait already, never for bytes to come: a read on a silent line would be a matter of
-// the driver's time-outs, which not all of them keep. So the caller asks every few milliseconds. For one thread.
+// A read pends until bytes come and a write until they are gone, and nobody waits for either: the caller waits for the
+// events among others. For one thread.
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 #include <windows.h>
 
 #include "line/Handle.h"
 #include "line/LinePort.h"
+#include "line/LineTime.h"
 
 class CComPort final : public CLinePort {
 public:
-    // `portName` is "COM1" to "COM256"; any other opens nothing.
-    CComPort(std::string portName, int baudRate);
+    explicit CComPort(int baudRate);
+    ~CComPort() override { CComPort::Close(); }
+
+    // Which port Open opens: "COM1" to "COM256".
+    void Choose(std::string portName) { name = std::move(portName); }
 
     // 8 data bits, no parity, one stop bit, no flow control.
     bool Open(std::string& error) override;
-    void Close() override { port.reset(); }
+    // Within a second, if the driver lets the handle go.
+    void Close() override;
     bool IsOpen() const override { return port != nullptr; }
     std::string Name() const override { return name; }
+    bool KeepsPace() const override;
     bool Read(LineBytes& bytes) override;
-    // A port that takes nothing for a second counts as gone.
     bool Write(std::span<const std::uint8_t> bytes) override;
 
+    // Signalled when Read has something to give; valid until the port is closed.
+    HANDLE InputEvent() const { return reading->ended.get(); }
+    // The milliseconds after which Read is to be called whatever the event says.
+    DWORD TimeToLook() const;
+
 private:
+    // What the driver works on while a transfer is under way.
+    struct Transfer {
+        Transfer() : ended(CreateEventA(nullptr, TRUE, FALSE, nullptr)) {}
+        OVERLAPPED state{};
+        UniqueHandle ended;
+        LineBytes bytes;
+        bool underWay = false;
+    };
+    enum class Progress { UnderWay, Done, Failed };
+
     bool SetUp();
-    // Waits for the end of a transfer that the port has accepted; the count of bytes, or -1 if it failed or took too
-    // long.
-    int Finish(OVERLAPPED& transfer);
+    bool Listen();
+    bool Send(LineBytes bytes);
+    // `count` is set when the transfer is done. One that isn't under way is done, with nothing.
+    Progress Look(Transfer& transfer, DWORD& count);
+    // Ends a transfer with the port. A driver that doesn't give it back in time keeps its memory.
+    static void Abandon(std::unique_ptr<Transfer>& transfer);
 
     std::string name;
     int baud;
-    UniqueHandle transferDone;
+    std::unique_ptr<Transfer> reading;
+    std::unique_ptr<Transfer> writing;
+    LineTime writeBegun{};
+    LineBytes waiting; // for the end of the write
     UniqueHandle port;
 };
+
+// The ports that the system knows of, by rising number.
+std::vector<std::string> ComPortNames();

@@ -9,6 +9,7 @@
 
 CControlReader::CControlReader() : shared(std::make_shared<Shared>()) {
     shared->hasLines.reset(CreateEventA(nullptr, TRUE, FALSE, nullptr));
+    shared->hasEnded.reset(CreateEventA(nullptr, TRUE, FALSE, nullptr));
     // Nothing ends a read of a console, so the thread is left to the end of the process and shares what it touches.
     std::thread(Run, shared).detach();
 }
@@ -22,7 +23,8 @@ void CControlReader::Run(const std::shared_ptr<Shared>& shared) {
     while (ReadFile(input, piece.data(), static_cast<DWORD>(piece.size()), &count, nullptr) && count > 0) {
         Hand(*shared, splitter.Add({piece.data(), count}));
     }
-    Hand(*shared, {splitter.TakeRest()});
+    if (std::string rest = splitter.TakeRest(); !rest.empty()) Hand(*shared, {std::move(rest)});
+    SetEvent(shared->hasEnded.get());
 }
 
 void CControlReader::Hand(Shared& shared, std::vector<std::string> lines) {
@@ -31,8 +33,11 @@ void CControlReader::Hand(Shared& shared, std::vector<std::string> lines) {
     if (!shared.lines.empty()) SetEvent(shared.hasLines.get());
 }
 
-std::vector<std::string> CControlReader::TakeLines() {
+std::optional<std::string> CControlReader::TakeLine() {
     const std::lock_guard guard(shared->lock);
-    ResetEvent(shared->hasLines.get());
-    return std::exchange(shared->lines, {});
+    if (shared->lines.empty()) return std::nullopt;
+    std::string line = std::move(shared->lines.front());
+    shared->lines.pop_front();
+    if (shared->lines.empty()) ResetEvent(shared->hasLines.get());
+    return line;
 }

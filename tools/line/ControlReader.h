@@ -2,8 +2,10 @@
 // a file have no wait in common.
 #pragma once
 
+#include <deque>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,13 +20,17 @@ public:
 
     // Signalled while there are lines to take.
     HANDLE LinesEvent() const { return shared->hasLines.get(); }
-    std::vector<std::string> TakeLines();
+    // The oldest line; none if there is none yet.
+    std::optional<std::string> TakeLine();
+    // Signalled when no more will come.
+    HANDLE EndEvent() const { return shared->hasEnded.get(); }
 
 private:
     struct Shared {
         UniqueHandle hasLines;
-        std::mutex lock; // of `lines` and the state of the event
-        std::vector<std::string> lines;
+        UniqueHandle hasEnded;
+        std::mutex lock; // of `lines` and the state of `hasLines`
+        std::deque<std::string> lines;
     };
     static void Run(const std::shared_ptr<Shared>& shared);
     static void Hand(Shared& shared, std::vector<std::string> lines);

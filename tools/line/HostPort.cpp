@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <stdlib.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
@@ -111,6 +112,11 @@ void CHostPort::Hangup() {
     }
     theirs.Close();
     ours.Close();
+}
+
+bool CHostPort::KeepsPace() const {
+    int modemLines = 0;
+    return ioctl(ours.Get(), TIOCMGET, &modemLines) == 0;
 }
 
 bool CHostPort::Read(LineBytes& bytes) {

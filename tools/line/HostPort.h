@@ -31,6 +31,8 @@ public:
     bool IsOpen() const override { return ours.IsOpen(); }
     // The device's path; the link may lead there.
     std::string Name() const override { return name; }
+    // A device with modem lines has it; a pseudo-terminal, one that is given as a device too, hasn't got any.
+    bool KeepsPace() const override;
     bool Read(LineBytes& bytes) override;
     bool Write(std::span<const std::uint8_t> bytes) override;
 

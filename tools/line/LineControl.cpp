@@ -25,13 +25,20 @@ struct Command {
     std::string (*run)(CCounterLine& line, Words words, LineTime now);
 };
 
-// All counters for "*", one for its address, none for anything else.
-std::vector<CLineCounter*> CountersNamed(CCounterLine& line, std::string_view word, LineTime now) {
+std::string Fail(const std::string& what) {
+    return "error: " + what;
+}
+
+// All counters for "*", those at an address for that; for anything else none, and an `error`.
+std::vector<CLineCounter*> CountersNamed(CCounterLine& line, std::string_view word, LineTime now, std::string& error) {
     std::vector<CLineCounter*> named;
-    const auto address = ParseLineNumber(word, 0, 254);
+    const bool all = word == "*";
+    const auto address = all ? 0 : ParseLineNumber(word, 0, highestLineAddress, error);
+    if (!address) return named;
     for (CLineCounter& counter : line.Counters(now)) {
-        if (word == "*" || (address && counter.Address() == *address)) named.push_back(&counter);
+        if (all || counter.Address() == *address) named.push_back(&counter);
     }
+    if (named.empty()) error = "no counter has the address " + std::string(word);
     return named;
 }
 
@@ -40,7 +47,7 @@ std::string RunFault(CCounterLine& line, Words words, LineTime /*now*/) {
     for (const std::string_view word : words) text.append(word).append(" ");
     std::string error;
     const auto fault = ParseLineFault(text, error);
-    if (!fault) return "error: " + error;
+    if (!fault) return Fail(error);
     line.Faults().Add(*fault);
     return std::string(done);
 }
@@ -58,10 +65,11 @@ std::string RunClear(CCounterLine& line, Words words, LineTime /*now*/) {
 
 std::string RunCounts(CCounterLine& line, Words words, LineTime now) {
     if (words.size() != 3) return std::string(badWords);
-    const auto named = CountersNamed(line, words[0], now);
-    const auto in = ParseLineNumber(words[1], 0, 65535);
-    const auto out = ParseLineNumber(words[2], 0, 65535);
-    if (named.empty() || !in || !out) return std::string(badWords);
+    std::string error;
+    const auto in = ParseLineNumber(words[1], 0, 65535, error);
+    const auto out = ParseLineNumber(words[2], 0, 65535, error);
+    const auto named = CountersNamed(line, words[0], now, error);
+    if (named.empty() || !in || !out) return Fail(error);
     for (CLineCounter* counter : named) {
         LineCounts counts = counter->Counts();
         counts.in = static_cast<std::uint16_t>(*in);
@@ -73,15 +81,16 @@ std::string RunCounts(CCounterLine& line, Words words, LineTime now) {
 
 std::string RunRate(CCounterLine& line, Words words, LineTime now) {
     if (words.size() != 2) return std::string(badWords);
-    const auto named = CountersNamed(line, words[0], now);
-    const auto rate = ParseLineNumber(words[1], 0, highestLineRate);
-    if (named.empty() || !rate) return std::string(badWords);
+    std::string error;
+    const auto rate = ParseLineNumber(words[1], 0, highestLineRate, error);
+    const auto named = CountersNamed(line, words[0], now, error);
+    if (named.empty() || !rate) return Fail(error);
     for (CLineCounter* counter : named) counter->SetRate(*rate, now);
     return std::string(done);
 }
 
-// False if the word is no setting.
-bool ChangeSetting(LineSettings& settings, std::string_view word) {
+// False if the word is no setting, or the value isn't allowed, which `error` then says.
+bool ChangeSetting(LineSettings& settings, std::string_view word, std::string& error) {
     struct Choice {
         std::string_view word;
         bool LineSettings::*flag;
@@ -99,9 +108,9 @@ bool ChangeSetting(LineSettings& settings, std::string_view word) {
             return true;
         }
     }
-    const auto change = [word](std::string_view key, int highest, std::uint8_t& target) {
+    const auto change = [word, &error](std::string_view key, int highest, std::uint8_t& target) {
         if (!word.starts_with(key)) return false;
-        const auto value = ParseLineNumber(word.substr(key.size()), 0, highest);
+        const auto value = ParseLineNumber(word.substr(key.size()), 0, highest, error);
         if (value) target = static_cast<std::uint8_t>(*value);
         return value.has_value();
     };
@@ -110,12 +119,13 @@ bool ChangeSetting(LineSettings& settings, std::string_view word) {
 
 std::string RunSettings(CCounterLine& line, Words words, LineTime now) {
     if (words.size() < 2) return std::string(badWords);
-    const auto named = CountersNamed(line, words[0], now);
-    if (named.empty()) return std::string(badWords);
+    std::string error;
+    const auto named = CountersNamed(line, words[0], now, error);
+    if (named.empty()) return Fail(error);
     for (CLineCounter* counter : named) {
         LineSettings settings = counter->Settings();
         for (const std::string_view word : words.subspan(1)) {
-            if (!ChangeSetting(settings, word)) return std::string(badWords);
+            if (!ChangeSetting(settings, word, error)) return error.empty() ? std::string(badWords) : Fail(error);
         }
         counter->SetSettings(settings);
     }
@@ -145,7 +155,12 @@ std::string RunHelp(CCounterLine& /*line*/, Words /*words*/, LineTime /*now*/) {
     return DescribeControlLines() + "Faults, each with its usual value:\n" + DescribeLineFaults();
 }
 
-constexpr std::array<Command, 10> commands{{
+// For what isn't the line's: it is carried out before, unless its words are wrong.
+std::string RunNothing(CCounterLine& /*line*/, Words /*words*/, LineTime /*now*/) {
+    return std::string(badWords);
+}
+
+constexpr std::array<Command, 12> commands{{
     {"fault", "KIND[=VALUE] [ADDRESS|*] [COUNT]", "a fault for one or all, for the next COUNT replies or for ever",
      RunFault},
     {"clear", "[KIND]", "ends all faults, or those of a kind", RunClear},
@@ -160,7 +175,9 @@ constexpr std::array<Command, 10> commands{{
      [](CCounterLine& line, Words words, LineTime /*now*/) { return RunPlug(line, true, words); }},
     {"status", "", "shows the counters",
      [](CCounterLine& line, Words /*words*/, LineTime now) { return DescribeCounters(line, now); }},
+    {"traffic", "on|off", "shows what passes on the line, or doesn't", RunNothing},
     {"help", "", "shows this", RunHelp},
+    {"quit", "", "ends the program", RunNothing},
 }};
 
 std::string Usage(const Command& command) {
@@ -174,14 +191,17 @@ std::string Usage(const Command& command) {
 ControlAnswer RunControlLine(CCounterLine& line, std::string_view text, LineTime now) {
     const auto words = SplitLineWords(text);
     if (words.empty() || words[0].starts_with('#')) return {};
-    if (words[0] == "quit") return {std::string(done), true};
+    if (words[0] == "quit") return {.text = std::string(done), .quit = true};
+    if (words[0] == "traffic" && words.size() == 2 && (words[1] == "on" || words[1] == "off")) {
+        return {.text = std::string(done), .traffic = words[1] == "on"};
+    }
     for (const Command& command : commands) {
         if (words[0] != command.name) continue;
         std::string answer = command.run(line, Words(words).subspan(1), now);
-        if (answer.empty()) answer = "error: write " + Usage(command);
+        if (answer.empty()) answer = Fail("write " + Usage(command));
         return {std::move(answer)};
     }
-    return {"error: no such command: \"" + std::string(words[0]) + "\""};
+    return {Fail("no such command: \"" + std::string(words[0]) + "\"")};
 }
 
 std::string DescribeControlLines() {
@@ -189,7 +209,7 @@ std::string DescribeControlLines() {
     for (const Command& command : commands) {
         text.append("  ").append(Usage(command)).append("\n      ").append(command.description).append("\n");
     }
-    return text + "  quit\n      ends the program\n";
+    return text;
 }
 
 std::string DescribeCounters(CCounterLine& line, LineTime now) {

@@ -1,6 +1,7 @@
 // The control lines of a running line: one command a line, in words.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -8,8 +9,9 @@
 #include "line/LineTime.h"
 
 struct ControlAnswer {
-    std::string text;  // for the user, without a line end: "ok", what was asked for, or "error: ..."
-    bool quit = false; // the program is to end
+    std::string text;              // for the user, without a line end: "ok", what was asked for, or "error: ..."
+    bool quit = false;             // the program is to end
+    std::optional<bool> traffic{}; // the traffic is to be shown, or not any more
 };
 
 // Carries out one control line at `now`. A blank line, and one that starts with '#', is answered by an empty text.

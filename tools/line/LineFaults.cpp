@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "line/LineFrames.h"
 #include "line/LineWords.h"
 
 namespace {
@@ -63,18 +64,19 @@ std::optional<LineFault> ParseLineFault(std::string_view text, std::string& erro
     if (row == nullptr) return fail("no such fault:", words[0]);
     LineFault fault{row->kind, std::nullopt, row->usual, 0};
     if (equals != std::string_view::npos) {
-        const auto value = ParseLineNumber(words[0].substr(equals + 1), row->lowest, row->highest);
-        if (!value || !row->takesValue) return fail("no such value:", words[0]);
+        if (!row->takesValue) return fail("this fault has no value:", words[0]);
+        const auto value = ParseLineNumber(words[0].substr(equals + 1), row->lowest, row->highest, error);
+        if (!value) return std::nullopt;
         fault.value = *value;
     }
     if (words.size() > 1 && words[1] != "*") {
-        const auto address = ParseLineNumber(words[1], 0, 254);
-        if (!address) return fail("no counter's address:", words[1]);
+        const auto address = ParseLineNumber(words[1], 0, highestLineAddress, error);
+        if (!address) return std::nullopt;
         fault.address = static_cast<std::uint8_t>(*address);
     }
     if (words.size() > 2) {
-        const auto count = ParseLineNumber(words[2], 1, 1'000'000);
-        if (!count) return fail("no count of replies:", words[2]);
+        const auto count = ParseLineNumber(words[2], 1, 1'000'000, error);
+        if (!count) return std::nullopt;
         fault.remaining = *count;
     }
     return fault;

@@ -14,6 +14,9 @@
 
 using LineBytes = std::vector<std::uint8_t>;
 
+// The address after it means all counters.
+inline constexpr int highestLineAddress = 254;
+
 // What a counter keeps besides its clock. Each flag is true where the wire bit is set or the word says yes.
 struct LineSettings {
     bool english = true;           // else Chinese

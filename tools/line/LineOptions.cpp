@@ -9,45 +9,53 @@
 
 namespace {
 
-bool ParseAddresses(std::string_view text, std::vector<std::uint8_t>& addresses) {
+void ParseAddresses(std::string_view text, std::vector<std::uint8_t>& addresses, std::string& error) {
     constexpr std::size_t mostCounters = counterCount;
     addresses.clear();
     for (const std::string_view word : SplitLineWords(text)) {
-        const auto address = ParseLineNumber(word, 0, 254);
-        if (!address) return false;
-        const auto byte = static_cast<std::uint8_t>(*address);
-        if (std::ranges::find(addresses, byte) != addresses.end()) return false;
-        addresses.push_back(byte);
+        const auto address = ParseLineNumber(word, 0, highestLineAddress, error);
+        if (!address) return;
+        addresses.push_back(static_cast<std::uint8_t>(*address));
     }
-    return !addresses.empty() && addresses.size() <= mostCounters;
+    if (addresses.empty() || addresses.size() > mostCounters) error = "one to six addresses";
 }
 
 template <class Number>
-bool ParseInto(std::string_view text, int lowest, int highest, Number& target) {
-    const auto value = ParseLineNumber(text, lowest, highest);
+void ParseInto(std::string_view text, int lowest, int highest, Number& target, std::string& error) {
+    const auto value = ParseLineNumber(text, lowest, highest, error);
     if (value) target = static_cast<Number>(*value);
-    return value.has_value();
 }
 
-// False if the value doesn't fit the option; `known` tells whether it is an option at all.
-bool TakeOption(std::string_view name, std::string_view value, LineOptions& options, bool& known, std::string& error) {
+// Whether the value is the first of two words, of which it must be one.
+bool IsFirst(std::string_view value, std::string_view first, std::string_view second, std::string& error) {
+    if (value != first && value != second) error = std::string(first) + " or " + std::string(second);
+    return value == first;
+}
+
+// False if it is no option of both programs; if the value doesn't fit, `error` says so.
+bool TakeOption(std::string_view name, std::string_view value, LineOptions& options, std::string& error) {
     LineConfiguration& configuration = options.configuration;
-    known = true;
-    if (name == "--counters") return ParseAddresses(value, configuration.addresses);
-    if (name == "--rate") return ParseInto(value, 0, highestLineRate, configuration.peoplePerMinute);
-    if (name == "--seed") return ParseInto(value, 0, std::numeric_limits<int>::max(), configuration.seed);
-    if (name == "--baud") return ParseInto(value, 0, 1'000'000, configuration.baudRate);
-    if (name == "--fault") {
-        const auto fault = ParseLineFault(value, error);
-        if (fault) options.faults.push_back(*fault);
-        return fault.has_value();
-    }
-    if (name == "--wire") {
+    if (name == "--counters") {
+        ParseAddresses(value, configuration.addresses, error);
+    } else if (name == "--rate") {
+        ParseInto(value, 0, highestLineRate, configuration.peoplePerMinute, error);
+    } else if (name == "--seed") {
+        ParseInto(value, 0, std::numeric_limits<int>::max(), configuration.seed, error);
+    } else if (name == "--baud") {
+        ParseInto(value, 0, 1'000'000, configuration.baudRate, error);
+    } else if (name == "--pace") {
+        options.portPaces = IsFirst(value, "port", "line", error);
+    } else if (name == "--traffic") {
+        options.showsTraffic = IsFirst(value, "on", "off", error);
+    } else if (name == "--fault") {
+        if (const auto fault = ParseLineFault(value, error)) options.faults.push_back(*fault);
+    } else if (name == "--wire") {
         options.wirePath = value;
-        return !value.empty();
+        if (value.empty()) error = "the path of a file";
+    } else {
+        return false;
     }
-    known = false;
-    return false;
+    return true;
 }
 
 } // namespace
@@ -69,21 +77,17 @@ bool ParseLineOptions(std::span<const char* const> arguments, std::initializer_l
         }
         const bool hasValue = arguments.size() > 1;
         const std::string value = hasValue ? arguments[1] : "";
-        bool known = std::ranges::find(ownNames, name) != ownNames.end();
-        bool good = true;
-        if (known) {
+        if (std::ranges::find(ownNames, name) != ownNames.end()) {
             options.own[name] = value;
-        } else {
-            good = TakeOption(name, value, options, known, error);
+        } else if (!TakeOption(name, value, options, error)) {
+            error = "no such option: " + name + "; --help shows them";
+            return false;
         }
-        if (!known) {
-            error = "no such option: " + name;
-        } else if (!hasValue) {
-            error = name + " wants a value";
-        } else if (!good && error.empty()) {
-            error = name + " can't be \"" + value + "\"";
+        if (!hasValue) error = "a value is missing";
+        if (!error.empty()) {
+            error = name + ": " + error;
+            return false;
         }
-        if (!error.empty()) return false;
         arguments = arguments.subspan(2);
     }
     return true;
@@ -98,13 +102,16 @@ CCounterLine StartLine(const LineOptions& options, const CalendarFields& date, L
 }
 
 std::string DescribeLineOptions() {
-    return "  --counters LIST    addresses, one to six, parted by commas (0,1,3)\n"
+    return "  --counters LIST    addresses, one to six, parted by commas (0,1,3); the same one twice collides\n"
            "  --rate N           people per minute past each counter (30)\n"
            "  --seed N           another run of people and noise (1)\n"
            "  --baud N           pace of the line; 0: none (4800)\n"
+           "  --pace line|port   whether the line waits each byte's time or the port does by itself (line, but for a\n"
+           "                     port with modem lines; a pair of virtual ports has them, and may have no pace)\n"
            "  --fault FAULT      a fault from the start, as after \"fault\" below; may be given again\n"
            "  --wire FILE        wire log: a line for each chunk, with microseconds of the monotonic clock,\n"
            "                     > for what came from the program or < for what went to it, and the bytes in hex\n"
+           "  --traffic on|off   shows what passes on the line: seconds, > from or < to the program, bytes (on)\n"
            "Control lines:\n" +
            DescribeControlLines() +
            "Faults, each with its usual value (\"torn 3\", \"noise=4 * 5\", \"late=150 2\"):\n" + DescribeLineFaults();

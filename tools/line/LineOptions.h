@@ -3,6 +3,7 @@
 
 #include <initializer_list>
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -16,7 +17,9 @@ LineConfiguration UsualLineConfiguration();
 struct LineOptions {
     LineConfiguration configuration = UsualLineConfiguration();
     std::vector<LineFault> faults;
-    std::string wirePath; // empty: no wire log
+    std::string wirePath;          // empty: no wire log
+    bool showsTraffic = true;      // on the screen
+    std::optional<bool> portPaces; // whether the port keeps the line's pace by itself; none: as the port says
     bool help = false;
     std::map<std::string, std::string, std::less<>> own; // values of the options that only one program has, by name
 };

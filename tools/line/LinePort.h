@@ -21,6 +21,10 @@ public:
     // How a program finds the port, once it is open.
     virtual std::string Name() const = 0;
 
+    // Whether a byte takes its time on the way to the program and back by itself, once it is open, as on a serial
+    // device; a pseudo-terminal passes everything at once.
+    virtual bool KeepsPace() const = 0;
+
     // What waits, without waiting; may be nothing. False if the port is gone.
     virtual bool Read(LineBytes& bytes) = 0;
     // What nobody makes room for is lost, as on a wire. False if the port is gone.

@@ -1,6 +1,7 @@
 // Words and numbers of a control line or an option.
 #include "line/LineWords.h"
 
+#include <algorithm>
 #include <charconv>
 #include <system_error>
 
@@ -15,10 +16,24 @@ std::vector<std::string_view> SplitLineWords(std::string_view text) {
     return words;
 }
 
-std::optional<int> ParseLineNumber(std::string_view word, int lowest, int highest) {
+std::optional<int> ParseLineNumber(std::string_view word, int lowest, int highest, std::string& error) {
     int value = 0;
     const char* const end = word.data() + word.size();
-    const auto [stop, error] = std::from_chars(word.data(), end, value);
-    if (error != std::errc() || stop != end || value < lowest || value > highest) return std::nullopt;
-    return value;
+    const auto [stop, failed] = std::from_chars(word.data(), end, value);
+    if (failed == std::errc() && stop == end && value >= lowest && value <= highest) return value;
+    error =
+        '"' + std::string(word) + "\" is no number from " + std::to_string(lowest) + " to " + std::to_string(highest);
+    return std::nullopt;
+}
+
+std::optional<std::string> ComPortName(std::string_view word) {
+    constexpr std::string_view prefix = "COM";
+    const auto isSame = [](char each, char capital) { return each == capital || each == capital - 'A' + 'a'; };
+    if (word.size() > prefix.size() && std::ranges::equal(word.substr(0, prefix.size()), prefix, isSame)) {
+        word.remove_prefix(prefix.size());
+    }
+    std::string ignored;
+    const auto number = ParseLineNumber(word, 1, 256, ignored);
+    if (!number) return std::nullopt;
+    return std::string(prefix) + std::to_string(*number);
 }

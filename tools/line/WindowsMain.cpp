@@ -1,12 +1,13 @@
 // QuorvaneLine.exe: the simulated counter line on a COM port, the far end of a null-modem pair.
 //
-// One thread that sleeps until there is a control line, Ctrl+C, or a byte is due, and looks for input every 2 ms, the
-// time of one byte.
+// One thread that sleeps until there is input, a control line, Ctrl+C, or a byte is due.
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include <windows.h>
 #include <mmsystem.h>
@@ -17,6 +18,7 @@
 #include "line/Handle.h"
 #include "line/LineOptions.h"
 #include "line/LineRunner.h"
+#include "line/LineWords.h"
 
 namespace {
 
@@ -53,31 +55,60 @@ int Complain(const std::string& text) {
 
 void ShowHelp() {
     std::printf("QuorvaneLine: people counters on a simulated serial line\n"
-                "  --port COM2        the COM port, joined to the program's by a null-modem cable or a pair of ports\n"
+                "  --port COM2        the COM port, joined to the program's by a null-modem cable or a pair of ports;\n"
+                "                     asked for if it isn't given\n"
                 "%s",
                 DescribeLineOptions().c_str());
 }
 
-// The time until something is to be done; without a port only a control line can bring that about.
-DWORD TimeToNextStep(const CComPort& port, const CLineRunner& runner) {
-    constexpr LineTime step(2000);
-    if (!port.IsOpen()) return INFINITE;
-    const auto due = runner.NextDue();
-    const auto left = due ? std::clamp(*due - SteadyLineTime(), LineTime(0), step) : step;
-    return static_cast<DWORD>(std::chrono::ceil<std::chrono::milliseconds>(left).count());
+// The next line that the user writes; none if there will be no more, or the program is to end.
+std::optional<std::string> AwaitLine(CControlReader& control) {
+    const std::array<HANDLE, 3> events{StopEvent(), control.LinesEvent(), control.EndEvent()};
+    WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE, INFINITE);
+    return control.TakeLine();
 }
 
-void Run(const CComPort& port, CLineRunner& runner) {
-    const CExactWaits exact;
-    CControlReader control;
-    const std::array<HANDLE, 2> events{StopEvent(), control.LinesEvent()};
+// Opens the port that the user chooses, who may try until one opens. False if none does.
+bool OpenChosenPort(CControlReader& control, CComPort& port, CLineRunner& runner, const std::string& wirePath) {
+    std::string list;
+    for (const std::string& name : ComPortNames()) list += " " + name;
+    Say("QuorvaneLine plays people counters on a COM port. Ports here:" + (list.empty() ? " none" : list) +
+        "\nWhich one? Write its name, such as COM2. (QuorvaneLine.exe --port COM2 doesn't ask; --help shows the "
+        "rest.)");
+    while (const auto text = AwaitLine(control)) {
+        const auto words = SplitLineWords(*text);
+        const auto name = words.size() == 1 ? ComPortName(words[0]) : std::nullopt;
+        std::string error = "\"" + *text + "\" is no port from COM1 to COM256";
+        if (name) {
+            port.Choose(*name);
+            if (runner.Start(wirePath, error)) return true;
+        }
+        Say(error + "\nWhich port?");
+    }
+    return false;
+}
+
+// The time until something is to be done; without a port only a control line can bring that about.
+DWORD TimeToNextStep(const CComPort& port, std::optional<LineTime> due) {
+    const DWORD look = port.IsOpen() ? port.TimeToLook() : INFINITE;
+    if (!due) return look;
+    const LineTime left = std::max(*due - SteadyLineTime(), LineTime(0));
+    return std::min(look, static_cast<DWORD>(std::chrono::ceil<std::chrono::milliseconds>(left).count()));
+}
+
+void Run(CControlReader& control, const CComPort& port, CLineRunner& runner) {
     bool goOn = true;
     while (goOn) {
-        const DWORD woken = WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE,
-                                                   TimeToNextStep(port, runner));
+        const auto due = runner.NextDue();
+        std::optional<CExactWaits> exact;
+        if (due) exact.emplace();
+        std::vector<HANDLE> events{StopEvent(), control.LinesEvent()};
+        if (port.IsOpen()) events.push_back(port.InputEvent());
+        const DWORD woken =
+            WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE, TimeToNextStep(port, due));
         if (woken == WAIT_OBJECT_0) return;
         runner.Receive(SteadyLineTime());
-        for (const std::string& text : control.TakeLines()) goOn = runner.Obey(text, SteadyLineTime()) && goOn;
+        while (const auto text = control.TakeLine()) goOn = runner.Obey(*text, SteadyLineTime()) && goOn;
         runner.Speak(SteadyLineTime());
     }
 }
@@ -93,10 +124,19 @@ int main(int argumentCount, char** arguments) {
         ShowHelp();
         return 0;
     }
+    const bool isPortGiven = options.own.contains("--port");
+    const auto name = ComPortName(options.own["--port"]);
+    if (isPortGiven && !name) return Complain("--port: COM1 to COM256");
     SetConsoleCtrlHandler(AskToStop, TRUE);
-    CComPort port(options.own["--port"], options.configuration.baudRate);
+    CControlReader control;
+    CComPort port(options.configuration.baudRate);
     CLineRunner runner(options, CTime::Now().GetLocalFields(), SteadyLineTime(), port, Say);
-    if (!runner.Start(options.wirePath, error)) return Complain(error);
-    Run(port, runner);
+    if (isPortGiven) {
+        port.Choose(*name);
+        if (!runner.Start(options.wirePath, error)) return Complain(error);
+    } else if (!OpenChosenPort(control, port, runner, options.wirePath)) {
+        return Complain("no port");
+    }
+    Run(control, port, runner);
     return 0;
 }
