@@ -21,6 +21,7 @@ public:
     void Close() override { open = false; }
     bool IsOpen() const override { return open; }
     std::string Name() const override { return "memory"; }
+    bool KeepsPace() const override { return false; }
     bool Read(LineBytes& bytes) override {
         bytes.swap(written);
         written.clear();
@@ -63,10 +64,14 @@ TEST_F(LineRunnerTest, LogsWhatPassesOnTheWire) {
     ASSERT_TRUE(runner.Start(path, error)) << error;
     EXPECT_EQ(Ask(clearOne, 1s, 1s + 16ms), "02 01");
     runner.Receive(1s + 17ms);
-    runner.Speak(1100ms);
+    runner.Speak(1040ms);
     std::ostringstream text;
     text << std::ifstream(path).rdbuf();
-    EXPECT_EQ(text.str(), "1000000 > 02 01 87 88 03\n1016000 < 02 01\n1100000 < 00 01 03\n");
+    EXPECT_EQ(text.str(), "1000000 > 02 01 87 88 03\n1016000 < 02 01\n1040000 < 00 01 03\n");
+    EXPECT_EQ(said, "line at memory\n1.000 > 02 01 87 88 03\n") << "the reply may go on";
+    EXPECT_EQ(runner.NextDue(), 1070ms);
+    runner.Speak(1070ms);
+    EXPECT_EQ(said, "line at memory\n1.000 > 02 01 87 88 03\n1.016 < 02 01 00 01 03\n");
     std::remove(path.c_str());
 
     EXPECT_FALSE(runner.Start(testing::TempDir() + "no/such/folder", error));
@@ -75,6 +80,7 @@ TEST_F(LineRunnerTest, LogsWhatPassesOnTheWire) {
 
 TEST_F(LineRunnerTest, PullsAndPlugsThePort) {
     ASSERT_TRUE(runner.Start("", error));
+    EXPECT_TRUE(runner.Obey("traffic off", 1s));
     EXPECT_TRUE(runner.Obey("pull", 1s));
     EXPECT_FALSE(port.open);
     EXPECT_EQ(Ask(clearOne, 1s, 2s), "");
@@ -82,7 +88,7 @@ TEST_F(LineRunnerTest, PullsAndPlugsThePort) {
     EXPECT_TRUE(port.open);
     EXPECT_EQ(Ask(clearOne, 2s, 3s), acknowledged);
     EXPECT_FALSE(runner.Obey("quit", 3s));
-    EXPECT_EQ(said, "line at memory\nok\nline at memory\nok\nok\n");
+    EXPECT_EQ(said, "line at memory\nok\nok\nline at memory\nok\nok\n");
 }
 
 TEST_F(LineRunnerTest, OutlivesAPortThatIsGone) {

@@ -12,6 +12,7 @@
 #include "line/CounterLine.h"
 #include "line/LineOptions.h"
 #include "line/LinePort.h"
+#include "line/TrafficView.h"
 #include "line/WireLog.h"
 
 class CLineRunner {
@@ -30,14 +31,18 @@ public:
     // Carries out a control line. False if the program is to end.
     bool Obey(std::string_view text, LineTime now);
 
-    std::optional<LineTime> NextDue() const { return line.NextDue(); }
+    // When Speak is to be called at the latest; none while nothing is under way.
+    std::optional<LineTime> NextDue() const;
 
 private:
     bool OpenPort(std::string& error);
     void LosePort();
+    void Note(WireDirection direction, const LineBytes& bytes, LineTime now);
 
     CCounterLine line;
+    std::optional<bool> portPaces; // what the user says
     CLinePort& port;
     std::function<void(const std::string&)> say;
     CWireLog log;
+    CTrafficView traffic;
 };

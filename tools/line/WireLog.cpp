@@ -3,15 +3,19 @@
 
 #include <string_view>
 
-std::string WireLogLine(WireDirection direction, std::span<const std::uint8_t> bytes, LineTime now) {
+std::string HexOfBytes(std::span<const std::uint8_t> bytes) {
     constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string text = std::to_string(now.count()) + ' ' + static_cast<char>(direction);
+    std::string text;
     for (const std::uint8_t byte : bytes) {
         text += ' ';
         text += digits[byte >> 4];
         text += digits[byte & 0x0F];
     }
-    return text + '\n';
+    return text;
+}
+
+std::string WireLogLine(WireDirection direction, std::span<const std::uint8_t> bytes, LineTime now) {
+    return std::to_string(now.count()) + ' ' + static_cast<char>(direction) + HexOfBytes(bytes) + '\n';
 }
 
 bool CWireLog::Open(const std::string& path) {

@@ -14,6 +14,9 @@ enum class WireDirection : char {
     ToProgram = '<',
 };
 
+// " 02 00 81": a blank and two digits for each byte.
+std::string HexOfBytes(std::span<const std::uint8_t> bytes);
+
 // "1234567 > 02 00 81 81 03" and a line end: microseconds, direction, bytes.
 std::string WireLogLine(WireDirection direction, std::span<const std::uint8_t> bytes, LineTime now);
 
