@@ -106,21 +106,6 @@ TEST_F(LineTest, KeepsThePaceOfTheLine) {
     EXPECT_EQ(line.NextDue(), std::nullopt);
 }
 
-TEST_F(LineTest, SixAcknowledgementsFitThePauseAndSixPollsDont) {
-    line = CCounterLine({.addresses = {0, 1, 2, 3, 4, 5}}, now);
-    Feed("02 FF 8A 12 07 02 16 21 20 FB 03");
-    const LineTime last = now + (11 + 6 * 5) * 2083us + 6 * 1ms;
-    EXPECT_EQ(line.TakeDue(last - 1us).size(), 29U);
-    EXPECT_EQ(line.TakeDue(last).size(), 1U);
-    EXPECT_LT(last - now, 100ms);
-
-    now += 1s;
-    Feed("02 FF 81 80 03");
-    EXPECT_LT(line.TakeDue(now + 100ms).size(), 3U * 17U);
-    now += 1s;
-    EXPECT_GT(line.TakeDue(now).size(), 3U * 17U) << "the rest waits for the next read";
-}
-
 TEST_F(LineTest, RequestsInARowAreAnsweredInARow) {
     Feed("02 00 87 87 03");
     Feed("02 03 87 8A 03");
