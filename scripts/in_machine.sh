@@ -57,7 +57,7 @@ product() {
     )
     start_test_ground || die "no desktop"
     cd build/x86/bin
-    begin "$root/build/line.log" "$WINELOADER" QuorvaneLine.exe --port COM2 --counters 0,1,3
+    begin "$root/build/line.log" "$WINELOADER" QuorvaneLine.exe --port COM2 --counters 0,1,3 --traffic off
     begin "$root/build/program.log" "$WINELOADER" Quorvane.exe
     cd "$root"
     # shellcheck disable=SC2317 # called by name

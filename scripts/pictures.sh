@@ -104,7 +104,7 @@ tell_line() { printf '%s\n' "$@" >"$scratch/control"; }
 connect_line() {
     mkfifo "$scratch/control"
     begin "$root/build/line.log" build/host-release/bin/quorvane-line \
-        --link "$scratch/com1" --control "$scratch/control" --counters 0,1 --rate 0 --baud 0
+        --link "$scratch/com1" --control "$scratch/control" --counters 0,1 --rate 0 --baud 0 --traffic off
     poll 5 test -e "$scratch/com1" || die "the simulated line did not come up"
     link_ports "$scratch/com1"
 }
