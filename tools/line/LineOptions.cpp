@@ -85,7 +85,7 @@ bool ParseLineOptions(std::span<const char* const> arguments, std::initializer_l
         }
         if (!hasValue) error = "a value is missing";
         if (!error.empty()) {
-            error = name + ": " + error;
+            error.insert(0, name + ": ");
             return false;
         }
         arguments = arguments.subspan(2);
