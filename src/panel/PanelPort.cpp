@@ -9,14 +9,10 @@
 #include "shell/StoredValues.h"
 
 void CCounterPanel::OnAddressButton(UINT id) {
+    // A rebuild leaves marks where they were, so several may be set, the clicked one too, which the click took away.
     CAddressButton& clicked = addressButtons[id - IDC_ADDRESS_BUTTON_FIRST];
-    if (selected == clicked.address) {
-        clicked.SetCheck(1, true);
-        return;
-    }
-    for (CAddressButton& button : addressButtons) {
-        if (&button != &clicked) button.SetCheck(0, true);
-    }
+    for (CAddressButton& button : addressButtons) button.SetCheck(&button == &clicked ? 1 : 0, true);
+    if (selected == clicked.address) return;
     selected = clicked.address;
     ShowCounter(selected);
 }
