@@ -109,9 +109,13 @@ void CCounterPanel::SetStartState() {
     OnEnglish();
     OnIn();
     OnNo();
-    SetDlgItemInt(IDC_SENSITIVITY_EDIT, 21);
-    SetDlgItemInt(IDC_SD_PERIOD_EDIT, 4);
-    SetDlgItemInt(IDC_ADDRESS_EDIT, 0);
+    constexpr WPARAM longestNumber = 9; // characters: whatever number they make has room in 32 bits
+    constexpr std::pair<int, int> numbers[] = {
+        {IDC_SENSITIVITY_EDIT, 21}, {IDC_SD_PERIOD_EDIT, 4}, {IDC_ADDRESS_EDIT, 0}};
+    for (const auto& [edit, number] : numbers) {
+        ::SendDlgItemMessageA(GetHandle(), edit, EM_LIMITTEXT, longestNumber, 0);
+        SetDlgItemInt(edit, number);
+    }
 }
 
 void CCounterPanel::LoadCaptions() {

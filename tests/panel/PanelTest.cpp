@@ -125,6 +125,21 @@ TEST_F(PanelTest, EditsKeepWhatIsTypedInTheirRange) {
               "250 250 0 0 - 9999999999 ");
     EXPECT_EQ(left(IDC_SD_PERIOD_EDIT, {"31", "32", "3", "", "x", "4294967301"}), "31 31 4 4 4 4 ");
     EXPECT_EQ(left(IDC_ADDRESS_EDIT, {"255", "300", "-7"}), "255 255 0 ");
+
+    // Of what the user pastes they take no more figures than can be read.
+    const std::string figures(11, '9');
+    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, figures.size() + 1);
+    std::ranges::copy_n(figures.c_str(), std::ssize(figures) + 1, static_cast<char*>(::GlobalLock(memory)));
+    ::GlobalUnlock(memory);
+    ASSERT_TRUE(::OpenClipboard(panel->GetHandle()) && ::EmptyClipboard() && ::SetClipboardData(CF_TEXT, memory));
+    ::CloseClipboard();
+    for (const auto& [edit, taken] :
+         {std::pair{IDC_SENSITIVITY_EDIT, "250"}, {IDC_SD_PERIOD_EDIT, "31"}, {IDC_ADDRESS_EDIT, "255"}}) {
+        Type(edit, "");
+        ::SendMessageA(Control(edit), EM_SETSEL, 0, -1);
+        ::SendMessageA(Control(edit), WM_PASTE, 0, 0);
+        EXPECT_EQ(Text(edit), taken) << edit;
+    }
 }
 
 TEST_F(PanelTest, StartPollsTheAddressesInTurnUntilStop) {
