@@ -190,7 +190,7 @@ private:
     bool polling = false;
     bool allCounters = false; // set: Update and Clear go to every counter on the line
     int lastPortState = -1;   // what ShowPortState showed last; -1 before its first call
-    std::string logPath;      // set once, before the worker can log
+    std::wstring logPath;     // set once, before the worker can log; wide, as a folder's name may be of any language
 
     // Shared with the worker.
     std::atomic<HWND> replyWindow{nullptr}; // this panel's window, from the beginning of its initialisation on

@@ -24,14 +24,14 @@ using File = std::unique_ptr<std::FILE, FileCloser>;
 } // namespace
 
 void CCounterPanel::PrepareLog() {
-    logPath = ProgramFolder() + "Quorvane.log";
-    const File emptied(std::fopen(logPath.c_str(), "w"));
+    logPath = ProgramFolderWide() + L"Quorvane.log";
+    const File emptied(::_wfopen(logPath.c_str(), L"w"));
 }
 
 void CCounterPanel::AppendLogLine(const std::string& text) const {
     // Opened and closed for every line: the file is complete at every moment, and free for other programs between
     // lines.
-    const File file(std::fopen(logPath.c_str(), "a+"));
+    const File file(::_wfopen(logPath.c_str(), L"a+"));
     if (file) std::fprintf(file.get(), "%s\n", FormatLogLine(CTime::Now(), text).c_str());
 }
 
@@ -63,5 +63,5 @@ void CCounterPanel::ShowTrafficTotals() {
 }
 
 void CCounterPanel::OnOpenLog() {
-    ::ShellExecuteA(nullptr, "open", logPath.c_str(), nullptr, nullptr, SW_SHOW);
+    ::ShellExecuteW(nullptr, L"open", logPath.c_str(), nullptr, nullptr, SW_SHOW);
 }

@@ -1,5 +1,6 @@
 // What became of the user's commands, the traffic log and its totals, and the port.
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <regex>
@@ -104,7 +105,7 @@ TEST_F(PanelTest, ThePortButtonIsRepaintedOncePerChange) {
     EXPECT_FALSE(repaints(true));
 }
 
-const std::string logPath = ProgramFolder() + "Quorvane.log";
+const std::filesystem::path logPath = ProgramFolderWide() + L"Quorvane.log";
 
 std::string ReadLog() {
     std::ifstream file(logPath, std::ios::binary);
@@ -136,12 +137,12 @@ TEST_F(PanelTest, TheLogHoldsOneRunLineByLine) {
 
 TEST_F(PanelTest, ALogThatCannotBeWrittenLosesItsLinesOnly) {
     ReleasePanel();
-    std::remove(logPath.c_str());
-    ASSERT_TRUE(::CreateDirectoryA(logPath.c_str(), nullptr));
+    std::filesystem::remove(logPath);
+    ASSERT_TRUE(std::filesystem::create_directory(logPath));
     CreatePanel();
     panel->LogTransmitted("abc", 3);
     Pump();
-    EXPECT_TRUE(::RemoveDirectoryA(logPath.c_str()));
+    EXPECT_TRUE(std::filesystem::remove(logPath));
     EXPECT_EQ(Text(IDC_TRANSMITTED_EDIT), "61 62 63 ");
     EXPECT_EQ(Text(IDC_TOTALS_LABEL), "TX:     3    RX:     0");
 }
