@@ -93,12 +93,14 @@ bool CCounterPanel::OnInitDialog() {
     replyWindow = GetHandle();
     CCommPort::Instance()->SetTap(this);
     LoadCaptions();
+    ListControls();
     PrepareIndicators();
     PlaceGround();
     PlaceLabels(); // before the buttons that they hold
     PlaceTopBar();
     PlaceButtons();
     PlaceBorders();
+    RestoreStacking();
     PrepareLog();
     SetStartState();
     initialized = true;

@@ -1,9 +1,9 @@
 // The main dialog: what is known of each counter, what the user may do with it, and the traffic on the line.
 //
 // Its concerns have a source each: CounterPanel.cpp (messages, start), PanelLayout.cpp (pictures and places of the
-// controls), PanelReplies.cpp (replies of polls and settings reads), PanelPolling.cpp (Start and Stop),
-// PanelSettings.cpp (choices, edits, Update, Clear), PanelResults.cpp (what became of a command), PanelMenus.cpp (the
-// popups), PanelPort.cpp (address buttons, port, language), PanelTraffic.cpp (log and totals).
+// controls), PanelKeys.cpp (Enter and Tab), PanelReplies.cpp (replies of polls and settings reads), PanelPolling.cpp
+// (Start and Stop), PanelSettings.cpp (choices, edits, Update, Clear), PanelResults.cpp (what became of a command),
+// PanelMenus.cpp (the popups), PanelPort.cpp (address buttons, port, language), PanelTraffic.cpp (log and totals).
 //
 // Everything runs on the user-interface thread but PostReply, LogTransmitted and LogReceived, which the worker calls.
 // The settings that the user edits live in the controls: of a pair of choices, the button in force is the disabled one.
@@ -12,6 +12,7 @@
 #include <array>
 #include <atomic>
 #include <string>
+#include <vector>
 
 #include "framework/Controls.h"
 #include "framework/Dialog.h"
@@ -85,6 +86,7 @@ private:
 
     // Start and layout. The layout is fixed in pixels; it doesn't follow the window.
     void LoadCaptions();
+    void ListControls();
     void PrepareIndicators();
     void FitPickerFont();
     void PlaceGround();
@@ -92,11 +94,14 @@ private:
     void PlaceTopBar();
     void PlaceButtons();
     void PlaceBorders();
+    void RestoreStacking() const;
     void SetStartState();
     void OnPaint();
     void OnSize(UINT kind, int width, int height);
     std::string ThemeFile(const char* name) const { return themeDir + "\\" + name; }
     void CaptionButton(CSkinButton& button, const std::string& text, COLORREF color);
+
+    void MoveFocus(bool backwards) const;
 
     // Replies of polls and settings reads.
     LRESULT OnPollReply(WPARAM wParam, LPARAM lParam);
@@ -164,6 +169,8 @@ private:
     void ShowTrafficTotals();
     void OnTrafficChange();
     void OnOpenLog();
+
+    std::vector<HWND> templateOrder; // its controls
 
     CSkinStatic panelStatic, dateLabel, languageLabel, sensitivityLabel, directionLabel, sdDetectLabel, sdPeriodLabel,
         addressLabel, totalsLabel, upperBorder, lowerBorder, rightBorder, inLabel, outLabel;

@@ -1,5 +1,6 @@
 // Where the panel's controls stand and which theme pictures they show. All places are pixels in the client area of the
-// control's parent: most controls move onto the ground, and the buttons of a choice onto its label.
+// control's parent: most controls move onto the ground, and the buttons of a choice onto its label. The template's
+// order holds for all of them: what covers what, what comes after what for Tab and for assistive software.
 #include "panel/CounterPanel.h"
 
 #include <utility>
@@ -25,13 +26,27 @@ void MoveTo(const CWnd& control, const Place& place, UINT flags = 0) {
     control.SetWindowPos(nullptr, place.x, place.y, place.width, place.height, flags);
 }
 
-constexpr COLORREF labelColor = 0xFF0000;      // blue
-constexpr COLORREF lampTextLit = 0x00B200;     // green
-constexpr COLORREF lampTextDark = 0x008000;    // dark green
-constexpr COLORREF digitGround = 0xFF0000;     // blue
-constexpr COLORREF digitColor = 0xFFFFFF;      // white
+constexpr COLORREF labelColor = 0xFF0000;   // blue
+constexpr COLORREF lampTextLit = 0x00B200;  // green
+constexpr COLORREF lampTextDark = 0x008000; // dark green
+constexpr COLORREF digitGround = 0xFF0000;  // blue
+constexpr COLORREF digitColor = 0xFFFFFF;   // white
 
 } // namespace
+
+void CCounterPanel::ListControls() {
+    for (HWND control = ::GetWindow(GetHandle(), GW_CHILD); control != nullptr;
+         control = ::GetWindow(control, GW_HWNDNEXT)) {
+        templateOrder.push_back(control);
+    }
+}
+
+// A control that has moved into another window stands on top of all that were there before.
+void CCounterPanel::RestoreStacking() const {
+    for (const HWND control : templateOrder) {
+        ::SetWindowPos(control, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+}
 
 void CCounterPanel::PrepareIndicators() {
     for (CSegmentDisplay* display : {&inDisplay, &outDisplay}) {

@@ -59,14 +59,3 @@ void CCounterPanel::SendPoll(std::uint8_t address) {
     command->address = address;
     CCommandQueue::Instance()->Add(std::move(command));
 }
-
-bool CCounterPanel::PreTranslateMessage(MSG& message) {
-    // The dialog keyboard of the platform would press the button that has the focus; here Enter means Start or Stop
-    // wherever the focus is. A key that is held down counts once.
-    if (message.message == WM_KEYDOWN && message.wParam == VK_RETURN) {
-        const bool repeated = (message.lParam & (1 << 30)) != 0;
-        if (!repeated) OnOK();
-        return true;
-    }
-    return CDialog::PreTranslateMessage(message);
-}

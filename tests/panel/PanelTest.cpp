@@ -182,6 +182,25 @@ TEST_F(PanelTest, EnterIsStartAndStopWhereverTheFocusIsAndEscapeIsNothing) {
     EXPECT_EQ(Sent(), Bytes()); // neither Update nor Clear
 }
 
+TEST_F(PanelTest, TabGoesDownTheSettingsAndThenTheLamps) {
+    FindTwoCounters();
+    Type(IDC_ADDRESS_EDIT, "7"), Type(IDC_TRANSMITTED_EDIT, "TX"), Type(IDC_RECEIVED_EDIT, "RX");
+    std::vector<std::string> walk{"Clear", "date", "Chinese", "21", "OUT", "YES",      "5",    "7",
+                                  "0",     "2",    "Update",  "TX", "RX",  "Open COM", "Start"};
+    for (const bool backwards : {true, false}) {
+        std::ranges::reverse(walk.begin(), walk.end() - 1);
+        BYTE keys[256]{};
+        keys[VK_SHIFT] = backwards ? 0x80 : 0;
+        ::SetKeyboardState(keys);
+        for (const std::string& text : walk) {
+            MSG message{::GetFocus(), WM_KEYDOWN, VK_TAB, 1, 0, {}};
+            EXPECT_TRUE(panel->PreTranslateMessage(message));
+            const int id = ::GetDlgCtrlID(::GetFocus());
+            EXPECT_EQ(id == IDC_DATE_PICKER ? "date" : Text(id), text);
+        }
+    }
+}
+
 TEST_F(PanelTest, UpdateSendsWhatDiffersFromTheShownCounter) {
     const auto write = [](std::uint8_t sensitivity, std::uint8_t settings, std::uint8_t minute = 6) {
         return Frame({0xFF, 0x88, 0x12, 3, 4, 5, minute, 7, 0, 0, 0, 0, 0, 0, sensitivity, settings});
