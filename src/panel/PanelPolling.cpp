@@ -11,10 +11,11 @@ constexpr UINT_PTR pollTimer = 101;
 } // namespace
 
 void CCounterPanel::OnStartStop() {
-    if (startButton.GetCaption() == startText) {
-        StartPolling();
-    } else {
+    // Not by the caption: where the system's code page lacks their characters, both captions read the same.
+    if (polling) {
         StopPolling();
+    } else {
+        StartPolling();
     }
 }
 
