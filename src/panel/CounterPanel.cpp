@@ -13,6 +13,7 @@ CCounterPanel::CCounterPanel() : CDialog(IDD_PANEL) {}
 
 const CMessageMap& CCounterPanel::ClassMap() {
     static constexpr std::array entries{
+        On<WM_DESTROY, &CCounterPanel::OnDestroy>(),
         On<WM_PAINT, &CCounterPanel::OnPaint>(),
         On<WM_SIZE, &CCounterPanel::OnSize>(),
         On<WM_TIMER, &CCounterPanel::OnTimer>(),
@@ -101,6 +102,7 @@ bool CCounterPanel::OnInitDialog() {
     PlaceButtons();
     PlaceBorders();
     RestoreStacking();
+    NameControls();
     PrepareLog();
     SetStartState();
     initialized = true;

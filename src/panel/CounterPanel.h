@@ -1,9 +1,10 @@
 // The main dialog: what is known of each counter, what the user may do with it, and the traffic on the line.
 //
 // Its concerns have a source each: CounterPanel.cpp (messages, start), PanelLayout.cpp (pictures and places of the
-// controls), PanelKeys.cpp (Enter and Tab), PanelReplies.cpp (replies of polls and settings reads), PanelPolling.cpp
-// (Start and Stop), PanelSettings.cpp (choices, edits, Update, Clear), PanelResults.cpp (what became of a command),
-// PanelMenus.cpp (the popups), PanelPort.cpp (address buttons, port, language), PanelTraffic.cpp (log and totals).
+// controls), PanelNames.cpp (for assistive software), PanelKeys.cpp (Enter and Tab), PanelReplies.cpp (replies of polls
+// and settings reads), PanelPolling.cpp (Start and Stop), PanelSettings.cpp (choices, edits, Update, Clear),
+// PanelResults.cpp (what became of a command), PanelMenus.cpp (the popups), PanelPort.cpp (address buttons, port,
+// language), PanelTraffic.cpp (log and totals).
 //
 // Everything runs on the user-interface thread but PostReply, LogTransmitted and LogReceived, which the worker calls.
 // The settings that the user edits live in the controls: of a pair of choices, the button in force is the disabled one.
@@ -95,9 +96,11 @@ private:
     void PlaceButtons();
     void PlaceBorders();
     void RestoreStacking() const;
+    void NameControls() const;
     void SetStartState();
     void OnPaint();
     void OnSize(UINT kind, int width, int height);
+    void OnDestroy();
     std::string ThemeFile(const char* name) const { return themeDir + "\\" + name; }
     void CaptionButton(CSkinButton& button, const std::string& text, COLORREF color);
 
