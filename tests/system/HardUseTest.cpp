@@ -4,11 +4,19 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <random>
 
+#include "Repeats.h"
 #include "SystemTest.h"
 #include "link/ReplyMessages.h"
 
 namespace {
+
+// The same clicks once more, if the seed of a run that failed is given.
+unsigned RandomSeed() {
+    const char* const given = std::getenv("QUORVANE_TEST_SEED");
+    return given != nullptr ? static_cast<unsigned>(std::strtoul(given, nullptr, 10)) : std::random_device{}();
+}
 
 class HardUse : public SystemTest {
 protected:
@@ -125,6 +133,69 @@ TEST_F(HardUse, AResultThatComesWhileAMenuIsOpenEndsTheMenu) {
     program.PostCommand(IDC_CLEAR);
     program.ExpectBox("No Response");
     EXPECT_EQ(::FindWindowA("#32768", nullptr), nullptr);
+}
+
+// Clicks at random places, many of them on Clear or on what lies over it, while messages come and go.
+TEST_F(HardUse, TheLineCarriesOnlyWhatWasPressed) {
+    const auto seed = RandomSeed();
+    SCOPED_TRACE("QUORVANE_TEST_SEED=" + std::to_string(seed));
+    std::mt19937 random(seed);
+    const auto chance = [&random](int percent) { return random() % 100 < static_cast<unsigned>(percent); };
+    counters->BringFaults({"silent *"});
+    StartProgram();
+    const HWND clear = program.Control(IDC_CLEAR);
+    RECT client{}, button{};
+    ::GetClientRect(program.Frame(), &client);
+    ::MapWindowPoints(program.Frame(), nullptr, reinterpret_cast<POINT*>(&client), 2);
+    ::GetWindowRect(clear, &button);
+    const auto within = [&random](const RECT& rect) {
+        return POINT{rect.left + static_cast<LONG>(random() % static_cast<unsigned>(rect.right - rect.left)),
+                     rect.top + static_cast<LONG>(random() % static_cast<unsigned>(rect.bottom - rect.top))};
+    };
+    // A box over Clear now and then, with its OK there.
+    const auto moveBox = [&](HWND box) {
+        RECT ok{}, whole{};
+        ::GetWindowRect(box, &whole);
+        if (!::GetWindowRect(CProgram::ControlIn(box, IDC_MESSAGE_OK), &ok)) return;
+        ::SetWindowPos(box, nullptr, whole.left + button.left - ok.left, whole.top + button.top - ok.top, 0, 0,
+                       SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_ASYNCWINDOWPOS);
+    };
+    const auto canPress = [&](POINT place) {
+        return ::WindowFromPoint(place) == clear && ::IsWindowEnabled(clear) && ::IsWindowEnabled(program.Frame());
+    };
+    std::ptrdiff_t least = 0, most = 0;
+    for (int clicks = Repeats(100); clicks > 0; --clicks) {
+        if (chance(10)) program.PostCommand(chance(50) ? IDC_UPDATE : ID_ABOUT);
+        if (::FindWindowA("#32768", nullptr) != nullptr) PressKey(VK_ESCAPE); // no row of a menu is chosen
+        if (program.ShowsBox()) {
+            if (chance(50)) moveBox(::GetLastActivePopup(program.Frame()));
+            if (chance(20)) PressKey(VK_ESCAPE);
+        }
+        const POINT place = within(chance(60) ? button : client);
+        ::SetCursorPos(place.x, place.y);
+        ASSERT_TRUE(program.Answers());
+        if (::FindWindowA("#32768", nullptr) != nullptr) continue;
+        const bool before = canPress(place);
+        ClickAt(place);
+        ASSERT_TRUE(program.Answers());
+        // A message may have come up just before the click.
+        if (before) ++most;
+        if (before && canPress(place)) ++least;
+    }
+    if (program.Text(IDC_START) == "Stop") program.SendCommand(IDC_START);
+    std::vector<LogLine> lines;
+    EXPECT_TRUE(Await([&] { // until nothing has gone out for two poll periods
+        const std::size_t former = lines.size();
+        std::this_thread::sleep_for(400ms);
+        lines = LogLines();
+        return lines.size() == former;
+    }));
+    const auto sent =
+        std::ranges::count_if(lines, [](const LogLine& line) { return line.sent && line.hex.substr(6, 2) == "87"; });
+    RecordProperty("clears", std::to_string(sent));
+    EXPECT_GT(most, 0);
+    EXPECT_GE(sent, least);
+    EXPECT_LE(sent, most);
 }
 
 TEST_F(HardUse, MadeUpRepliesAreIgnored) {

@@ -161,6 +161,10 @@ HWND CProgram::Control(int id) const {
     return FindControl(frame, id);
 }
 
+HWND CProgram::ControlIn(HWND window, int id) {
+    return FindControl(window, id);
+}
+
 std::string CProgram::Text(int id) const {
     return TextOf(Control(id));
 }

@@ -53,7 +53,8 @@ public:
 
     HWND Frame() const { return frame; } // known once Start has found it
     HWND Panel() const { return ::FindWindowExA(frame, nullptr, "#32770", nullptr); }
-    HWND Control(int id) const;     // at any depth
+    HWND Control(int id) const; // at any depth
+    static HWND ControlIn(HWND window, int id);
     std::string Text(int id) const; // UTF-8
     bool IsEnabled(int id) const { return ::IsWindowEnabled(Control(id)) != FALSE; }
     bool IsVisible(int id) const { return ::IsWindowVisible(Control(id)) != FALSE; }
