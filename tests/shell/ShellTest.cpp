@@ -284,18 +284,26 @@ TEST_F(ShellTest, ComSettingMovesTheLineWhenItIsConfirmed) {
     });
 }
 
-TEST_F(ShellTest, ClosingWaitsForNoMoreThanTheCommandInFlight) {
+TEST_F(ShellTest, ClosingWaitsOnceAndForNoMoreThanTheCommandInFlight) {
     struct CSlowCommand : CCommand {
-        void Execute() override { PauseThread(100); }
+        explicit CSlowCommand(std::uint32_t milliseconds) : time(milliseconds) {}
+        void Execute() override { PauseThread(time); }
+        std::uint32_t time;
     };
     using Clock = std::chrono::steady_clock;
-    Clock::time_point closed;
-    RunProgram([&] {
-        for (int i = 0; i < 100; ++i) CCommandQueue::Instance()->Add(std::make_unique<CSlowCommand>());
-        closed = Clock::now();
-    });
-    EXPECT_LT(Clock::now() - closed, std::chrono::seconds(1) * TimeFactor());
-    EXPECT_FALSE(CCommandQueue::Instance()->IsRunning());
+    for (const auto& [count, time] : {std::pair{100, 100U}, std::pair{2, 2000U * TimeFactor()}}) {
+        Clock::time_point closed;
+        CCommandQueue& queue = *CCommandQueue::Instance();
+        EXPECT_TRUE(RunProgram([&, count = count, time = time] {
+            for (int i = 0; i < count; ++i) queue.Add(std::make_unique<CSlowCommand>(time));
+            PauseThread(100); // until one is in flight
+            closed = Clock::now();
+        }));
+        EXPECT_LT(Clock::now() - closed, std::chrono::milliseconds(900) * TimeFactor()) << time;
+        EXPECT_EQ(queue.IsRunning(), time > 1000) << "one that hangs is left behind";
+        queue.Add(std::make_unique<CSlowCommand>(60000)); // nobody takes it any more
+        while (queue.IsRunning()) PauseThread(10);
+    }
 }
 
 } // namespace
