@@ -181,6 +181,7 @@ void CDialog::EndDialog(INT_PTR result) {
 void CDialog::EndAllLoops() {
     std::vector<CDialog*>& dialogs = Modals().dialogs;
     Modals().ending = !dialogs.empty();
+    EndMoving();
     LetGoOfMouse();
     for (auto dialog = dialogs.rbegin(); dialog != dialogs.rend(); ++dialog) (*dialog)->EndDialog(IDCANCEL);
     ::EnumThreadWindows(::GetCurrentThreadId(), &EndForeignDialog, 0);

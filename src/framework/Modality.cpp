@@ -3,6 +3,17 @@
 #include "framework/App.h"
 #include "framework/Wnd.h"
 
+namespace {
+
+GUITHREADINFO StateOfThread() {
+    GUITHREADINFO state{};
+    state.cbSize = sizeof state;
+    ::GetGUIThreadInfo(::GetCurrentThreadId(), &state); // leaves the flags clear if it fails
+    return state;
+}
+
+} // namespace
+
 HWND ModalOwner(const CWnd* parent) {
     if (parent != nullptr) return ::GetAncestor(parent->GetHandle(), GA_ROOT);
     const CWnd* mainWindow = CWinApp::MainWindow();
@@ -21,8 +32,12 @@ void LetGoOfMouse() {
 }
 
 bool IsMenuOpen() {
-    GUITHREADINFO state{};
-    state.cbSize = sizeof state;
     constexpr DWORD inMenu = GUI_INMENUMODE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE;
-    return ::GetGUIThreadInfo(::GetCurrentThreadId(), &state) != FALSE && (state.flags & inMenu) != 0;
+    return (StateOfThread().flags & inMenu) != 0;
+}
+
+void EndMoving() {
+    const GUITHREADINFO state = StateOfThread();
+    // As by the key: losing the capture ends that loop on some systems only.
+    if ((state.flags & GUI_INMOVESIZE) != 0) ::PostMessageA(state.hwndMoveSize, WM_KEYDOWN, VK_ESCAPE, 0);
 }

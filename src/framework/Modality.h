@@ -19,3 +19,6 @@ void LetGoOfMouse();
 
 // Whether a menu of this thread is open.
 bool IsMenuOpen();
+
+// Ends the loop in which a window of this thread follows the mouse by its title bar, if there is one.
+void EndMoving();

@@ -35,6 +35,27 @@ protected:
         ASSERT_EQ(program.Text(IDC_PORT), caption);
     }
 
+    static void MoveButton(DWORD flag) {
+        INPUT event{};
+        event.mi.dwFlags = flag;
+        ::SendInput(1, &event, sizeof event);
+    }
+
+    bool HoldTitleBar() const {
+        RECT window{};
+        ::GetWindowRect(program.Frame(), &window);
+        ::SetCursorPos(window.left + 100, window.top + 10);
+        MoveButton(MOUSEEVENTF_LEFTDOWN);
+        LONG x = window.left + 100;
+        return Await([&] {
+            ::SetCursorPos(x ^= 1, window.top + 10);
+            GUITHREADINFO state{};
+            state.cbSize = sizeof state;
+            ::GetGUIThreadInfo(::GetWindowThreadProcessId(program.Frame(), nullptr), &state);
+            return (state.flags & GUI_INMOVESIZE) != 0;
+        });
+    }
+
     // Within which 99 of 100 messages were answered, one sent every 5 ms.
     double SlowAnswerMilliseconds() const {
         std::vector<double> times;
@@ -105,6 +126,7 @@ TEST_F(HardUse, ClosedUnderAnyWindowOrMenuTheProgramIsGoneAtOnce) {
         {"About", [&] { return program.PostCommand(ID_ABOUT), boxStands(); }},
         {"COM Setting", [&] { return program.PostCommand(ID_COM_SETTING), boxStands(); }},
         {"a popup of the bar", [&] { return program.Click(ID_PORT_MENU), menuStands(); }},
+        {"the title bar held", [&] { return HoldTitleBar(); }},
         {"the system menu", [&] { return PressKey(VK_SPACE, VK_MENU), menuStands(); }},
         {"the menu of an edit", [&] {
              return ::PostMessageA(program.Control(IDC_ADDRESS_EDIT), WM_CONTEXTMENU, 0, MAKELPARAM(300, 300)),
@@ -120,6 +142,7 @@ TEST_F(HardUse, ClosedUnderAnyWindowOrMenuTheProgramIsGoneAtOnce) {
             ::PostMessageA(program.Frame(), message, message == WM_ENDSESSION, 0);
             EXPECT_EQ(program.AwaitExit(5s), 0U);
             EXPECT_LT(Clock::now() - closed, 1s * TimeFactor());
+            MoveButton(MOUSEEVENTF_LEFTUP);
         }
     }
 }
