@@ -1,6 +1,9 @@
 // The system's own calls: every operation hands its arguments on as they are.
 #include "serial/CommPlatform.h"
 
+// The headers offer it from Windows Vista on only, which the program needs for other reasons anyway.
+extern "C" WINBASEAPI BOOL WINAPI CancelIoEx(HANDLE file, OVERLAPPED* overlapped);
+
 CCommPlatform& CCommPlatform::System() {
     static auto* const system =
         new CCommPlatform; // never destroyed: at the program's end the worker may still be there
@@ -104,6 +107,6 @@ BOOL CCommPlatform::GetOverlappedResult(HANDLE line, OVERLAPPED* overlapped, DWO
     return ::GetOverlappedResult(line, overlapped, count, wait);
 }
 
-BOOL CCommPlatform::CancelIo(HANDLE line) {
-    return ::CancelIo(line);
+BOOL CCommPlatform::CancelIoEx(HANDLE line, OVERLAPPED* overlapped) {
+    return ::CancelIoEx(line, overlapped);
 }

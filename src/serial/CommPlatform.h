@@ -43,5 +43,5 @@ public:
     virtual BOOL ReadFile(HANDLE line, void* buffer, DWORD capacity, DWORD* got, OVERLAPPED* overlapped);
     virtual BOOL WaitCommEvent(HANDLE line, DWORD* events, OVERLAPPED* overlapped);
     virtual BOOL GetOverlappedResult(HANDLE line, OVERLAPPED* overlapped, DWORD* count, BOOL wait);
-    virtual BOOL CancelIo(HANDLE line);
+    virtual BOOL CancelIoEx(HANDLE line, OVERLAPPED* overlapped);
 };

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstring>
 #include <memory>
+#include <span>
 #include <vector>
 
 #include "serial/CommLine.h"
@@ -20,6 +21,7 @@ struct TransferBlock {
 
     OVERLAPPED overlapped{};
     DWORD count = 0;
+    DWORD events = 0;
     std::vector<std::byte> bytes;
 };
 
@@ -31,6 +33,9 @@ std::int32_t CheckTerms(const CCommLine& line, const TransferTerms& terms) {
     const bool blocks = !line.IsOverlapped();
     return blocks && (terms.overlapped != nullptr || terms.timeout != INFINITE) ? ERROR_INVALID_FUNCTION : 0;
 }
+
+// How long, in ms, a read at once is left to a driver that doesn't tell whether anything waits.
+constexpr std::uint32_t silentLimit = 2;
 
 // Only a transfer of our own in overlapped mode goes through a block; the others use the caller's memory and block, or
 // stay pending in the caller's hands.
@@ -50,17 +55,17 @@ std::int32_t IssueDirectly(const CCommLine& line, OVERLAPPED* overlapped, std::u
     return 0;
 }
 
+// Also a cancelled transfer has its count: what had passed by then.
 bool HasEnded(const CCommLine& line, TransferBlock& block) {
-    DWORD ignored = 0;
-    return line.Platform().GetOverlappedResult(line.Handle(), &block.overlapped, &ignored, FALSE) ||
+    return line.Platform().GetOverlappedResult(line.Handle(), &block.overlapped, &block.count, FALSE) ||
            ::GetLastError() != ERROR_IO_INCOMPLETE;
 }
 
-// Sees to it that a transfer has ended, for the block may not go before. CancelIo only asks, and only the thread that
-// issued the transfer can ask. False: the driver still holds the block.
+// Sees to it that a transfer has ended, for the block may not go before. CancelIoEx only asks, and waits for no driver.
+// False: the driver still holds the block.
 bool MakeEnd(const CCommLine& line, TransferBlock& block) {
     if (HasEnded(line, block)) return true;
-    line.Platform().CancelIo(line.Handle());
+    line.Platform().CancelIoEx(line.Handle(), &block.overlapped);
     line.Platform().WaitForSingleObject(block.overlapped.hEvent, CCommLine::cancelLimit);
     return HasEnded(line, block);
 }
@@ -108,14 +113,50 @@ std::int32_t RunBlock(CCommLine& line, std::unique_ptr<TransferBlock>& block, st
     return result;
 }
 
-// How much of `capacity` a read at once can hand over. A read that pends on a silent line would wait for the next byte
-// on some drivers, so what doesn't wait isn't asked for.
-std::int32_t LimitToWaiting(CCommLine& line, std::uint32_t& capacity) {
+struct LineStatus {
+    std::int32_t error; // why the driver can't tell
+    std::uint32_t waiting;
+};
+
+// Asks how many bytes wait. That clears the line's errors, which is wanted: with fAbortOnError, which another program
+// may have left set, the driver refuses every transfer until then.
+LineStatus ClearErrors(CCommLine& line) {
     DWORD errors = 0;
     COMSTAT status{};
-    if (!line.Platform().ClearCommError(line.Handle(), &errors, &status)) return LastPlatformError();
+    if (!line.Platform().ClearCommError(line.Handle(), &errors, &status)) return {LastPlatformError(), 0};
     line.keptErrors |= errors;
-    capacity = std::min<std::uint32_t>(capacity, status.cbInQue);
+    return {0, status.cbInQue};
+}
+
+// As much of `bytes` as the driver takes at once.
+std::int32_t WritePart(CCommLine& line, std::span<const std::byte> bytes, const TransferTerms& terms,
+                       std::uint32_t& written) {
+    CCommPlatform& platform = line.Platform();
+    const auto count = static_cast<DWORD>(bytes.size());
+    if (!NeedsBlock(line, terms)) {
+        return IssueDirectly(line, terms.overlapped, written, [&](DWORD* transferred, OVERLAPPED* overlapped) {
+            return platform.WriteFile(line.Handle(), bytes.data(), count, transferred, overlapped);
+        });
+    }
+    auto block = std::make_unique<TransferBlock>(count);
+    std::ranges::copy(bytes, block->bytes.begin());
+    const std::int32_t result = RunBlock(line, block, terms.timeout, true, [&](TransferBlock& own) {
+        return platform.WriteFile(line.Handle(), own.bytes.data(), count, &own.count, &own.overlapped);
+    });
+    if (result == 0) written = block->count;
+    return result;
+}
+
+std::int32_t ReadWithin(CCommLine& line, void* buffer, std::uint32_t capacity, std::uint32_t timeout, bool keepsCutRead,
+                        std::uint32_t& got) {
+    auto block = std::make_unique<TransferBlock>(capacity);
+    const std::int32_t result = RunBlock(line, block, timeout, true, [&](TransferBlock& own) {
+        return line.Platform().ReadFile(line.Handle(), own.bytes.data(), capacity, &own.count, &own.overlapped);
+    });
+    const bool isCut = result == ERROR_TIMEOUT && keepsCutRead && block != nullptr;
+    if (result != 0 && !isCut) return result;
+    got = std::min<std::uint32_t>(block->count, capacity);
+    std::copy_n(block->bytes.data(), got, static_cast<std::byte*>(buffer));
     return 0;
 }
 
@@ -124,42 +165,42 @@ std::int32_t LimitToWaiting(CCommLine& line, std::uint32_t& capacity) {
 std::int32_t TransferOut(CCommLine& line, const void* buffer, std::uint32_t count, const TransferTerms& terms,
                          std::uint32_t& written) {
     if (const std::int32_t refused = CheckTerms(line, terms)) return refused;
-    CCommPlatform& platform = line.Platform();
-    if (!NeedsBlock(line, terms)) {
-        return IssueDirectly(line, terms.overlapped, written, [&](DWORD* transferred, OVERLAPPED* overlapped) {
-            return platform.WriteFile(line.Handle(), buffer, count, transferred, overlapped);
-        });
+    ClearErrors(line);
+    std::span<const std::byte> rest(static_cast<const std::byte*>(buffer), count);
+    const DWORD begun = ::GetTickCount();
+    TransferTerms left = terms;
+    for (;;) {
+        std::uint32_t part = 0;
+        if (const std::int32_t failed = WritePart(line, rest, left, part)) return failed;
+        rest = rest.subspan(std::min<std::size_t>(part, rest.size()));
+        if (rest.empty() || part == 0 || terms.overlapped != nullptr) break;
+        if (terms.timeout != INFINITE)
+            left.timeout = terms.timeout - std::min<std::uint32_t>(terms.timeout, ::GetTickCount() - begun);
     }
-    auto block = std::make_unique<TransferBlock>(count);
-    std::copy_n(static_cast<const std::byte*>(buffer), count, block->bytes.data());
-    const std::int32_t result = RunBlock(line, block, terms.timeout, true, [&](TransferBlock& own) {
-        return platform.WriteFile(line.Handle(), own.bytes.data(), count, &own.count, &own.overlapped);
-    });
-    if (result == 0) written = block->count;
-    return result;
+    written = count - static_cast<std::uint32_t>(rest.size());
+    return 0;
 }
 
 std::int32_t TransferIn(CCommLine& line, void* buffer, std::uint32_t capacity, const TransferTerms& terms,
                         std::uint32_t& got) {
     if (const std::int32_t refused = CheckTerms(line, terms)) return refused;
+    std::uint32_t timeout = terms.timeout;
+    bool isSilent = false;
     if (terms.overlapped == nullptr && line.readsAtOnce) {
-        if (const std::int32_t failed = LimitToWaiting(line, capacity)) return failed;
-        if (capacity == 0) return 0;
+        // On some drivers a read of a silent line pends until the next byte comes, so what doesn't wait isn't asked
+        // for; others never tell that bytes wait, and are read all the same as long as that can be bounded.
+        const LineStatus status = ClearErrors(line);
+        isSilent = status.waiting == 0;
+        if (isSilent && !line.IsOverlapped()) return status.error;
+        if (isSilent)
+            timeout = std::min(timeout, silentLimit);
+        else
+            capacity = std::min(capacity, status.waiting);
     }
-    CCommPlatform& platform = line.Platform();
-    if (!NeedsBlock(line, terms)) {
-        return IssueDirectly(line, terms.overlapped, got, [&](DWORD* transferred, OVERLAPPED* overlapped) {
-            return platform.ReadFile(line.Handle(), buffer, capacity, transferred, overlapped);
-        });
-    }
-    auto block = std::make_unique<TransferBlock>(capacity);
-    const std::int32_t result = RunBlock(line, block, terms.timeout, true, [&](TransferBlock& own) {
-        return platform.ReadFile(line.Handle(), own.bytes.data(), capacity, &own.count, &own.overlapped);
+    if (NeedsBlock(line, terms)) return ReadWithin(line, buffer, capacity, timeout, isSilent, got);
+    return IssueDirectly(line, terms.overlapped, got, [&](DWORD* transferred, OVERLAPPED* overlapped) {
+        return line.Platform().ReadFile(line.Handle(), buffer, capacity, transferred, overlapped);
     });
-    if (result != 0) return result;
-    got = std::min<std::uint32_t>(block->count, capacity);
-    std::copy_n(block->bytes.data(), got, static_cast<std::byte*>(buffer));
-    return 0;
 }
 
 std::int32_t AwaitEvent(CCommLine& line, DWORD& events, const TransferTerms& terms) {
@@ -173,8 +214,8 @@ std::int32_t AwaitEvent(CCommLine& line, DWORD& events, const TransferTerms& ter
     }
     auto block = std::make_unique<TransferBlock>(0);
     const std::int32_t result = RunBlock(line, block, terms.timeout, false, [&](TransferBlock& own) {
-        return platform.WaitCommEvent(line.Handle(), &own.count, &own.overlapped);
+        return platform.WaitCommEvent(line.Handle(), &own.events, &own.overlapped);
     });
-    if (result == 0) events = block->count;
+    if (result == 0) events = block->events;
     return result;
 }

@@ -17,10 +17,12 @@ struct TransferTerms {
     std::uint32_t timeout;
 };
 
+// What the driver takes in part is followed by the rest, unless the OVERLAPPED is the caller's.
 std::int32_t TransferOut(CCommLine& line, const void* buffer, std::uint32_t count, const TransferTerms& terms,
                          std::uint32_t& written);
 
-// While the line reads at once, nothing is issued unless bytes wait.
+// While the line reads at once, the driver is asked what waits; if it tells nothing, it has a few ms to hand over what
+// it has all the same.
 std::int32_t TransferIn(CCommLine& line, void* buffer, std::uint32_t capacity, const TransferTerms& terms,
                         std::uint32_t& got);
 

@@ -2,6 +2,7 @@
 #include "serial/CommPort.h"
 
 #include <functional>
+#include <tuple>
 
 #include "serial/PortSelection.h"
 #include "SimulatedPlatform.h"
@@ -49,11 +50,11 @@ TEST(CommPortCalls, EveryFailingCallIsReportedOrPassedOver) {
         {"TakeErrors", "E", {}, [](auto& p, char*) { return p.TakeErrors(), p.LastError(); }},
         {"Purge", "E", {}, [](auto& p, char*) { return p.Purge(); }},
         {"SendBreak", "..", {}, [](auto& p, char*) { return p.SendBreak(); }},
-        {"Write", "E.", {}, [](auto& p, char* b) { return p.Write(b, 3, nullptr, nullptr, INFINITE); }},
-        {"Read", "EE.", {}, [](auto& p, char* b) { return p.Read(b, 8, nullptr, nullptr, INFINITE); }},
-        {"pending Write", "EEE", Transfers::EndWhenAwaited,
+        {"Write", ".E.", {}, [](auto& p, char* b) { return p.Write(b, 3, nullptr, nullptr, INFINITE); }},
+        {"Read", ".E.", {}, [](auto& p, char* b) { return p.Read(b, 8, nullptr, nullptr, INFINITE); }},
+        {"pending Write", ".EEE", Transfers::EndWhenAwaited,
          [](auto& p, char* b) { return p.Write(b, 3, nullptr, nullptr, INFINITE); }},
-        {"pending Read", "EEEE", Transfers::EndWhenAwaited,
+        {"pending Read", ".EEE", Transfers::EndWhenAwaited,
          [](auto& p, char* b) { return p.Read(b, 8, nullptr, nullptr, INFINITE); }},
         {"pending WaitForEvent", "EE", Transfers::EndWhenAwaited,
          [](auto& p, char*) { return p.WaitForEvent(nullptr, INFINITE); }},
@@ -161,7 +162,7 @@ TEST_F(CommPort, ClosedPortAnswersInvalidHandle) {
 TEST_F(CommPort, TransfersReportWhatPasses) {
     port.SetTap(&tap);
     Open();
-    platform.transfers = Transfers::EndWhenCancelled; // a read that is issued would never end
+    platform.transfers = Transfers::EndWhenCancelled;
     platform.errors = CE_FRAME;
     EXPECT_EQ(port.Read(buffer, 8, &count, nullptr, INFINITE), 0);
     EXPECT_EQ(count, 0U);
@@ -176,7 +177,7 @@ TEST_F(CommPort, TransfersReportWhatPasses) {
     EXPECT_EQ(port.Read(buffer, 8, &count, nullptr, INFINITE), 0);
     EXPECT_EQ(std::string(buffer, count), "01234567");
     EXPECT_EQ(port.Write("abc", 3, &count, nullptr, INFINITE), 0) << "usable after a timeout";
-    EXPECT_EQ(platform.written, "abc");
+    EXPECT_EQ(platform.written, "abcabc");
     EXPECT_EQ(port.WaitForEvent(nullptr, INFINITE), 0);
     EXPECT_EQ(port.TakeEvents(), static_cast<DWORD>(EV_BREAK)) << "EV_RING isn't in the mask";
     EXPECT_EQ(port.TakeEvents(), 0U);
@@ -196,6 +197,41 @@ TEST_F(CommPort, TransfersReportWhatPasses) {
     platform.CloseHandle(own.hEvent);
 }
 
+TEST_F(CommPort, ReadsWhatADriverHasWithoutTelling) {
+    using Tells = CSimulatedPlatform::Tells;
+    port.SetTap(&tap);
+    Open();
+    platform.passesBeforeCancel = 2;
+    for (const Tells tells : {Tells::Nothing, Tells::Error}) {
+        platform.tells = tells;
+        platform.received = "0123456789";
+        for (const auto& [transfers, read, told] : {std::tuple{Transfers::EndAtOnce, "01234567", "R8"},
+                                                    {Transfers::EndAtOnce, "89", "R2"},
+                                                    {Transfers::EndAtOnce, "", "R0"},
+                                                    {Transfers::EndWhenCancelled, "xx", "R2"}}) {
+            platform.transfers = transfers;
+            EXPECT_EQ(port.Read(buffer, 8, &count, nullptr, INFINITE), 0);
+            EXPECT_EQ(std::string(buffer, count), read);
+            EXPECT_EQ(tap.Take(), told);
+        }
+    }
+}
+
+TEST_F(CommPort, WritesTheWholeAndPastErrors) {
+    Open();
+    platform.abortsOnError = true;
+    for (const auto& [atMost, text, sent] :
+         {std::tuple{16U, "a frame of 19 bytes", "a frame of 19 bytes"}, {1U, "three", "three"}, {0U, "never", ""}}) {
+        platform.errors = CE_FRAME;
+        platform.takesAtMost = atMost;
+        platform.written.clear();
+        EXPECT_EQ(port.WriteString(text, &count, nullptr, 9000), 0);
+        EXPECT_EQ(platform.written, sent);
+        EXPECT_EQ(count, platform.written.size());
+        EXPECT_EQ(port.TakeErrors(), static_cast<DWORD>(CE_FRAME));
+    }
+}
+
 TEST_F(CommPort, PulledAdapterFailsAtOnceAndComesBack) {
     port.SetTap(&tap);
     Open();
@@ -213,18 +249,4 @@ TEST_F(CommPort, PulledAdapterFailsAtOnceAndComesBack) {
     EXPECT_TRUE(OpenSelectedPort(port, {}));
     EXPECT_EQ(port.Write("abc", 3, nullptr, nullptr, INFINITE), 0);
     EXPECT_EQ(tap.Take(), "T3 T3 closed T3");
-}
-
-TEST_F(CommPort, ProbesTellWhyAPortCantBeOpened) {
-    for (const auto& [error, answer] : {std::pair{ERROR_FILE_NOT_FOUND, 1}, {ERROR_ACCESS_DENIED, 2}, {31, -1}}) {
-        platform.failure = static_cast<DWORD>(error);
-        platform.failingCall = 1;
-        EXPECT_EQ(CCommPort::CheckPort("COM12", platform), answer);
-        platform.failingCall = 1;
-        EXPECT_FALSE(ProbePort("COM12", platform));
-    }
-    EXPECT_EQ(CCommPort::CheckPort("COM12", platform), 0);
-    EXPECT_TRUE(ProbePort("COM12", platform));
-    EXPECT_EQ(platform.path, R"(\\.\COM12)");
-    EXPECT_EQ(platform.OpenHandles(), 0U);
 }

@@ -2,16 +2,20 @@
 // transfers as told. Every handle it gives out is a real one, and the use of a handle that isn't open fails the test.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <cstring>
 #include <mutex>
 #include <set>
 #include <string>
+#include <thread>
 #include <utility>
 
 #include <gtest/gtest.h>
 
 #include "serial/CommPlatform.h"
+#include "TimeFactor.h"
 
 class CSimulatedPlatform : public CCommPlatform {
 public:
@@ -21,6 +25,18 @@ public:
     DWORD errors = 0;     // the line's error bits, until they are asked for
     DCB state{};
     COMMTIMEOUTS timeouts{1, 2, 3, 4, 5};
+
+    // What drivers are known to do.
+    enum class Tells { HowMuchWaits, Nothing, Error } tells = Tells::HowMuchWaits;
+    DWORD takesAtMost = MAXDWORD;         // of one write
+    DWORD passesBeforeCancel = 0;         // of a transfer that ends when cancelled
+    bool abortsOnError = false;           // no write while there are error bits
+    bool refusesEqualCharacters = false;  // for XON and XOFF
+    std::atomic<int> refusedOpenings = 0; // the next ones, with ERROR_ACCESS_DENIED
+    enum class Call { None, CreateFile, SetCommState, ReadFile, CancelIoEx, CloseHandle };
+    std::atomic<Call> held = Call::None; // the calls of that kind end when it becomes another one
+    std::atomic<int> holding = 0;        // such calls under way
+    std::atomic<int> openings = 0;       // calls of CreateFile
 
     // What was handed over.
     std::string path, written;
@@ -36,14 +52,21 @@ public:
         const std::scoped_lock hold(lock);
         return handles.size();
     }
+    // As what a driver held up is closed when it likes.
+    bool HandlesEnd() {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5) * TimeFactor();
+        while (OpenHandles() != 0 && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
+        return OpenHandles() == 0;
+    }
     bool HasPending() const { return pending.load() != nullptr; }
 
     // The driver gives its transfer back; a good one has filled its buffer.
     void EndPending(ULONG_PTR status) {
         OVERLAPPED* const ended = pending.exchange(nullptr);
         if (ended == nullptr) return;
-        if (pendingTarget != nullptr) std::memset(pendingTarget, 'x', pendingSize);
-        ended->InternalHigh = pendingSize;
+        const DWORD size = status == 0 ? pendingSize : passesBeforeCancel;
+        if (pendingTarget != nullptr) std::memset(pendingTarget, 'x', size);
+        ended->InternalHigh = size;
         std::atomic_ref(ended->Internal) = status;
         ::SetEvent(pendingEvent);
     }
@@ -51,6 +74,9 @@ public:
     HANDLE CreateFileA(const char* name, DWORD access, DWORD share, SECURITY_ATTRIBUTES*, DWORD disposition,
                        DWORD flags, HANDLE) override {
         EXPECT_TRUE(access == (GENERIC_READ | GENERIC_WRITE) && share == 0 && disposition == OPEN_EXISTING);
+        ++openings;
+        HoldIf(Call::CreateFile);
+        if (refusedOpenings > 0) return --refusedOpenings, ::SetLastError(ERROR_ACCESS_DENIED), INVALID_HANDLE_VALUE;
         if (Fails() || isGone) return ::SetLastError(failure), INVALID_HANDLE_VALUE;
         path = name;
         openFlags = flags;
@@ -62,6 +88,7 @@ public:
     }
     BOOL CloseHandle(HANDLE handle) override {
         EXPECT_FALSE(handle == device && HasPending() && transfers != Transfers::NeverEnd) << "closed under a transfer";
+        if (handle == device) HoldIf(Call::CloseHandle);
         const std::scoped_lock hold(lock);
         EXPECT_EQ(handles.erase(handle), 1U);
         return ::CloseHandle(handle) && !Fails();
@@ -87,14 +114,18 @@ public:
         EXPECT_EQ(current->DCBlength, 28U);
         return Put(line, *current, state);
     }
-    BOOL SetCommState(HANDLE line, DCB* changed) override { return Put(line, state, *changed); }
+    BOOL SetCommState(HANDLE line, DCB* changed) override {
+        HoldIf(Call::SetCommState);
+        if (refusesEqualCharacters && changed->XonChar == changed->XoffChar) return ::SetLastError(failure), FALSE;
+        return Put(line, state, *changed);
+    }
     BOOL GetCommTimeouts(HANDLE line, COMMTIMEOUTS* current) override { return Put(line, *current, timeouts); }
     BOOL SetCommTimeouts(HANDLE line, COMMTIMEOUTS* changed) override { return Put(line, timeouts, *changed); }
     BOOL SetCommMask(HANDLE line, DWORD changed) override { return Put(line, mask, changed); }
     BOOL ClearCommError(HANDLE line, DWORD* cleared, COMSTAT* status) override {
-        if (!Succeeds(line)) return FALSE;
+        if (!Succeeds(line) || tells == Tells::Error) return FALSE;
         *cleared = std::exchange(errors, 0);
-        if (status != nullptr) status->cbInQue = static_cast<DWORD>(received.size());
+        if (status != nullptr && tells == Tells::HowMuchWaits) status->cbInQue = static_cast<DWORD>(received.size());
         return TRUE;
     }
     BOOL PurgeComm(HANDLE line, DWORD what) override { return Put(line, purged, what); }
@@ -108,13 +139,18 @@ public:
 
     BOOL WriteFile(HANDLE line, const void* buffer, DWORD count, DWORD* done, OVERLAPPED* overlapped) override {
         if (!Succeeds(line)) return FALSE;
-        written.assign(static_cast<const char*>(buffer), count);
-        return Begin(nullptr, count, done, overlapped);
+        if (abortsOnError && errors != 0) return ::SetLastError(ERROR_OPERATION_ABORTED), FALSE;
+        const DWORD taken = std::min(count, takesAtMost);
+        written.append(static_cast<const char*>(buffer), taken);
+        return Begin(nullptr, taken, done, overlapped);
     }
     BOOL ReadFile(HANDLE line, void* buffer, DWORD capacity, DWORD* done, OVERLAPPED* overlapped) override {
         if (!Succeeds(line)) return FALSE;
-        if (transfers == Transfers::EndAtOnce) received.erase(0, received.copy(static_cast<char*>(buffer), capacity));
-        return Begin(buffer, capacity, done, overlapped);
+        HoldIf(Call::ReadFile);
+        if (transfers != Transfers::EndAtOnce) return Begin(buffer, capacity, done, overlapped);
+        const std::size_t size = received.copy(static_cast<char*>(buffer), capacity);
+        received.erase(0, size);
+        return Begin(buffer, static_cast<DWORD>(size), done, overlapped);
     }
     BOOL WaitCommEvent(HANDLE line, DWORD* events, OVERLAPPED* overlapped) override {
         DWORD ignored = 0;
@@ -128,8 +164,9 @@ public:
         ::SetLastError(status == statusPending ? ERROR_IO_INCOMPLETE : ERROR_OPERATION_ABORTED);
         return status == 0;
     }
-    BOOL CancelIo(HANDLE line) override {
-        EXPECT_EQ(pendingThread, ::GetCurrentThreadId()) << "a thread can cancel its own transfers only";
+    BOOL CancelIoEx(HANDLE line, OVERLAPPED* overlapped) override {
+        HoldIf(Call::CancelIoEx);
+        EXPECT_EQ(overlapped, pending.load());
         if (!Succeeds(line)) return FALSE;
         if (transfers != Transfers::NeverEnd) EndPending(statusCancelled);
         return TRUE;
@@ -138,6 +175,12 @@ public:
 private:
     static constexpr ULONG_PTR statusPending = 0x103, statusCancelled = 0xC0000120;
 
+    void HoldIf(Call call) {
+        if (held != call) return;
+        ++holding;
+        while (held == call) ::Sleep(1);
+        --holding;
+    }
     bool Fails() {
         if (failingCall == 0 || --failingCall != 0) return false;
         ::SetLastError(failure);
@@ -167,7 +210,6 @@ private:
         pendingTarget = target;
         pendingSize = size;
         pendingEvent = overlapped->hEvent;
-        pendingThread = ::GetCurrentThreadId();
         ::ResetEvent(pendingEvent);
         pending = overlapped;
         ::SetLastError(ERROR_IO_PENDING);
@@ -179,5 +221,5 @@ private:
     HANDLE device = nullptr, pendingEvent = nullptr;
     std::atomic<OVERLAPPED*> pending{nullptr};
     void* pendingTarget = nullptr;
-    DWORD pendingSize = 0, pendingThread = 0;
+    DWORD pendingSize = 0;
 };
