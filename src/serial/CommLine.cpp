@@ -27,29 +27,20 @@ std::int32_t CCommLine::CreateEvents(bool overlapped) {
 }
 
 void CCommLine::Leave() {
-    switch (gate.Leave()) {
-    case CUseGate::Leaving::Nothing:
-        break;
-    case CUseGate::Leaving::Tell:
-        platform.SetEvent(idleEvent.Get());
-        break;
-    case CUseGate::Leaving::Close:
-        CloseHandles();
-        break;
-    }
+    if (gate.Leave()) platform.SetEvent(idleEvent.Get());
 }
 
-void CCommLine::Close() {
-    // The door first: a transfer that begins after it is shut never issues anything, one that began before finds the
-    // event signalled when it comes to wait.
-    const bool used = gate.Shut();
+// The door first: a transfer that begins after it is shut never issues anything, one that began before finds the event
+// signalled when it comes to wait.
+void CCommLine::Shut() {
+    isUsed = gate.Shut();
     if (IsOverlapped()) platform.SetEvent(closingEvent.Get());
-    if (used && platform.WaitForSingleObject(idleEvent.Get(), closeLimit) != WAIT_OBJECT_0 && gate.HandOver()) return;
-    CloseHandles();
 }
 
 // The other two events end with the object: the last user may still be on its way out of SetEvent.
-void CCommLine::CloseHandles() {
+void CCommLine::CloseWhenLeft() {
+    if (isUsed && platform.WaitForSingleObject(idleEvent.Get(), INFINITE) != WAIT_OBJECT_0) return;
+    platform.PurgeComm(Handle(), PURGE_TXABORT | PURGE_RXABORT | PURGE_TXCLEAR | PURGE_RXCLEAR);
     overlappedEvent.Close();
     handle.Close();
 }

@@ -1,9 +1,9 @@
 // One opened line of the serial port, from the opening of its device to the closing of its handle.
 //
 // The thread that closes the line and the thread inside a transfer meet here. Whoever uses the handle or an event does
-// so between Enter and Leave. Close lets nobody in any more, signals `closingEvent`, which ends a waiting transfer, and
-// closes only when the last user has left: so no handle is closed, or its value used again, under a running call. The
-// object lives as long as anybody holds it; its handle ends with Close.
+// so between Enter and Leave. Shut lets nobody in any more and signals `closingEvent`, which ends a waiting transfer;
+// CloseWhenLeft closes only when the last user has left: so no handle is closed, or its value used again, under a
+// running call. The object lives as long as anybody holds it.
 #pragma once
 
 #include <atomic>
@@ -34,10 +34,8 @@ private:
 
 class CCommLine {
 public:
-    // Bounds in ms for a driver that misbehaves. A cancelled transfer is given `cancelLimit` to end. The users are
-    // given `closeLimit` to leave, which is enough unless one is held inside a driver's call.
-    static constexpr std::uint32_t cancelLimit = 1000;
-    static constexpr std::uint32_t closeLimit = 2 * cancelLimit;
+    // The bound in ms for a driver that misbehaves: so long a cancelled transfer is given to end.
+    static constexpr std::uint32_t cancelLimit = 300;
 
     // Takes `device`, a handle of an opened device, over.
     CCommLine(CCommPlatform& calls, HANDLE device);
@@ -51,9 +49,12 @@ public:
     bool Enter() { return gate.Enter(); }
     void Leave();
 
-    // For the closing thread, once. Waits at most `closeLimit` for the users; if one stays longer, the line is closed
-    // when it leaves.
-    void Close();
+    // For the thread that wants the line closed, once, and never held up.
+    void Shut();
+
+    // After Shut, on a thread that may be held: waits for the users, discards what the driver still wants to send, and
+    // closes. A user or a driver that never comes back keeps the thread and the handle.
+    void CloseWhenLeft();
 
     // The rest is for those inside.
     CCommPlatform& Platform() const { return platform; }
@@ -76,15 +77,14 @@ public:
     std::atomic<std::uint32_t> keptErrors{0};
 
 private:
-    void CloseHandles();
-
     CCommPlatform& platform;
     CUseGate gate;
+    bool isUsed = false; // when the door was shut
     std::atomic<bool> inFlight{false};
     CCommHandle handle;
     CCommHandle overlappedEvent;
-    CCommHandle closingEvent; // signalled from the beginning of Close on
-    CCommHandle idleEvent;    // signalled when the last user has left after the beginning of Close
+    CCommHandle closingEvent; // signalled by Shut
+    CCommHandle idleEvent;    // signalled when the last user has left after Shut
 };
 
 struct OpenedDevice {

@@ -4,10 +4,12 @@
 #include <array>
 #include <cstddef>
 #include <cstring>
+#include <utility>
 
 #include "serial/CommLine.h"
 #include "serial/CommPlatform.h"
 #include "serial/CommTransfer.h"
+#include "serial/HelperThreads.h"
 
 namespace {
 
@@ -47,12 +49,10 @@ std::int32_t HandshakingOf(const DCB& state) {
     return state.fOutX && state.fInX ? 2 : 0;
 }
 
-} // namespace
-
-// Holds the open line for a scope, if there is one: it isn't closed meanwhile.
-class CCommPort::CLineUse {
+// Holds an open line for a scope, if there is one: it isn't closed meanwhile.
+class CLineUse {
 public:
-    explicit CLineUse(const CCommPort& port) : held(port.line.load()) {
+    explicit CLineUse(std::shared_ptr<CCommLine> line) : held(std::move(line)) {
         if (held && !held->Enter()) held.reset();
     }
     CLineUse(const CLineUse&) = delete;
@@ -69,22 +69,27 @@ private:
     std::shared_ptr<CCommLine> held;
 };
 
+template <class Change>
+std::int32_t ChangeLineState(const CCommLine& line, const Change& change) {
+    DCB state{};
+    state.DCBlength = sizeof state;
+    if (!line.Platform().GetCommState(line.Handle(), &state)) return LastPlatformError();
+    const std::int32_t failed = change(state);
+    return line.Platform().SetCommState(line.Handle(), &state) ? failed : LastPlatformError();
+}
+
+} // namespace
+
 template <class Action>
 std::int32_t CCommPort::OnLine(const Action& action) {
     Record(0);
-    const CLineUse use(*this);
+    const CLineUse use(line.load());
     return Record(use ? action(*use) : ERROR_INVALID_HANDLE);
 }
 
 template <class Change>
 std::int32_t CCommPort::ChangeState(const Change& change) {
-    return OnLine([&](const CCommLine& open) {
-        DCB state{};
-        state.DCBlength = sizeof state;
-        if (!platform.GetCommState(open.Handle(), &state)) return LastPlatformError();
-        const std::int32_t failed = change(state);
-        return platform.SetCommState(open.Handle(), &state) ? failed : LastPlatformError();
-    });
+    return OnLine([&](const CCommLine& open) { return ChangeLineState(open, change); });
 }
 
 template <class Pick>
@@ -136,7 +141,7 @@ std::int32_t CCommPort::Open(const char* name, std::uint32_t inQueue, std::uint3
 }
 
 void CCommPort::ApplyDefaultConfig(const char* name) {
-    const CLineUse use(*this);
+    const CLineUse use(line.load());
     COMMCONFIG config{};
     static_assert(sizeof config == 52);
     config.dwSize = sizeof config;
@@ -150,21 +155,28 @@ std::int32_t CCommPort::Close() {
     Record(0);
     const std::shared_ptr<CCommLine> closing = line.exchange(nullptr);
     if (!closing) return 0;
-    closing->Close();
+    closing->Shut();
+    RunOnHelpers(closeLimit, [closing] { closing->CloseWhenLeft(); });
     if (CTrafficTap* receiver = tap) receiver->ShowPortState(false);
     return 0;
 }
 
 std::int32_t CCommPort::Configure(std::uint32_t baudRate, std::uint8_t dataBits, std::uint32_t parity,
                                   std::uint8_t stopBits) {
-    return ChangeState([&](DCB& state) {
+    const auto configure = [=](DCB& state) {
         state.BaudRate = baudRate;
         state.ByteSize = dataBits;
         state.Parity = static_cast<BYTE>(parity);
         state.StopBits = stopBits;
         state.fParity = parity != 0;
         return 0;
-    });
+    };
+    Record(0);
+    const auto use = std::make_shared<CLineUse>(line.load());
+    if (!*use) return Record(ERROR_INVALID_HANDLE);
+    const auto answer = std::make_shared<std::atomic<std::int32_t>>(ERROR_TIMEOUT);
+    RunOnHelpers(configureLimit, [use, answer, configure] { *answer = ChangeLineState(**use, configure); });
+    return Record(*answer);
 }
 
 std::int32_t CCommPort::SetEventChar(std::uint8_t eventChar, bool adjustMask) {
@@ -317,7 +329,7 @@ std::uint32_t CCommPort::TakeErrors() {
 // An unopened port is asked too: the platform refuses the null handle.
 bool CCommPort::GetModemLine(DWORD bit) {
     Record(0);
-    const CLineUse use(*this);
+    const CLineUse use(line.load());
     DWORD status = 0;
     if (!platform.GetCommModemStatus(use.Handle(), &status)) {
         Record(LastPlatformError());

@@ -46,14 +46,18 @@ public:
     virtual std::int32_t Open(const char* name, std::uint32_t inQueue, std::uint32_t outQueue, bool overlapped);
 
     // Ends a transfer under way, closes the line and tells the tap. 0 always; a closed port is left alone and the tap
-    // is not told. Waits only as long as the driver takes to give a cancelled transfer back. A driver that doesn't,
-    // within CCommLine::cancelLimit, keeps the transfer and its bytes for good.
+    // is not told. What the driver hasn't sent yet is discarded. If the driver holds the closing up for longer than
+    // `closeLimit`, the port counts as closed and a thread of its own waits for the driver. A driver that doesn't give
+    // a cancelled transfer back, within CCommLine::cancelLimit, keeps it and its bytes for good.
     virtual std::int32_t Close();
+    static constexpr std::uint32_t closeLimit = 400; // ms
 
     // Line parameters: `parity` 0 none, 1 odd, 2 even and `stopBits` 0 one, 2 two as in Win32's DCB, `dataBits` 5 to 8.
-    // Everything else of the line stays. On failure the former parameters stay.
+    // Everything else of the line stays. On failure the former parameters stay. ERROR_TIMEOUT (1460) after
+    // `configureLimit`, if the driver holds the call.
     virtual std::int32_t Configure(std::uint32_t baudRate, std::uint8_t dataBits, std::uint32_t parity,
                                    std::uint8_t stopBits);
+    static constexpr std::uint32_t configureLimit = 1000; // ms
 
     // The character whose arrival is an event; with `adjustMask` EV_RXFLAG is added to the event mask.
     virtual std::int32_t SetEventChar(std::uint8_t eventChar, bool adjustMask);
@@ -132,8 +136,6 @@ public:
     std::int32_t LastError() const { return lastError; }
 
 private:
-    class CLineUse;
-
     std::int32_t Record(std::int32_t code) { return lastError = code; }
 
     // The shape of most operations: clear the error, hold the line, record what the action on it answers.

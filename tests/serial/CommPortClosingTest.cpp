@@ -27,8 +27,9 @@ protected:
     std::future<std::int32_t> BeginTransfer(std::function<std::int32_t()> transfer) {
         auto result = std::async(std::launch::async, std::move(transfer));
         const auto deadline = std::chrono::steady_clock::now() + 5s * TimeFactor();
-        while (!platform.HasPending() && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
-        EXPECT_TRUE(platform.HasPending());
+        const auto hasIt = [&] { return platform.HasPending() || platform.holding != 0; };
+        while (!hasIt() && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
+        EXPECT_TRUE(hasIt());
         return result;
     }
 
@@ -80,26 +81,28 @@ TEST_F(CommPortClosing, LeavesTheMemoryOfAnEndlessTransferToTheDriver) {
     EXPECT_EQ(port.Write(buffer, 3, &count, nullptr, INFINITE), 0);
 }
 
-// Without overlapped mode nothing can end a call that the driver holds: the call closes the line when it comes back.
-TEST_F(CommPortClosing, ALineHeldInsideTheDriverIsClosedByItsUser) {
-    struct CHoldingPlatform : CSimulatedPlatform {
-        BOOL WriteFile(HANDLE, const void*, DWORD, DWORD*, OVERLAPPED*) override {
-            isHeld.set_value();
-            letGo.get_future().wait();
-            return TRUE;
+TEST_F(CommPortClosing, NeverWaitsForADriverThatHoldsACall) {
+    using Call = CSimulatedPlatform::Call;
+    for (const Call call : {Call::CloseHandle, Call::CancelIoEx, Call::ReadFile, Call::SetCommState}) {
+        SCOPED_TRACE(static_cast<int>(call));
+        CTapRecorder tap;
+        port.SetTap(&tap);
+        OpenWith(Transfers::EndWhenCancelled);
+        platform.held = call;
+        auto read = BeginTransfer([&] { return port.Read(buffer, 8, &count, nullptr, INFINITE); });
+        if (call == Call::SetCommState) {
+            EXPECT_EQ(port.Configure(4800, 8, 0, 0), ERROR_TIMEOUT);
         }
-        std::promise<void> isHeld, letGo;
-    } holding;
-    CCommPort blocking(holding);
-    ASSERT_EQ(blocking.Open("COM1", 0, 0, false), 0);
-    auto written = std::async(std::launch::async, [&] { return blocking.Write("abc", 3, nullptr, nullptr, INFINITE); });
-    holding.isHeld.get_future().wait();
-    EXPECT_EQ(blocking.Close(), 0);
-    EXPECT_FALSE(blocking.IsOpen());
-    EXPECT_EQ(holding.OpenHandles(), 2U) << "the line is in use, and so is the event that the user may still tell";
-    holding.letGo.set_value();
-    EXPECT_EQ(written.get(), 0);
-    EXPECT_EQ(holding.OpenHandles(), 0U);
+        EXPECT_LT(TimeClose(), 600ms * TimeFactor());
+        EXPECT_FALSE(port.IsOpen());
+        EXPECT_EQ(tap.Take(), "closed");
+        EXPECT_NE(platform.OpenHandles(), 0U) << "the driver has the line";
+        platform.held = Call::None;
+        EXPECT_EQ(read.get(), ERROR_OPERATION_ABORTED);
+        EXPECT_TRUE(platform.HandlesEnd());
+        EXPECT_EQ(platform.purged, 15U) << "what isn't sent would hold the closing up";
+        port.SetTap(nullptr);
+    }
 }
 
 TEST_F(CommPortClosing, NeverWaitsForATap) {

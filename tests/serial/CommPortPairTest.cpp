@@ -164,18 +164,6 @@ TEST_F(CommPortPair, TimedOutWriteLeavesThePortUsable) {
     EXPECT_TRUE(Passes(peer, port));
 }
 
-TEST_F(CommPortPair, LineMovesToAnotherPortInMidTransfer) {
-    peer.Close();
-    for (int move = 0; move < 6; ++move) {
-        auto read = BeginBlockedRead();
-        port.Close();
-        ASSERT_EQ(port.Open((move % 2 == 0 ? peerName : name).c_str(), 0, 0, true), 0);
-        EXPECT_EQ(read.get(), ERROR_OPERATION_ABORTED);
-    }
-    ASSERT_EQ(peer.Open(peerName.c_str(), 0, 0, true), 0);
-    EXPECT_TRUE(Passes(port, peer));
-}
-
 TEST_F(CommPortPair, ThreeHundredClosingsUnderTransfersLeaveNothingBehind) {
     const auto openHandles = [] {
         DWORD handles = 0;
