@@ -69,13 +69,25 @@ private:
     std::shared_ptr<CCommLine> held;
 };
 
+// Some drivers refuse every setting of a line whose characters for XON and XOFF are equal, as 0 and 0 are: these get
+// the usual ones then.
+std::int32_t PutState(const CCommLine& line, DCB& state) {
+    if (line.Platform().SetCommState(line.Handle(), &state)) return 0;
+    const std::int32_t failed = LastPlatformError();
+    if (state.XonChar != state.XoffChar) return failed;
+    state.XonChar = 0x11;
+    state.XoffChar = 0x13;
+    return ErrorOf(line.Platform().SetCommState(line.Handle(), &state));
+}
+
 template <class Change>
 std::int32_t ChangeLineState(const CCommLine& line, const Change& change) {
     DCB state{};
     state.DCBlength = sizeof state;
     if (!line.Platform().GetCommState(line.Handle(), &state)) return LastPlatformError();
     const std::int32_t failed = change(state);
-    return line.Platform().SetCommState(line.Handle(), &state) ? failed : LastPlatformError();
+    const std::int32_t refused = PutState(line, state);
+    return refused != 0 ? refused : failed;
 }
 
 } // namespace

@@ -53,8 +53,9 @@ public:
     static constexpr std::uint32_t closeLimit = 400; // ms
 
     // Line parameters: `parity` 0 none, 1 odd, 2 even and `stopBits` 0 one, 2 two as in Win32's DCB, `dataBits` 5 to 8.
-    // Everything else of the line stays. On failure the former parameters stay. ERROR_TIMEOUT (1460) after
-    // `configureLimit`, if the driver holds the call.
+    // Everything else of the line stays, but that equal characters for XON and XOFF become 0x11 and 0x13 for a driver
+    // that refuses them. On failure the former parameters stay. ERROR_TIMEOUT (1460) after `configureLimit`, if the
+    // driver holds the call.
     virtual std::int32_t Configure(std::uint32_t baudRate, std::uint8_t dataBits, std::uint32_t parity,
                                    std::uint8_t stopBits);
     static constexpr std::uint32_t configureLimit = 1000; // ms

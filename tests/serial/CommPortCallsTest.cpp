@@ -66,6 +66,7 @@ TEST(CommPortCalls, EveryFailingCallIsReportedOrPassedOver) {
             CSimulatedPlatform platform;
             platform.received = "abcdef";
             platform.transfers = each.transfers;
+            platform.state.XonChar = 0x11;
             {
                 char buffer[8] = "abc";
                 CCommPort port(platform);
@@ -229,6 +230,20 @@ TEST_F(CommPort, WritesTheWholeAndPastErrors) {
         EXPECT_EQ(platform.written, sent);
         EXPECT_EQ(count, platform.written.size());
         EXPECT_EQ(port.TakeErrors(), static_cast<DWORD>(CE_FRAME));
+    }
+}
+
+TEST_F(CommPort, EqualFlowCharactersAreChangedForADriverThatRefusesThem) {
+    Open();
+    for (const auto& [xon, xoff, refuses, xonThen, xoffThen] :
+         {std::tuple{0, 0, true, 0x11, 0x13}, {0, 0, false, 0, 0}, {1, 2, true, 1, 2}}) {
+        platform.refusesEqualCharacters = refuses;
+        platform.state = {};
+        platform.state.XonChar = static_cast<char>(xon);
+        platform.state.XoffChar = static_cast<char>(xoff);
+        EXPECT_EQ(port.Configure(4800, 8, 0, 0), 0);
+        EXPECT_EQ(platform.state.BaudRate, 4800U);
+        EXPECT_TRUE(platform.state.XonChar == xonThen && platform.state.XoffChar == xoffThen) << xon << refuses;
     }
 }
 
