@@ -7,7 +7,7 @@
 
 #include "framework/Dialog.h"
 #include "serial/ComSettingText.h"
-#include "serial/PortSettings.h"
+#include "serial/PortSearch.h"
 #include "skin/ColorCombo.h"
 
 class CComSettingDlg : public CDialog {

@@ -1,11 +1,22 @@
 // Finding, opening and setting a port.
 #include "serial/PortSelection.h"
 
+#include <memory>
+#include <string>
+
 #include <windows.h>
 
 #include "serial/CommLine.h"
 #include "serial/CommPlatform.h"
 #include "serial/CommPort.h"
+#include "serial/HelperThreads.h"
+
+namespace {
+
+// How many ports are probed at a time: more than a machine has ports whose drivers hold a probe up.
+constexpr std::size_t proberCount = 16;
+
+} // namespace
 
 bool ProbePort(const char* name) {
     return ProbePort(name, CCommPlatform::System());
@@ -16,6 +27,19 @@ bool ProbePort(const char* name, CCommPlatform& platform) {
     if (device.handle == nullptr) return false;
     platform.CloseHandle(device.handle);
     return true;
+}
+
+std::vector<std::int32_t> FindPorts(const PortProbe& probe, std::size_t limit) {
+    const auto search = std::make_shared<CPortSearch>(probe, limit);
+    RunOnHelpers(
+        searchLimit, [search] { search->Run(); }, proberCount);
+    search->Stop();
+    return search->Found();
+}
+
+AvailablePorts EnumeratePorts() {
+    const PortProbe probe = [](const std::string& name) { return ProbePort(name.c_str()); };
+    return ListPorts(FindPorts(probe, AvailablePorts().numbers.size()));
 }
 
 std::int32_t ConfigurePort(CCommPort& port, const PortSettings& settings) {

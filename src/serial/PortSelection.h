@@ -2,16 +2,27 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
-#include "serial/PortSettings.h"
+#include "serial/PortSearch.h"
 
 class CCommPlatform;
 class CCommPort;
 
+// A search ends after this time in ms.
+inline constexpr std::uint32_t searchLimit = 1000;
+
 // Whether the device `name` ("COM3") exists and can be opened at this moment. False for a port that anyone holds, this
-// process included.
+// process included. Takes as long as the driver; for any thread.
 bool ProbePort(const char* name);
 bool ProbePort(const char* name, CCommPlatform& platform);
+
+// The numbers of the `limit` lowest ports that answer the probe, rising. Several are probed at a time, and a probe that
+// hasn't answered after `searchLimit` has failed; it goes on alone, so `probe` owns what it touches.
+std::vector<std::int32_t> FindPorts(const PortProbe& probe, std::size_t limit = lastPortNumber);
+
+// The machine's ports for the COM menu.
+AvailablePorts EnumeratePorts();
 
 // Puts speed, byte size, parity and stop bits of the settings on the open line; answers as CCommPort::Configure.
 std::int32_t ConfigurePort(CCommPort& port, const PortSettings& settings);

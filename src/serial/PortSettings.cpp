@@ -1,8 +1,7 @@
-// Port settings, names and the search for ports.
+// Port settings and names.
 #include "serial/PortSettings.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace {
 
@@ -40,21 +39,4 @@ std::string DevicePath(std::string_view name) {
     const bool isReservedName = name.size() == portPrefix.size() + 1 && name.back() != '0';
     if (!isPort || isReservedName) return std::string(name);
     return std::string(devicePrefix).append(name);
-}
-
-std::vector<std::int32_t> FindPorts(const PortProbe& probe, std::size_t limit) {
-    std::vector<std::int32_t> found;
-    for (std::int32_t number = 1; number <= lastPortNumber && found.size() < limit; ++number) {
-        if (probe(PortName(number))) found.push_back(number);
-    }
-    return found;
-}
-
-AvailablePorts EnumeratePorts(const PortProbe& probe) {
-    AvailablePorts ports;
-    for (const std::int32_t number : FindPorts(probe, ports.numbers.size())) {
-        if (number > std::numeric_limits<std::uint8_t>::max()) continue;
-        ports.numbers.at(static_cast<std::size_t>(ports.count++)) = static_cast<std::uint8_t>(number);
-    }
-    return ports;
 }

@@ -1,14 +1,11 @@
 // Which port the line is on and how it is set, in the terms of the user interface; how those become the values of
-// Win32's DCB; how ports are named and found. Plain values, no handle.
+// Win32's DCB; how ports are named. Plain values, no handle.
 #pragma once
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 // The settings that every start begins with; only the port number is ever stored.
 struct PortSettings {
@@ -35,15 +32,6 @@ std::string PortName(std::int32_t portNumber);
 // another form is left as it is.
 std::string DevicePath(std::string_view name);
 
-// Ports are looked for from COM1 to COM256.
-inline constexpr std::int32_t lastPortNumber = 256;
-
-// Whether a port of that name can be opened at this moment.
-using PortProbe = std::function<bool(const std::string& name)>;
-
-// The numbers of the ports that answer the probe, rising. The search ends with the `limit`-th.
-std::vector<std::int32_t> FindPorts(const PortProbe& probe, std::size_t limit = lastPortNumber);
-
 // The ports of the COM menu: the six lowest, in rising order. The entries from `count` on are 0. Port 256 is probed but
 // can't be listed: an entry has 8 bits.
 struct AvailablePorts {
@@ -52,5 +40,3 @@ struct AvailablePorts {
 
     bool operator==(const AvailablePorts&) const = default;
 };
-
-AvailablePorts EnumeratePorts(const PortProbe& probe);

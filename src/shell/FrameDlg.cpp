@@ -60,7 +60,7 @@ bool CFrameDlg::OnInitDialog() {
     }
     SetWindowText(title);
     if (ReadRegistryInt("COM", port.portNumber, 1) == 0) WriteRegistryInt("COM", 1);
-    FindPorts();
+    availablePorts = EnumeratePorts();
     CreatePanel();
     return true;
 }
@@ -68,10 +68,6 @@ bool CFrameDlg::OnInitDialog() {
 bool CFrameDlg::AnotherCopyRuns() const {
     // This window doesn't match: its caption is still that of the template.
     return ::FindWindowA(nullptr, title.c_str()) != nullptr;
-}
-
-void CFrameDlg::FindPorts() {
-    availablePorts = EnumeratePorts([](const std::string& name) { return ProbePort(name.c_str()); });
 }
 
 void CFrameDlg::CreatePanel() {

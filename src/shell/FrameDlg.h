@@ -36,7 +36,6 @@ protected:
 
 private:
     bool AnotherCopyRuns() const;
-    void FindPorts();
     void CreatePanel();
     void FitPanel();
     // Tells the panel whether the port is open, and stores the number of an open one.

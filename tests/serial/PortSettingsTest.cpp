@@ -1,25 +1,14 @@
 // Names, mappings and the search for ports.
-#include "serial/PortSettings.h"
+#include "serial/PortSearch.h"
 
+#include <array>
+#include <future>
 #include <initializer_list>
 #include <set>
+#include <thread>
 #include <utility>
 
 #include <gtest/gtest.h>
-
-namespace {
-
-// The ports of `existing` answer; gives what is listed and how far the search went.
-std::pair<AvailablePorts, int> Enumerate(const std::set<std::string>& existing) {
-    int probes = 0;
-    const AvailablePorts listed = EnumeratePorts([&](const std::string& name) {
-        EXPECT_EQ(name, PortName(++probes));
-        return existing.contains(name);
-    });
-    return {listed, probes};
-}
-
-} // namespace
 
 TEST(PortSettings, OnlyNamesThatAreNoDevicesGetThePrefix) {
     const std::initializer_list<std::pair<const char*, const char*>> cases = {
@@ -38,13 +27,7 @@ TEST(PortSettings, OnlyNamesThatAreNoDevicesGetThePrefix) {
     for (const auto& [name, path] : cases) EXPECT_EQ(DevicePath(name), path) << name;
 }
 
-TEST(PortSettings, LettersAndCountsBecomeDcbValues) {
-    for (const auto& [letter, parity] : {std::pair{'N', 0U}, {'O', 1U}, {'E', 2U}, {'n', 2U}, {'\0', 2U}})
-        EXPECT_EQ(DcbParity(letter), parity) << letter;
-    for (const auto& [count, value] : {std::pair{1, 0}, {2, 2}, {0, 2}, {-1, 2}}) EXPECT_EQ(DcbStopBits(count), value);
-}
-
-TEST(PortSettings, SixLowestPortsAreListed) {
+TEST(PortSearch, ListsTheSixLowestPorts) {
     struct {
         std::set<std::string> existing;
         AvailablePorts listed;
@@ -57,9 +40,33 @@ TEST(PortSettings, SixLowestPortsAreListed) {
         {{"COM2", "COM256"}, {{2}, 1}, 256}, // an entry of 8 bits can't hold 256
     };
     for (const auto& each : cases) {
-        const auto [listed, probes] = Enumerate(each.existing);
-        EXPECT_EQ(listed.numbers, each.listed.numbers);
-        EXPECT_EQ(listed.count, each.listed.count);
+        int probes = 0;
+        CPortSearch search(
+            [&](const std::string& name) {
+                EXPECT_EQ(name, PortName(++probes));
+                return each.existing.contains(name);
+            },
+            6);
+        search.Run();
+        EXPECT_EQ(ListPorts(search.Found()), each.listed);
         EXPECT_EQ(probes, each.probes);
     }
+}
+
+TEST(PortSearch, GoesOnBesideAProbeThatIsHeld) {
+    std::promise<void> letsGo;
+    CPortSearch search(
+        [&](const std::string& name) {
+            EXPECT_LE(name, "COM6") << "begun although three lower ones are open";
+            if (name == "COM2") letsGo.get_future().wait();
+            return name == "COM2" || name >= "COM4";
+        },
+        3);
+    std::array<std::thread, 2> searching;
+    for (auto& thread : searching) thread = std::thread([&] { search.Run(); });
+    while (search.Found().size() < 3) std::this_thread::yield();
+    EXPECT_EQ(search.Found(), (std::vector<std::int32_t>{4, 5, 6}));
+    letsGo.set_value();
+    for (auto& thread : searching) thread.join();
+    EXPECT_EQ(search.Found(), (std::vector<std::int32_t>{2, 4, 5})) << "an answer in time counts";
 }
