@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <string>
 
 #include <windows.h>
 
@@ -37,8 +38,8 @@ public:
     // The bound in ms for a driver that misbehaves: so long a cancelled transfer is given to end.
     static constexpr std::uint32_t cancelLimit = 300;
 
-    // Takes `device`, a handle of an opened device, over.
-    CCommLine(CCommPlatform& calls, HANDLE device);
+    // Takes `device`, a handle of the opened device `deviceName`, over.
+    CCommLine(CCommPlatform& calls, HANDLE device, std::string deviceName);
     CCommLine(const CCommLine&) = delete;
     CCommLine& operator=(const CCommLine&) = delete;
 
@@ -78,6 +79,7 @@ public:
 
 private:
     CCommPlatform& platform;
+    const std::string name;
     CUseGate gate;
     bool isUsed = false; // when the door was shut
     std::atomic<bool> inFlight{false};
@@ -95,3 +97,7 @@ struct OpenedDevice {
 // Opens the device `name`, for this process alone: the one place where a port is opened by its name. `flags` 0 or
 // FILE_FLAG_OVERLAPPED. The caller owns the handle.
 OpenedDevice OpenDevice(CCommPlatform& platform, const char* name, DWORD flags);
+
+// Whether the device `name` could be opened at this moment: opens and closes it; 0 or the error. ERROR_BUSY (170)
+// without a try if another thread of this process is just opening or probing it.
+std::int32_t TryDevice(CCommPlatform& platform, const char* name);

@@ -6,6 +6,8 @@
 
 #include <windows.h>
 
+#include "serial/DeviceTurns.h"
+
 class CCommPlatform {
 public:
     CCommPlatform() = default;
@@ -15,6 +17,9 @@ public:
 
     // The system's own calls.
     static CCommPlatform& System();
+
+    // For whoever opens, probes or closes a device over these calls.
+    CDeviceTurns turns;
 
     virtual HANDLE CreateFileA(const char* name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
                                DWORD disposition, DWORD flags, HANDLE model);

@@ -135,7 +135,7 @@ std::int32_t CCommPort::Open(const char* name, std::uint32_t inQueue, std::uint3
     if (IsOpen()) return Record(ERROR_ALREADY_INITIALIZED);
     const OpenedDevice device = OpenDevice(platform, name, overlapped ? FILE_FLAG_OVERLAPPED : 0);
     if (device.handle == nullptr) return Record(device.error);
-    const auto opened = std::make_shared<CCommLine>(platform, device.handle);
+    const auto opened = std::make_shared<CCommLine>(platform, device.handle, name);
     if (const std::int32_t failed = opened->CreateEvents(overlapped)) return Record(failed);
     line = opened;
     if (inQueue != 0 || outQueue != 0) {
@@ -303,6 +303,12 @@ std::int32_t CCommPort::Read(void* buffer, std::uint32_t capacity, std::uint32_t
     return result;
 }
 
+void CCommPort::TakeOver(CCommPort& prepared) {
+    eventMask = prepared.eventMask.load();
+    line = prepared.line.exchange(nullptr);
+    Record(prepared.LastError());
+}
+
 bool CCommPort::IsOpen() const {
     return line.load() != nullptr;
 }
@@ -368,9 +374,7 @@ std::int32_t CCommPort::CheckPort(const char* name) {
 }
 
 std::int32_t CCommPort::CheckPort(const char* name, CCommPlatform& calls) {
-    const OpenedDevice device = OpenDevice(calls, name, 0);
-    if (device.handle != nullptr) calls.CloseHandle(device.handle);
-    switch (device.error) {
+    switch (TryDevice(calls, name)) {
     case 0:
         return 0;
     case ERROR_FILE_NOT_FOUND:

@@ -105,7 +105,14 @@ public:
     virtual std::int32_t Read(void* buffer, std::uint32_t capacity, std::uint32_t* got, OVERLAPPED* overlapped,
                               std::uint32_t timeout);
 
+    // Makes the line of `prepared`, open or not, that of this closed port, with its event mask and latest answer;
+    // `prepared`, over the same platform calls, is closed then. So the thread of the transfers sees a line only when it
+    // is set up.
+    void TakeOver(CCommPort& prepared);
+
     bool IsOpen() const;
+
+    CCommPlatform& Platform() const { return platform; }
 
     // Discards what waits in the driver's queues, in both directions.
     std::int32_t Purge();

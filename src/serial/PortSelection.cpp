@@ -1,6 +1,8 @@
 // Finding, opening and setting a port.
 #include "serial/PortSelection.h"
 
+#include <atomic>
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -16,6 +18,19 @@ namespace {
 // How many ports are probed at a time: more than a machine has ports whose drivers hold a probe up.
 constexpr std::size_t proberCount = 16;
 
+// Some drivers refuse a device for 100 to 500 ms after it was closed. In ms.
+constexpr std::uint32_t retryLimit = 600;
+constexpr std::uint32_t retryPause = 50;
+
+void OpenPatiently(CCommPort& port, const std::string& name) {
+    CCommPlatform& platform = port.Platform();
+    for (std::uint32_t waited = 0;; waited += retryPause) {
+        const bool isRefused = port.Open(name.c_str(), 0, 0, true) == ERROR_ACCESS_DENIED && !port.IsOpen();
+        if (!isRefused || waited >= retryLimit || !platform.turns.WasClosedLately(name)) return;
+        platform.Sleep(retryPause);
+    }
+}
+
 } // namespace
 
 bool ProbePort(const char* name) {
@@ -23,16 +38,13 @@ bool ProbePort(const char* name) {
 }
 
 bool ProbePort(const char* name, CCommPlatform& platform) {
-    const OpenedDevice device = OpenDevice(platform, name, 0);
-    if (device.handle == nullptr) return false;
-    platform.CloseHandle(device.handle);
-    return true;
+    return TryDevice(platform, name) == 0;
 }
 
 std::vector<std::int32_t> FindPorts(const PortProbe& probe, std::size_t limit) {
     const auto search = std::make_shared<CPortSearch>(probe, limit);
-    RunOnHelpers(
-        searchLimit, [search] { search->Run(); }, proberCount);
+    const auto takePart = [search] { search->Run(); };
+    RunOnHelpers(searchLimit, takePart, proberCount);
     search->Stop();
     return search->Found();
 }
@@ -47,8 +59,25 @@ std::int32_t ConfigurePort(CCommPort& port, const PortSettings& settings) {
                           DcbParity(settings.parityLetter), DcbStopBits(settings.stopBits));
 }
 
-bool OpenSelectedPort(CCommPort& port, const PortSettings& settings) {
-    port.Open(PortName(settings.portNumber).c_str(), 0, 0, true);
+bool OpenSelectedPort(CCommPort& port, const PortSettings& settings, std::uint32_t limit) {
+    if (!port.IsOpen()) {
+        // Prepared apart, so that a driver which never comes back has nothing of `port`.
+        struct Offer {
+            explicit Offer(CCommPlatform& platform) : prepared(platform) {}
+            CCommPort prepared;
+            std::atomic<bool> isSettled{false}; // by the side that comes first: prepared, or given up
+        };
+        const auto offer = std::make_shared<Offer>(port.Platform());
+        const bool inTime = RunOnHelpers(limit, [offer, settings, limit] {
+            CCommPort& prepared = offer->prepared;
+            const std::string name = PortName(settings.portNumber);
+            const auto turn = prepared.Platform().turns.Take(name, std::chrono::milliseconds(limit));
+            if (turn && !offer->isSettled) OpenPatiently(prepared, name);
+            if (ConfigurePort(prepared, settings) == ERROR_TIMEOUT || offer->isSettled.exchange(true)) prepared.Close();
+        });
+        if (inTime || offer->isSettled.exchange(true)) port.TakeOver(offer->prepared);
+        if (port.IsOpen()) return true;
+    }
     ConfigurePort(port, settings);
     return port.IsOpen();
 }

@@ -1,4 +1,5 @@
-// Finding, opening and setting a port of the machine as the user's settings say. For the user-interface thread.
+// Finding, opening and setting a port of the machine as the user's settings say. For the user-interface thread, which
+// no driver holds up for longer than the bounds here and those of CCommPort.
 #pragma once
 
 #include <cstdint>
@@ -9,8 +10,11 @@
 class CCommPlatform;
 class CCommPort;
 
-// A search ends after this time in ms.
+// Bounds in ms. A search ends after `searchLimit`. While the program starts, nothing is seen of it; afterwards a port
+// may take the time that drivers of Bluetooth ports take, 3 to 5 s.
 inline constexpr std::uint32_t searchLimit = 1000;
+inline constexpr std::uint32_t openLimitAtStart = 2000;
+inline constexpr std::uint32_t openLimit = 6000;
 
 // Whether the device `name` ("COM3") exists and can be opened at this moment. False for a port that anyone holds, this
 // process included. Takes as long as the driver; for any thread.
@@ -27,9 +31,13 @@ AvailablePorts EnumeratePorts();
 // Puts speed, byte size, parity and stop bits of the settings on the open line; answers as CCommPort::Configure.
 std::int32_t ConfigurePort(CCommPort& port, const PortSettings& settings);
 
-// Opens the port of the settings and configures it; whether `port` is open then. A port that is open already stays open
-// under its former name and takes the new line parameters.
-bool OpenSelectedPort(CCommPort& port, const PortSettings& settings);
+// Opens the port of the settings and configures it; whether `port` is open then. The line becomes that of `port` when
+// it is configured. A port that is open already stays open under its former name and takes the new line parameters.
+//
+// At most `limit` ms: if the driver holds the call for longer, the port stays closed, and a line that comes late is
+// closed again. A probe or an earlier opening of the same name that a driver still holds is waited for. A device that
+// this process closed a short while ago is tried again for a while if the driver refuses it.
+bool OpenSelectedPort(CCommPort& port, const PortSettings& settings, std::uint32_t limit = openLimit);
 
 // Puts the open line from one selection onto another: onto another port by closing the present one, if one is open, and
 // opening the new one; onto other line parameters of the same port without closing it, and nothing if it is closed.

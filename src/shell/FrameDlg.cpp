@@ -80,7 +80,7 @@ void CFrameDlg::CreatePanel() {
     }
     FitPanel();
     panel->ShowWindow(SW_SHOW);
-    OpenSelectedPort();
+    OpenPortWithin(openLimitAtStart);
 }
 
 void CFrameDlg::FitPanel() {
@@ -88,9 +88,13 @@ void CFrameDlg::FitPanel() {
 }
 
 int CFrameDlg::OpenSelectedPort() {
-    ::OpenSelectedPort(*CCommPort::Instance(), port);
-    ReportPort();
+    OpenPortWithin(openLimit);
     return 1;
+}
+
+void CFrameDlg::OpenPortWithin(std::uint32_t limit) {
+    ::OpenSelectedPort(*CCommPort::Instance(), port, limit);
+    ReportPort();
 }
 
 void CFrameDlg::ReportPort() {

@@ -38,6 +38,8 @@ private:
     bool AnotherCopyRuns() const;
     void CreatePanel();
     void FitPanel();
+    // `limit` in ms.
+    void OpenPortWithin(std::uint32_t limit);
     // Tells the panel whether the port is open, and stores the number of an open one.
     void ReportPort();
 

@@ -73,11 +73,8 @@ public:
                        DWORD flags, HANDLE model) override {
         if (std::string(name) != "COM3" && std::string(name) != "COM5")
             return ::SetLastError(ERROR_FILE_NOT_FOUND), INVALID_HANDLE_VALUE;
-        ++opened;
         return CSimulatedPlatform::CreateFileA(name, access, share, security, disposition, flags, model);
     }
-
-    int opened = 0;
 };
 
 } // namespace
@@ -174,10 +171,10 @@ TEST(MoveLine, TheLiveLineFollows) {
         if (row.open) {
             EXPECT_TRUE(OpenSelectedPort(port, from));
         }
-        platform.opened = 0;
+        platform.openings = 0;
         EXPECT_EQ(MoveLine(port, from, row.to), row.moved);
         EXPECT_EQ(tap.Take(), row.reported);
-        EXPECT_EQ(platform.opened, row.opened);
+        EXPECT_EQ(platform.openings, row.opened);
         ASSERT_EQ(port.IsOpen(), *row.path != '\0');
         if (!port.IsOpen()) continue;
         EXPECT_EQ(platform.path, row.path);
