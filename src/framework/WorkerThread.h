@@ -2,27 +2,27 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 class CWorkerThread {
 public:
     using Entry = unsigned (*)(void* parameter) noexcept;
 
     CWorkerThread() = default;
-    ~CWorkerThread();
     CWorkerThread(const CWorkerThread&) = delete;
     CWorkerThread& operator=(const CWorkerThread&) = delete;
 
-    // Runs `entry(parameter)` on a new thread with the default stack. False when the platform gives none. The thread is
-    // not joined by anybody: the handle of an earlier start is dropped, here and by the destructor, while that thread
-    // runs on.
+    // Runs `entry(parameter)` on a thread of its own with the default stack: a new one, or one whose former call has
+    // returned. False when the platform gives none. The call is not joined by anybody: the handle of an earlier start
+    // is dropped, here and by the destructor, while that call runs on.
     bool Start(Entry entry, void* parameter);
 
-    // The latest thread's Win32 handle, which stays this object's; signalled when the thread has ended. Null before the
-    // first start, and always on other platforms.
-    void* GetHandle() const { return handle; }
+    // A Win32 handle, which stays this object's; signalled when the latest call has returned. Null before the first
+    // start, and always on other platforms.
+    void* GetHandle() const { return handle.get(); }
 
 private:
-    void* handle = nullptr;
+    std::shared_ptr<void> handle;
 };
 
 // Suspends the calling thread for at least this long.

@@ -3,8 +3,6 @@
 #include <system_error>
 #include <thread>
 
-CWorkerThread::~CWorkerThread() = default;
-
 bool CWorkerThread::Start(Entry entry, void* parameter) {
     try {
         std::thread(entry, parameter).detach();
