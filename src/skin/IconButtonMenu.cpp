@@ -39,7 +39,8 @@ bool CIconButton::ShowDropMenu() {
     if (FromHandlePermanent(window) != this) return true;
     menuOpen = false;
     Invalidate();
-    if (command != 0 && menuOwner != nullptr) ::PostMessageA(menuOwner, WM_COMMAND, LOWORD(command), 0);
+    // A cancelled menu gives 0, or a negative number where one of its sub-menus had been opened by keyboard.
+    if (command > 0 && menuOwner != nullptr) ::PostMessageA(menuOwner, WM_COMMAND, LOWORD(command), 0);
     return false;
 }
 

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -117,13 +118,20 @@ TEST_F(IconMenu, AClickShowsTheMenuAndPostsTheChoice) {
 
 TEST_F(IconMenu, CancellingPostsNothing) {
     SetMenu(IDM_DROP, 0);
-    EXPECT_TRUE(Click([&] {
-        Press({VK_DOWN, VK_ESCAPE});
-        return true;
-    }));
-    EXPECT_TRUE(Choices().empty());
-    EXPECT_EQ(ground.commands.size(), 1U) << "the click itself";
-    EXPECT_EQ(Face(), idle);
+    for (const bool inSubMenu : {false, true}) {
+        ground.commands.clear();
+        bool opening = false;
+        EXPECT_TRUE(Click([&] {
+            if (inSubMenu && !std::exchange(opening, true)) Press({'M'});
+            const HWND menu = ::FindWindowA("#32768", nullptr);
+            if (inSubMenu && ::FindWindowExA(nullptr, menu, "#32768", nullptr) == nullptr) return false;
+            Press({VK_DOWN, VK_ESCAPE, VK_ESCAPE});
+            return true;
+        }));
+        EXPECT_EQ(Choices(), std::vector<UINT>{});
+        EXPECT_EQ(ground.commands.size(), 1U) << "the click itself";
+        EXPECT_EQ(Face(), idle);
+    }
 }
 
 TEST_F(IconMenu, MnemonicsWork) {
