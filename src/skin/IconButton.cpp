@@ -132,13 +132,11 @@ int CIconButton::ShiftColor(unsigned index, std::int16_t shade, bool redraw) {
 int CIconButton::SetButtonCursor(int id, bool redraw) {
     if (cursor != nullptr) ::DestroyCursor(cursor);
     cursor = nullptr;
-    if (id != 0) {
-        const char* name = MAKEINTRESOURCEA(static_cast<WORD>(id));
-        cursor = static_cast<HCURSOR>(
-            ::LoadImageA(FindResourceModule(name, RT_GROUP_CURSOR), name, IMAGE_CURSOR, 0, 0, LR_DEFAULTCOLOR));
-        if (cursor == nullptr) return ImageUnreadable;
-    }
-    return Finish(redraw);
+    if (id == 0) return Done;
+    const char* name = MAKEINTRESOURCEA(static_cast<WORD>(id));
+    cursor = static_cast<HCURSOR>(
+        ::LoadImageA(FindResourceModule(name, RT_GROUP_CURSOR), name, IMAGE_CURSOR, 0, 0, LR_DEFAULTCOLOR));
+    return cursor != nullptr ? Finish(redraw) : int{ImageUnreadable};
 }
 
 void CIconButton::EnsureToolTip() {

@@ -69,7 +69,7 @@ public:
     // Lightens or darkens a colour by at most `shade`, keeping its hue.
     int ShiftColor(unsigned index, std::int16_t shade, bool redraw);
 
-    // A cursor resource; 0 for none of its own.
+    // A cursor resource; 0 for none of its own, which repaints nothing.
     int SetButtonCursor(int id, bool redraw);
     int SetToolTip(const char* text, bool activate);
     int SetToolTipFromResource(UINT id, bool activate);

@@ -263,6 +263,8 @@ TEST_F(IconButton, OneHoverPaintsThatButtonAloneAndRestPaintsNone) {
     EXPECT_EQ(hovered->paints, before + 1);
     hovered->SendMessage(WM_MOUSELEAVE);
     CGround::Pump();
+    hovered->SetButtonCursor(0, true);
+    CGround::Pump();
     EXPECT_EQ(hovered->paints, before + 2);
     EXPECT_EQ(other->paints, others);
 }
