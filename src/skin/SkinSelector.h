@@ -20,6 +20,7 @@ public:
     void RemoveImages() { images.clear(); }
 
     // The slot in force, counted from 0.
+    int GetSelected() const { return selected; }
 
 protected:
     void PaintOn(CDC& dc) override;

@@ -58,6 +58,7 @@ TEST_F(SkinSelector, AClickChoosesItsSlotAtOnce) {
         ::SetCursor(nullptr);
         selector.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, At(3, row.y));
         EXPECT_EQ(Slots(), row.slots) << row.y;
+        EXPECT_NE(row.slots[selector.GetSelected()], 'p') << row.y;
         EXPECT_EQ(::GetCursor() != nullptr, row.hand) << row.y;
         for (const UINT message : {WM_MOUSEMOVE, WM_LBUTTONUP}) {
             ::SetCursor(nullptr);
