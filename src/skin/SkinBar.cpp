@@ -21,18 +21,18 @@ const CMessageMap& CSkinBar::ClassMap() {
 
 int CSkinBar::LoadButtons(const std::string& path) {
     buttonStrip.LoadFromFile(path, 0);
-    buttons.clear();
-    const int count = std::min(buttonCount, static_cast<int>(buttonIds.size()));
-    for (int i = 0; i < count; ++i) {
-        auto button = std::make_unique<CSkinButton>();
-        button->Create("BUTTON", "", WS_CHILD | WS_VISIBLE, CRect(), GetHandle(),
-                       buttonIds[static_cast<std::size_t>(i)]);
-        CSkinBitmap row;
-        buttonStrip.GetFrame(row, 1, i + 1, 1, buttonCount);
-        const CBitmap former(button->SetBitmapHandle(row.GetHandle()));
-        buttons.push_back(std::move(button));
-    }
-    PlaceButtons(static_cast<int>(GetClientRect().Width()) - loadedFromRight);
+    buttons.Replace([this, ids = buttonIds](CButtonRow::Buttons& made) {
+        const int count = std::min(buttonCount, static_cast<int>(ids.size()));
+        for (int i = 0; i < count; ++i) {
+            auto button = std::make_unique<CSkinButton>();
+            button->Create("BUTTON", "", WS_CHILD | WS_VISIBLE, CRect(), GetHandle(), ids[static_cast<std::size_t>(i)]);
+            CSkinBitmap row;
+            buttonStrip.GetFrame(row, 1, i + 1, 1, buttonCount);
+            const CBitmap former(button->SetBitmapHandle(row.GetHandle()));
+            made.push_back(std::move(button));
+        }
+        PlaceButtons(static_cast<int>(GetClientRect().Width()) - loadedFromRight);
+    });
     return 1;
 }
 

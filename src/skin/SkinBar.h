@@ -4,11 +4,10 @@
 // their final places.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "skin/SkinButton.h"
+#include "skin/ButtonRow.h"
 #include "skin/SkinStatic.h"
 
 class CSkinBar : public CSkinStatic {
@@ -20,7 +19,8 @@ public:
     void SetButtonIds(const std::vector<UINT>& ids) { buttonIds = ids; }
 
     // Makes the buttons anew from a picture of 4 columns (normal, mouse over, pressed, disabled) and a row for each
-    // button. Without the picture they are blank and work all the same. The bar's window must exist. Always 1.
+    // button. Without the picture they are blank and work all the same. The bar's window must exist. Called while
+    // buttons are being made, which the parent hears of, it makes none. Always 1.
     int LoadButtons(const std::string& path);
 
 private:
@@ -29,5 +29,5 @@ private:
 
     CSkinBitmap buttonStrip;
     std::vector<UINT> buttonIds;
-    std::vector<std::unique_ptr<CSkinButton>> buttons; // in the order of their ids
+    CButtonRow buttons; // in the order of their ids
 };

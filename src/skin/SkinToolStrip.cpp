@@ -15,37 +15,38 @@ bool CSkinToolStrip::LoadStrip(std::uint16_t id, int) {
 }
 
 void CSkinToolStrip::CreateButtons(int buttonWidth, int buttonHeight, int frameWidth, int) {
-    buttons.clear();
-    const int frameCount = FrameCount(strip.GetWidth(), frameWidth);
-    const int count = std::min(frameCount, static_cast<int>(buttonIds.size()));
-    buttonRects = ButtonRow(count, buttonWidth, buttonHeight);
-    for (std::size_t i = 0; i < buttonRects.size(); ++i) AddButton(i, frameCount);
-    PlaceButtons();
+    buttons.Replace([=, this, ids = buttonIds](CButtonRow::Buttons& made) {
+        const int frameCount = FrameCount(strip.GetWidth(), frameWidth);
+        const int count = std::min(frameCount, static_cast<int>(ids.size()));
+        buttonRects = ButtonRow(count, buttonWidth, buttonHeight);
+        for (std::size_t i = 0; i < buttonRects.size(); ++i) made.push_back(MakeButton(i, ids[i], frameCount));
+        PlaceButtons(made);
+    });
 }
 
-void CSkinToolStrip::AddButton(std::size_t index, int frameCount) {
+std::unique_ptr<CSkinButton> CSkinToolStrip::MakeButton(std::size_t index, UINT id, int frameCount) const {
     const Box& box = buttonRects[index];
     auto button = std::make_unique<CSkinButton>();
     button->Create("BUTTON", "", WS_CHILD | WS_VISIBLE | BS_NOTIFY,
-                   CRect(box.x, box.y, box.x + box.width, box.y + box.height), GetHandle(), buttonIds[index]);
+                   CRect(box.x, box.y, box.x + box.width, box.y + box.height), GetHandle(), id);
     CSkinBitmap frame;
     strip.GetFrame(frame, static_cast<int>(index) + 1, 1, frameCount, 1);
     const CBitmap former(button->SetBitmapHandle(frame.GetHandle()));
     button->drawMode = CSkinButton::pictureMode;
     button->SetTextColor(buttonTextColor);
-    buttons.push_back(std::move(button));
+    return button;
 }
 
-void CSkinToolStrip::PlaceButtons() const {
+void CSkinToolStrip::PlaceButtons(const CButtonRow::Buttons& made) const {
     TEXTMETRICA metrics{};
     {
         const CClientDC dc(GetHandle());
         ::GetTextMetricsA(dc.GetHandle(), &metrics);
     }
     std::vector<int> lengths;
-    for (std::size_t i = 0; i < buttons.size(); ++i)
-        lengths.push_back(static_cast<int>(ToWide(LoadText(buttonIds[i])).size()));
+    for (const auto& button : made)
+        lengths.push_back(static_cast<int>(ToWide(LoadText(static_cast<UINT>(button->GetDlgCtrlID()))).size()));
     const std::vector<Box> row = WidenRow(buttonRects, lengths, metrics.tmAveCharWidth);
-    for (std::size_t i = 0; i < buttons.size(); ++i)
-        buttons[i]->SetWindowPos(nullptr, row[i].x, row[i].y, row[i].width, row[i].height, SWP_NOZORDER);
+    for (std::size_t i = 0; i < made.size(); ++i)
+        made[i]->SetWindowPos(nullptr, row[i].x, row[i].y, row[i].width, row[i].height, SWP_NOZORDER);
 }

@@ -8,8 +8,8 @@
 #include <memory>
 #include <vector>
 
+#include "skin/ButtonRow.h"
 #include "skin/Geometry.h"
-#include "skin/SkinButton.h"
 #include "skin/SkinStatic.h"
 
 class CSkinToolStrip : public CSkinStatic {
@@ -24,18 +24,18 @@ public:
 
     // Makes the buttons anew, one for each whole frame of `frameWidth` pixels (above 0) in the strip that has an id.
     // Sizes are in pixels and of the buttons without their texts. The strip's window must exist. The fourth value has
-    // no effect.
+    // no effect. Called while buttons are being made, which the parent hears of, it does nothing.
     void CreateButtons(int buttonWidth, int buttonHeight, int frameWidth, int = 0);
 
     // Given to each button that is made. A button shows no text until it is given one.
     COLORREF buttonTextColor = RGB(0, 0, 0);
 
 private:
-    void AddButton(std::size_t index, int frameCount);
-    void PlaceButtons() const;
+    std::unique_ptr<CSkinButton> MakeButton(std::size_t index, UINT id, int frameCount) const;
+    void PlaceButtons(const CButtonRow::Buttons& made) const;
 
     CSkinBitmap strip;
     std::vector<UINT> buttonIds;
     std::vector<Box> buttonRects; // as created
-    std::vector<std::unique_ptr<CSkinButton>> buttons;
+    CButtonRow buttons;
 };

@@ -123,6 +123,20 @@ TEST_F(SkinToolStrip, EachCreationReplacesTheFormerButtons) {
     EXPECT_NEAR(static_cast<double>(FreeGdiObjects()), static_cast<double>(before), 8);
 }
 
+TEST_F(SkinToolStrip, AParentMayRebuildItWheneverItHearsOfAButton) {
+    strip.CreateButtons(40, 21, 30);
+    int heard = 0;
+    ground.atCommand = [&] {
+        ++heard;
+        strip.SetButtonIds({IDS_YES});
+        strip.CreateButtons(40, 21, 30);
+    };
+    ::SendMessageA(strip.GetDlgItem(IDS_START), BM_CLICK, 0, 0);
+    EXPECT_EQ(heard, 2) << "of the click, and that the focus left a button which was going";
+    EXPECT_EQ(CountButtons(), 1);
+    EXPECT_NE(strip.GetDlgItem(IDS_YES), nullptr);
+}
+
 TEST(SkinSeparator, StretchesItsPictureBetweenTwoLines) {
     const CGround ground;
     CSkinSeparator separator;
