@@ -1,10 +1,7 @@
 #include "skin/IconButton.h"
 
-#include <utility>
-
 #include <windows.h>
 
-#include <commctrl.h>
 #include <shellapi.h>
 
 #include "framework/ResourceModule.h"
@@ -28,13 +25,10 @@ CIconButton::~CIconButton() {
 
 const CMessageMap& CIconButton::ClassMap() {
     static constexpr std::array entries{On<WM_SETCURSOR, &CIconButton::OnSetCursor>(),
-                                        On<WM_KILLFOCUS, &CIconButton::OnKillFocus>(),
                                         On<WM_MOUSEMOVE, &CIconButton::OnMouseMove>(),
                                         On<WM_SYSCOLORCHANGE, &CIconButton::OnSysColorChange>(),
                                         OnReflect<BN_CLICKED, &CIconButton::OnClicked>(),
                                         On<WM_ACTIVATE, &CIconButton::OnActivate>(),
-                                        On<WM_ENABLE, &CIconButton::OnEnable>(),
-                                        On<WM_CANCELMODE, &CIconButton::OnCancelMode>(),
                                         On<WM_GETDLGCODE, &CIconButton::OnGetDlgCode>(),
                                         OnReflectColor<&CIconButton::CtlColor>(),
                                         On<WM_MENUCHAR, &CIconButton::OnMenuChar>(),
@@ -57,7 +51,7 @@ void CIconButton::PreSubclassWindow() {
         buttonType = BS_PUSHBUTTON;
     }
     ModifyStyle(buttonTypeBits, BS_OWNERDRAW, SWP_FRAMECHANGED);
-    CButton::PreSubclassWindow();
+    CInputControl::PreSubclassWindow();
 }
 
 int CIconButton::Finish(bool redraw) const {
@@ -188,21 +182,9 @@ bool CIconButton::OnSetCursor(CWnd*, UINT, UINT) {
     return true;
 }
 
-void CIconButton::OnKillFocus(CWnd*) {
-    Default();
-    CancelHover();
-}
-
 void CIconButton::OnActivate(UINT state, CWnd*, bool) {
     Default();
     if (state == WA_INACTIVE) CancelHover();
-}
-
-// The platform sends this before it disables a window, and then takes the focus away before it says so.
-void CIconButton::OnCancelMode() {
-    losesFocus = ::GetFocus() == GetHandle();
-    Default();
-    CancelHover();
 }
 
 void CIconButton::OnSysColorChange() {
@@ -210,18 +192,10 @@ void CIconButton::OnSysColorChange() {
     DropSnapshot();
 }
 
-void CIconButton::OnEnable(bool enabled) {
-    Default();
-    const bool lostFocus = std::exchange(losesFocus, false) && ::GetFocus() == nullptr;
-    if (enabled) return;
-    if (lostFocus) PassFocusOn();
-    CancelHover();
-}
-
-void CIconButton::PassFocusOn() const {
+HWND CIconButton::NextInLine() const {
     const HWND parent = ::GetParent(GetHandle());
     const HWND next = ::GetNextDlgTabItem(parent, GetHandle(), FALSE);
-    ::SetFocus(next != nullptr && next != GetHandle() ? next : parent);
+    return next != nullptr && next != GetHandle() ? next : parent;
 }
 
 UINT CIconButton::OnGetDlgCode() {
@@ -259,8 +233,7 @@ void CIconButton::OnMouseMove(UINT keys, CPoint point) {
     if (hovering) return;
     hovering = true;
     Invalidate();
-    TRACKMOUSEEVENT leave{sizeof(TRACKMOUSEEVENT), TME_LEAVE, GetHandle(), 0};
-    ::_TrackMouseEvent(&leave);
+    AwaitMouseLeave();
 }
 
 void CIconButton::CancelHover() {

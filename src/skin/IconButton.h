@@ -16,8 +16,9 @@
 #include "menu/OwnerDrawMenu.h"
 #include "skin/IconImages.h"
 #include "skin/IconLayout.h"
+#include "skin/InputControl.h"
 
-class CIconButton : public CButton {
+class CIconButton : public CInputControl<CButton> {
 public:
     // Indices of the colour table.
     enum ColorIndex : unsigned { ActiveBack, ActiveText, IdleBack, IdleText, FocusBack, FocusText };
@@ -91,6 +92,9 @@ public:
 
 protected:
     void PreSubclassWindow() override;
+    void EndInput() override { CancelHover(); }
+    // The next tab stop in the parent, or the parent if there is none.
+    HWND NextInLine() const override;
 
     // The ground, and the border of a flat button that is hovered or pressed. Both give 0.
     virtual int OnDrawBackground(CDC& dc, const CRect& rect);
@@ -109,18 +113,14 @@ private:
     LRESULT OnMenuChar(UINT character, UINT flags, CMenu* menu);
     void OnMeasureItem(int id, MEASUREITEMSTRUCT& item);
     bool OnSetCursor(CWnd* window, UINT hitTest, UINT message);
-    void OnKillFocus(CWnd* next);
     void OnMouseMove(UINT keys, CPoint point);
     void OnSysColorChange();
     void OnActivate(UINT state, CWnd* other, bool minimised);
-    void OnEnable(bool enabled);
-    void OnCancelMode();
     UINT OnGetDlgCode();
     HBRUSH CtlColor(CDC& dc, UINT kind);
     LRESULT OnSetStyle(WPARAM style, LPARAM redraw);
     LRESULT OnSetCheck(WPARAM value, LPARAM);
     LRESULT OnGetCheck(WPARAM, LPARAM) { return checked; }
-    void PassFocusOn() const;
 
     // Drawing.
     std::size_t ImageSlot(bool secondFilled) const;
@@ -149,7 +149,6 @@ private:
     CToolTipCtrl toolTip;
     CBitmap backgroundBitmap; // the piece of the parent under a transparent button
     bool alwaysTrack = true;
-    bool losesFocus = false; // between the end of its modes and its being disabled
     int checked = 0;
     std::uint8_t buttonType = unbound;
     std::string url;

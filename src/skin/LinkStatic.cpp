@@ -31,10 +31,11 @@ CLinkStatic::CLinkStatic(CLinkOpener& linkOpener) : opener(linkOpener), hoverCol
 
 const CMessageMap& CLinkStatic::ClassMap() {
     static constexpr std::array entries{
-        OnReflect<STN_CLICKED, &CLinkStatic::OnClicked>(),       OnReflectColor<&CLinkStatic::CtlColor>(),
-        On<WM_SETCURSOR, &CLinkStatic::OnSetCursor>(),           On<WM_MOUSEMOVE, &CLinkStatic::OnMouseMove>(),
-        On<WM_CAPTURECHANGED, &CLinkStatic::OnCaptureChanged>(), On<WM_ENABLE, &CLinkStatic::OnEnable>(),
-        OnMessage<WM_SETTEXT, &CLinkStatic::OnSetText>(),        OnMessage<WM_SETFONT, &CLinkStatic::OnSetFont>()};
+        OnReflect<STN_CLICKED, &CLinkStatic::OnClicked>(), OnReflectColor<&CLinkStatic::CtlColor>(),
+        On<WM_SETCURSOR, &CLinkStatic::OnSetCursor>(),     On<WM_MOUSEMOVE, &CLinkStatic::OnMouseMove>(),
+        On<WM_MOUSELEAVE, &CLinkStatic::OnMouseLeave>(),   On<WM_CAPTURECHANGED, &CLinkStatic::OnCaptureChanged>(),
+        On<WM_ENABLE, &CLinkStatic::OnEnable>(),           OnMessage<WM_SETTEXT, &CLinkStatic::OnSetText>(),
+        OnMessage<WM_SETFONT, &CLinkStatic::OnSetFont>()};
     static const CMessageMap map{&CStatic::ClassMap(), entries};
     return map;
 }
@@ -49,7 +50,7 @@ void CLinkStatic::PreSubclassWindow() {
     toolTip.Create(*this);
     toolTip.AddTool(*this, onlyTool, GetClientRect(), target);
     toolTip.Activate(true);
-    CStatic::PreSubclassWindow();
+    CInputControl::PreSubclassWindow();
 }
 
 void CLinkStatic::AdoptFont() {
@@ -194,11 +195,16 @@ void CLinkStatic::OnMouseMove(UINT, CPoint point) {
     Default();
     if (!hovering) {
         SetHovering(true);
+        AwaitMouseLeave();
         ::SetCapture(GetHandle());
     } else if (!GetClientRect().Contains(point)) {
-        SetHovering(false);
-        ::ReleaseCapture();
+        OnMouseLeave();
     }
+}
+
+void CLinkStatic::OnMouseLeave() {
+    SetHovering(false);
+    if (HasCapture()) ::ReleaseCapture();
 }
 
 void CLinkStatic::OnCaptureChanged(CWnd*) {

@@ -7,9 +7,10 @@
 #include "framework/Controls.h"
 #include "framework/Gdi.h"
 #include "framework/ToolTip.h"
+#include "skin/InputControl.h"
 #include "skin/LinkOpener.h"
 
-class CLinkStatic : public CStatic {
+class CLinkStatic : public CInputControl<CStatic> {
 public:
     CLinkStatic() : CLinkStatic(CLinkOpener::System()) {}
     // Over other calls than the system's; `opener` must outlive the link.
@@ -51,12 +52,14 @@ public:
 
 protected:
     void PreSubclassWindow() override;
+    void EndInput() override { SetHovering(false); }
 
 private:
     void OnClicked();
     HBRUSH CtlColor(CDC& dc, UINT kind);
     bool OnSetCursor(CWnd* window, UINT hitTest, UINT message);
     void OnMouseMove(UINT keys, CPoint point);
+    void OnMouseLeave();
     void OnCaptureChanged(CWnd* newHolder);
     void OnEnable(bool enabled);
     LRESULT OnSetText(WPARAM wParam, LPARAM text);

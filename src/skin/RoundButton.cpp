@@ -30,7 +30,7 @@ void DrawEngraved(const CDC& dc, CPoint place, const std::string& text) {
 } // namespace
 
 void CRoundButton::PreSubclassWindow() {
-    CButton::PreSubclassWindow();
+    CInputControl::PreSubclassWindow();
     ModifyStyle(0, BS_OWNERDRAW);
     const CRect client = GetClientRect();
     const LONG side = std::min(client.Width(), client.Height());

@@ -5,10 +5,10 @@
 // keys are those of the platform's owner-drawn button. User-interface thread only.
 #pragma once
 
-#include "framework/Controls.h"
 #include "framework/Dc.h"
+#include "skin/InputControl.h"
 
-class CRoundButton : public CButton {
+class CRoundButton : public CInputControl<CButton> {
 public:
     void DrawItem(DRAWITEMSTRUCT& item) override;
 

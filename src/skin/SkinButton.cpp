@@ -18,10 +18,6 @@ bool GetShape(HWND window, CRgn& shape) {
     return ::GetWindowRgn(window, shape.GetHandle()) != ERROR;
 }
 
-bool CanTakeFocus(HWND window) {
-    return ::IsWindowVisible(window) != FALSE && ::IsWindowEnabled(window) != FALSE;
-}
-
 } // namespace
 
 const CMessageMap& CSkinButton::ClassMap() {
@@ -30,17 +26,22 @@ const CMessageMap& CSkinButton::ClassMap() {
                                         On<WM_LBUTTONDOWN, &CSkinButton::OnLButtonDown>(),
                                         On<WM_LBUTTONUP, &CSkinButton::OnLButtonUp>(),
                                         On<WM_LBUTTONDBLCLK, &CSkinButton::OnLButtonDblClk>(),
+                                        On<WM_MOUSELEAVE, &CSkinButton::OnMouseLeave>(),
                                         On<WM_CAPTURECHANGED, &CSkinButton::OnCaptureChanged>(),
                                         On<WM_SETFOCUS, &CSkinButton::OnSetFocus>(),
                                         On<WM_KILLFOCUS, &CSkinButton::OnKillFocus>(),
-                                        On<WM_CANCELMODE, &CSkinButton::OnCancelMode>(),
-                                        On<WM_ENABLE, &CSkinButton::OnEnable>(),
                                         OnMessage<WM_KEYDOWN, &CSkinButton::OnKeyDown>(),
                                         OnMessage<WM_KEYUP, &CSkinButton::OnKeyUp>(),
                                         OnMessage<BM_SETSTATE, &CSkinButton::OnSetState>(),
                                         OnMessage<BM_SETSTYLE, &CSkinButton::OnSetStyle>()};
     static const CMessageMap map{&CSkinControl::ClassMap(), entries};
     return map;
+}
+
+void CSkinButton::PreSubclassWindow() {
+    hover = pressed = 0;
+    spaceHeld = false;
+    CInputControl::PreSubclassWindow();
 }
 
 bool CSkinButton::SetBitmapResource(std::uint16_t id, int) {
@@ -158,6 +159,7 @@ void CSkinButton::OnMouseMove(UINT keys, CPoint point) {
         if (IsStrip()) ShowHandCursor();
         if (hover == 0) {
             hover = 1;
+            AwaitMouseLeave();
             RepaintNow();
         }
         if (!HasCapture()) ::SetCapture(GetHandle());
@@ -170,6 +172,7 @@ void CSkinButton::OnMouseMove(UINT keys, CPoint point) {
 
 void CSkinButton::OnLButtonDown(UINT, CPoint) {
     if (!IsStrip() && !IsPicture()) return;
+    if (hover == 0) AwaitMouseLeave();
     pressed = hover = 1;
     RepaintNow();
     SetFocus();
@@ -184,33 +187,26 @@ void CSkinButton::OnLButtonUp(UINT, CPoint) {
     if (clicked) SendClick(); // the last: the command may end this object
 }
 
+void CSkinButton::OnMouseLeave() {
+    if (pressed != 0 && !HasCapture()) pressed = 0; // nobody will tell where it comes up
+    if (std::exchange(hover, 0) != 0) RepaintNow();
+    if (pressed == 0 && HasCapture()) ::ReleaseCapture();
+}
+
 void CSkinButton::OnCaptureChanged(CWnd* holder) {
-    if (holder == this || (hover == 0 && pressed == 0)) return;
-    hover = pressed = 0;
-    RepaintNow();
+    if (holder != this && (hover != 0 || pressed != 0)) EndInput();
+}
+
+void CSkinButton::EndInput() {
+    spaceHeld = false;
+    pressed = 0;
+    if (std::exchange(hover, 0) != 0) RepaintNow();
 }
 
 void CSkinButton::SendClick() const {
     const auto id = static_cast<WORD>(GetDlgCtrlID());
     ::SendMessageA(::GetParent(GetHandle()), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
                    reinterpret_cast<LPARAM>(GetHandle()));
-}
-
-// The platform sends this before it disables a window, and then takes the focus away before it says so.
-void CSkinButton::OnCancelMode() {
-    losesFocus = ::GetFocus() == GetHandle();
-    Default();
-}
-
-void CSkinButton::OnEnable(bool enable) {
-    Invalidate();
-    if (std::exchange(losesFocus, false) && !enable) PassFocus();
-}
-
-void CSkinButton::PassFocus() const {
-    if (::GetFocus() != nullptr) return;
-    const HWND dialog = ::GetAncestor(GetHandle(), GA_ROOT);
-    ::SetFocus(CanTakeFocus(focusHeir) ? focusHeir : ::GetNextDlgTabItem(dialog, GetHandle(), FALSE));
 }
 
 // The class's own handling of the space bar would show its pressed look and take the capture.

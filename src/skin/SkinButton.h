@@ -4,18 +4,19 @@
 // the frame shown lies outside the button: the window takes the shape of the rest, and the mouse is felt only there. In
 // picture mode the picture stands whole on its parent's ground, left of the caption, and the mouse draws an edge.
 //
-// The mouse is captured from the first move over the button on, so that its leaving is seen. A click (and the space
-// bar, as on any button) sends WM_COMMAND to the parent. There is no focus rectangle. A button without a picture draws
-// nothing and works by its client rectangle.
+// The mouse is captured from the first move over the button on, so that its coming up elsewhere is seen. A click (and
+// the space bar, as on any button) sends WM_COMMAND to the parent. There is no focus rectangle. A button without a
+// picture draws nothing and works by its client rectangle.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <string>
 
+#include "skin/InputControl.h"
 #include "skin/SkinControl.h"
 
-class CSkinButton : public CSkinControl<CButton> {
+class CSkinButton : public CInputControl<CSkinControl<CButton>> {
 public:
     static const CMessageMap& ClassMap();
     const CMessageMap& GetMessageMap() const override { return ClassMap(); }
@@ -42,12 +43,10 @@ public:
     static constexpr int stripMode = 2;
     int drawMode = stripMode;
 
-    // Where the focus goes when the button is disabled while it has it: to this window, if that can take it, else to
-    // the next tab stop.
-    HWND focusHeir = nullptr;
-
 protected:
+    void PreSubclassWindow() override;
     void PaintOn(CDC& dc) override;
+    void EndInput() override;
     void DropFaces() override {
         faces = {};
         shapedBy = nullptr;
@@ -78,17 +77,14 @@ private:
     void OnLButtonDown(UINT keys, CPoint point);
     void OnLButtonUp(UINT keys, CPoint point);
     void OnLButtonDblClk(UINT, CPoint) {}
+    void OnMouseLeave();
     void OnCaptureChanged(CWnd* holder);
     bool IsInside(CPoint point) const;
-    bool HasCapture() const { return ::GetCapture() == GetHandle(); }
     void SendClick() const;
 
     // Focus and keys.
     void OnSetFocus(CWnd*) {}
-    void OnKillFocus(CWnd*) { spaceHeld = false; }
-    void OnCancelMode();
-    void OnEnable(bool enable);
-    void PassFocus() const;
+    void OnKillFocus(CWnd*) {}
     LRESULT OnKeyDown(WPARAM key, LPARAM);
     LRESULT OnKeyUp(WPARAM key, LPARAM);
 
@@ -102,5 +98,4 @@ private:
     int pressed = 0;                // the left button went down here and hasn't come up
     int enabled = 1;                // read from the window's style at each paint
     bool spaceHeld = false;
-    bool losesFocus = false; // it had the focus when the platform began to disable it
 };

@@ -7,9 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "skin/InputControl.h"
 #include "skin/SkinControl.h"
 
-class CSkinSelector : public CSkinControl<CStatic> {
+class CSkinSelector : public CInputControl<CSkinControl<CStatic>> {
 public:
     static const CMessageMap& ClassMap();
     const CMessageMap& GetMessageMap() const override { return ClassMap(); }

@@ -44,6 +44,24 @@ public:
         while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) ::DispatchMessageA(&message);
     }
 
+    // Puts the pointer there for good: the display may tell of its former place for a while yet, and a control would
+    // feel it.
+    static void RestCursorAt(int x, int y) {
+        for (DWORD now = ::GetTickCount(), resting = now, limit = now + 2000; now < limit && now - resting < 30;
+             now = ::GetTickCount()) {
+            POINT place{};
+            ::GetCursorPos(&place);
+            if (place.x != x || place.y != y) {
+                ::SetCursorPos(x, y);
+                resting = now;
+            }
+            Pump();
+            ::Sleep(2);
+        }
+    }
+    // On the desktop, another program's window.
+    static void RestCursorElsewhere() { RestCursorAt(700, 700); }
+
     // What the screen shows in a rectangle of this window.
     Art Look(const CRect& rect) const {
         const CClientDC dc(GetHandle());

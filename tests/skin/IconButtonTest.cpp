@@ -26,26 +26,12 @@ class IconButton : public testing::Test {
 protected:
     // 60 x 20 pixels: without a caption, an image of 8 x 8 fills (26, 6) to (34, 14).
     std::unique_ptr<CButtonUnderTest> Make(DWORD type, const char* text = "", int row = 0) {
-        RestCursorElsewhere();
+        CGround::RestCursorElsewhere();
         auto made = std::make_unique<CButtonUnderTest>();
         made->Create("BUTTON", text, WS_CHILD | WS_VISIBLE | WS_TABSTOP | type, {10, 10 + 30 * row, 70, 30 + 30 * row},
                      ground.GetHandle(), static_cast<UINT>(1030 + row));
         CGround::Pump();
         return made;
-    }
-    // The display may tell of a former place of the pointer for a while yet, and a button there would feel it.
-    static void RestCursorElsewhere() {
-        for (DWORD now = ::GetTickCount(), resting = now, limit = now + 2000; now < limit && now - resting < 30;
-             now = ::GetTickCount()) {
-            POINT place{};
-            ::GetCursorPos(&place);
-            if (place.x != 700 || place.y != 700) {
-                ::SetCursorPos(700, 700);
-                resting = now;
-            }
-            CGround::Pump();
-            ::Sleep(2);
-        }
     }
     static void Hover(const CIconButton& button) {
         POINT place{5, 5};
@@ -201,6 +187,39 @@ TEST_F(IconButton, ADisabledButtonPassesTheFocusOn) {
     EXPECT_EQ(::GetFocus(), third->GetHandle());
     third->EnableWindow(false);
     EXPECT_EQ(::GetFocus(), ground.GetHandle());
+    first->EnableWindow(true);
+    second->EnableWindow(true);
+    third->EnableWindow(true);
+    first->SetFocus();
+    first->focusHeir = third->GetHandle();
+    first->ShowWindow(SW_HIDE);
+    EXPECT_EQ(::GetFocus(), third->GetHandle()) << "hidden, it has an heir";
+}
+
+TEST_F(IconButton, WhatTakesTheMouseAwayEndsHoverAndPress) {
+    const std::pair<const char*, std::function<void(const CIconButton&)>> ends[] = {
+        {"modes", [](const CIconButton& button) { button.SendMessage(WM_CANCELMODE); }},
+        {"focus", [this](const CIconButton&) { ground.SetFocus(); }},
+        {"disabled", [](const CIconButton& button) { button.EnableWindow(!button.EnableWindow(false)); }},
+        {"hidden", [](const CIconButton& button) { button.ShowWindow(SW_HIDE); }},
+        {"disabled window", [this](const CIconButton& button) {
+             ground.EnableWindow(false);
+             button.SendMessage(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(5, 5));
+             ground.EnableWindow(true);
+         }}};
+    for (const auto& [name, end] : ends) {
+        const auto button = Make(BS_PUSHBUTTON);
+        button->SetColor(CIconButton::ActiveBack, ColorOf('a'), false);
+        Hover(*button);
+        button->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+        end(*button);
+        EXPECT_NE(::GetCapture(), button->GetHandle()) << name;
+        const CSurface surface(60, 20);
+        Draw(*button, surface, 0);
+        EXPECT_FALSE(Shows(surface, ColorOf('a'))) << name;
+        button->SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+        EXPECT_TRUE(ground.commands.empty()) << name;
+    }
 }
 
 TEST_F(IconButton, SettersRefuseWhatIsOutOfRange) {

@@ -134,24 +134,56 @@ TEST_F(LinkStatic, TextAndTargetStandInForEachOther) {
 
 TEST_F(LinkStatic, HoverHoldsTheCaptureAndWinsOverVisited) {
     Make("WWW");
-    EXPECT_TRUE(Shows(linkColor));
     const auto move = [this](short x) { link.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(x, 2)); };
-    for (const bool visited : {false, true}) {
-        link.SetVisited(visited);
-        const COLORREF calm = visited ? visitedColor : linkColor;
+    const auto color = [this] { // of the text, as the control is told it
+        const CClientDC dc(link.GetHandle());
+        ground.SendMessage(WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc.GetHandle()),
+                           reinterpret_cast<LPARAM>(link.GetHandle()));
+        return ::GetTextColor(dc.GetHandle());
+    };
+    const std::pair<const char*, std::function<void()>> ends[] = {
+        {"outside", [&] { move(-1); }},
+        {"left", [this] { link.SendMessage(WM_MOUSELEAVE); }},
+        {"capture", [this] { ::SetCapture(ground.GetHandle()); }},
+        {"modes", [this] { link.SendMessage(WM_CANCELMODE); }},
+        {"disabled", [this] { link.EnableWindow(!link.EnableWindow(false)); }},
+        {"hidden", [this] { link.ShowWindow(SW_HIDE); }},
+        {"disabled window", [&] {
+             ground.EnableWindow(false);
+             move(2);
+             Click();
+             ground.EnableWindow(true);
+         }}};
+    for (const auto& [name, end] : ends) {
+        link.SetVisited(!link.GetVisited());
+        const COLORREF calm = link.GetVisited() ? visitedColor : linkColor;
+        EXPECT_EQ(color(), calm) << name;
+        link.ShowWindow(SW_SHOW);
         move(2);
-        EXPECT_EQ(::GetCapture(), link.GetHandle());
-        EXPECT_TRUE(Shows(hoverColor) && !Shows(calm));
-        move(-1);
-        EXPECT_EQ(::GetCapture(), HWND{});
-        EXPECT_TRUE(Shows(calm) && !Shows(hoverColor));
-        move(2);
-        ::SetCapture(ground.GetHandle());
-        EXPECT_TRUE(Shows(calm) && !Shows(hoverColor));
+        EXPECT_EQ(::GetCapture(), link.GetHandle()) << name;
+        EXPECT_EQ(color(), hoverColor) << name;
+        end();
+        EXPECT_NE(::GetCapture(), link.GetHandle()) << name;
+        EXPECT_EQ(color(), calm) << name;
         ::ReleaseCapture();
     }
+    EXPECT_TRUE(opener.opened.empty());
     link.SetColors(1, 2, CLinkStatic::highlightColor);
     EXPECT_EQ(link.GetHoverColor(), ::GetSysColor(COLOR_HIGHLIGHT));
+}
+
+TEST_F(LinkStatic, ThePointerLightsItUntilItJumpsIntoAnotherProgram) {
+    Make("WWW");
+    EXPECT_TRUE(Shows(linkColor));
+    CPoint point(2, 2);
+    ::ClientToScreen(link.GetHandle(), &point);
+    CGround::RestCursorAt(point.x, point.y);
+    link.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(2, 2));
+    EXPECT_TRUE(Shows(hoverColor) && !Shows(linkColor));
+    CGround::RestCursorElsewhere();
+    for (const DWORD begun = ::GetTickCount(); Shows(hoverColor) && ::GetTickCount() - begun < 3000;) ::Sleep(10);
+    EXPECT_TRUE(Shows(linkColor) && !Shows(hoverColor));
+    EXPECT_EQ(::GetCapture(), HWND{});
 }
 
 // Beneath the link lies a picture, as a sibling.

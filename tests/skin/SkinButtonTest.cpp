@@ -34,7 +34,9 @@ protected:
     }
 
     // i, o, c: move inside, outside, into the corner; m: move inside although the mouse button came up elsewhere;
-    // d, u, D: left down, up, double click; x: somebody else takes the capture.
+    // d, u, D: left down, up, double click; l: the pointer has left; x: somebody else takes the capture; k: all modes
+    // are cancelled; e, h: disabled, hidden, and back; f: the focus comes and goes; b, B: the whole window is disabled,
+    // enabled.
     void Play(const std::string& script) {
         constexpr LPARAM inside = MAKELPARAM(3, 2), outside = MAKELPARAM(-5, 200), corner = MAKELPARAM(0, 0);
         bool held = false;
@@ -60,8 +62,35 @@ protected:
             case 'u':
                 button.SendMessage(WM_LBUTTONUP, 0, inside);
                 break;
+            case 'l':
+                button.SendMessage(WM_MOUSELEAVE);
+                break;
             case 'x':
                 ::SetCapture(ground.GetHandle());
+                break;
+            case 'k':
+                button.SendMessage(WM_CANCELMODE);
+                break;
+            case 'e':
+                button.EnableWindow(false);
+                button.EnableWindow(true);
+                button.UpdateWindow();
+                break;
+            case 'h':
+                button.ShowWindow(SW_HIDE);
+                EXPECT_NE(::GetCapture(), button.GetHandle());
+                button.ShowWindow(SW_SHOW);
+                button.UpdateWindow();
+                break;
+            case 'f':
+                button.SetFocus();
+                ground.SetFocus();
+                break;
+            case 'b':
+            case 'B':
+                ground.EnableWindow(step == 'B');
+                ::RedrawWindow(ground.GetHandle(), nullptr, nullptr,
+                               RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
                 break;
             default:
                 FAIL() << step;
@@ -107,11 +136,14 @@ TEST_F(SkinButton, EveryMouseState) {
                           {"iduDiu", normal, false, 2},
                           {"u", normal, false, 0},
                           {"ou", normal, false, 0},
-                          // The capture goes elsewhere: a message box, a menu.
-                          {"ix", normal, false, 0},
-                          {"idx", normal, false, 0},
-                          {"idxu", normal, false, 0},
-                          {"idoxi", over, true, 0},
+                          // The pointer jumps into another program; with the mouse button held it may come back.
+                          {"il", normal, false, 0},
+                          {"ili", over, true, 0},
+                          {"idl", normal, true, 0},
+                          {"idlu", normal, false, 0},
+                          {"idoli", down, true, 0},
+                          {"dl", normal, false, 0},
+                          {"dli", over, true, 0},
                           // Pressed before any move: where it came up wasn't seen.
                           {"dm", over, true, 0},
                           {"dmo", normal, false, 0}};
@@ -126,6 +158,38 @@ TEST_F(SkinButton, EveryMouseState) {
         ::ReleaseCapture();
         Play("uio");
     }
+}
+
+TEST_F(SkinButton, WhatTakesTheMouseAwayEndsHoverAndPress) {
+    for (const char* end : {"x", "k", "e", "h", "f", "bi", "bd", "bu", "ho", "xo"}) {
+        for (const char* begin : {"i", "id", "ido", "d"}) {
+            if (end[0] == 'x' && begin[0] == 'd') continue; // has no capture yet
+            Play(begin);
+            Play(end);
+            EXPECT_EQ(Look(), normal) << begin << end;
+            EXPECT_NE(::GetCapture(), button.GetHandle()) << begin << end;
+            ::ReleaseCapture();
+            Play("Bu");
+            EXPECT_TRUE(ground.commands.empty()) << begin << end;
+            EXPECT_EQ(Look(), normal) << begin << end;
+            ground.commands.clear();
+            Play("io");
+        }
+    }
+}
+
+TEST_F(SkinButton, APointerThatJumpsIntoAnotherProgramLeavesIt) {
+    CPoint point(3, 2);
+    ::ClientToScreen(button.GetHandle(), &point);
+    CGround::RestCursorAt(point.x, point.y);
+    Play("i");
+    CGround::RestCursorElsewhere();
+    for (const DWORD begun = ::GetTickCount(); Look() != normal && ::GetTickCount() - begun < 3000;) {
+        CGround::Pump();
+        ::Sleep(10);
+    }
+    EXPECT_EQ(Look(), normal);
+    EXPECT_EQ(::GetCapture(), nullptr);
 }
 
 TEST_F(SkinButton, ThePressTakesTheFocusAndTheMoveShowsTheHand) {
@@ -299,7 +363,7 @@ TEST_F(SkinButton, InPictureModeItStandsOnItsParentsGround) {
     EXPECT_NE(::GetCapture(), tool.GetHandle());
 }
 
-TEST_F(SkinButton, DisabledItPassesTheFocusOn) {
+TEST_F(SkinButton, DisabledOrHiddenItPassesTheFocusOn) {
     CWnd next, heir;
     next.Create("BUTTON", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, {40, 0, 60, 20}, ground.GetHandle(), 1);
     heir.Create("BUTTON", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, {70, 0, 90, 20}, ground.GetHandle(), 2);
@@ -313,6 +377,15 @@ TEST_F(SkinButton, DisabledItPassesTheFocusOn) {
     button.focusHeir = heir.GetHandle();
     EXPECT_EQ(focusAfterDisabling(button), heir.GetHandle());
     EXPECT_EQ(focusAfterDisabling(next), next.GetHandle());
+    for (const UINT way : {WM_SHOWWINDOW, WM_WINDOWPOSCHANGED}) { // what the platform tells of it
+        button.EnableWindow(true);
+        button.SetFocus();
+        constexpr UINT stay = SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
+        if (way == WM_SHOWWINDOW) button.ShowWindow(SW_HIDE);
+        button.SetWindowPos(nullptr, 0, 0, 0, 0, stay | SWP_HIDEWINDOW);
+        EXPECT_EQ(::GetFocus(), heir.GetHandle()) << way;
+        button.ShowWindow(SW_SHOW);
+    }
     heir.EnableWindow(false);
     EXPECT_EQ(focusAfterDisabling(button), next.GetHandle());
 }
@@ -343,7 +416,7 @@ TEST_F(SkinButton, SpaceClicksUnlessTheFocusLeaves) {
     };
     EXPECT_EQ(clicksOf([] {}), 1U);
     EXPECT_EQ(clicksOf([this] { button.SendMessage(WM_KEYDOWN, VK_SPACE, 1 << 30); }), 1U); // held
-    EXPECT_EQ(clicksOf([this] { ground.SetFocus(); }), 0U);
+    for (const char* end : {"f", "k", "e", "h"}) EXPECT_EQ(clicksOf([&] { Play(end); }), 0U) << end;
     EXPECT_EQ(::GetCapture(), nullptr);
 }
 
