@@ -17,9 +17,7 @@ public:
     CButtonRow() = default;
     CButtonRow(const CButtonRow&) = delete;
     CButtonRow& operator=(const CButtonRow&) = delete;
-    ~CButtonRow() {
-        Replace([](const Buttons&) {});
-    }
+    ~CButtonRow() { Clear(); }
 
     // Ends the present buttons, then calls make(Buttons&), which adds others.
     template <class Make>
@@ -28,6 +26,10 @@ public:
         std::exchange(buttons, {}).clear(); // out of the row first, so that nobody comes upon one that is half gone
         make(buttons);
         replacing = false;
+    }
+
+    void Clear() {
+        Replace([](const Buttons&) {});
     }
 
     Buttons::const_iterator begin() const { return buttons.begin(); }

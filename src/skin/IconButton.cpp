@@ -42,14 +42,15 @@ const CMessageMap& CIconButton::ClassMap() {
 }
 
 void CIconButton::PreSubclassWindow() {
-    menuOpen = false; // a former window may have ended below its menu
+    hovering = menuOpen = false; // a former window may have ended below its menu
+    checked = 0;
+    DropSnapshot();
+    toolTip.DestroyWindow();
     const DWORD style = GetStyle();
     buttonType = static_cast<std::uint8_t>(style & buttonTypeBits);
-    if ((style & 2) != 0) isCheckBox = true; // check boxes of every kind, by this bit of their type
-    if (buttonType == BS_DEFPUSHBUTTON) {
-        isDefault = true;
-        buttonType = BS_PUSHBUTTON;
-    }
+    isCheckBox = (style & 2) != 0; // check boxes of every kind, by this bit of their type
+    isDefault = buttonType == BS_DEFPUSHBUTTON;
+    if (isDefault) buttonType = BS_PUSHBUTTON;
     ModifyStyle(buttonTypeBits, BS_OWNERDRAW, SWP_FRAMECHANGED);
     CInputControl::PreSubclassWindow();
 }

@@ -41,12 +41,14 @@ const CMessageMap& CLinkStatic::ClassMap() {
 }
 
 void CLinkStatic::PreSubclassWindow() {
+    hovering = false;
     ModifyStyle(0, SS_NOTIFY);
     if (target.empty()) target = GetWindowText();
     if (GetWindowText().empty()) SetWindowText(target);
     AdoptFont();
     FitToText();
     LoadDefaultCursor();
+    toolTip.DestroyWindow(); // of a former window
     toolTip.Create(*this);
     toolTip.AddTool(*this, onlyTool, GetClientRect(), target);
     toolTip.Activate(true);

@@ -19,6 +19,11 @@ const CMessageMap& CSkinBar::ClassMap() {
     return map;
 }
 
+void CSkinBar::PreSubclassWindow() {
+    CSkinStatic::PreSubclassWindow();
+    buttons.Clear();
+}
+
 int CSkinBar::LoadButtons(const std::string& path) {
     buttonStrip.LoadFromFile(path, 0);
     buttons.Replace([this, ids = buttonIds](CButtonRow::Buttons& made) {

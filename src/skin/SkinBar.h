@@ -23,6 +23,9 @@ public:
     // buttons are being made, which the parent hears of, it makes none. Always 1.
     int LoadButtons(const std::string& path);
 
+protected:
+    void PreSubclassWindow() override;
+
 private:
     void OnSize(UINT kind, int width, int height);
     void PlaceButtons(int left) const;

@@ -22,6 +22,7 @@ bool GetShape(HWND window, CRgn& shape) {
 
 const CMessageMap& CSkinButton::ClassMap() {
     static constexpr std::array entries{On<WM_PAINT, &CSkinButton::OnPaint>(),
+                                        OnMessage<WM_WINDOWPOSCHANGED, &CSkinButton::OnWindowPosChanged>(),
                                         On<WM_MOUSEMOVE, &CSkinButton::OnMouseMove>(),
                                         On<WM_LBUTTONDOWN, &CSkinButton::OnLButtonDown>(),
                                         On<WM_LBUTTONUP, &CSkinButton::OnLButtonUp>(),
@@ -68,6 +69,12 @@ void CSkinButton::OnPaint() {
     PaintBy([this](CDC& dc) {
         if (IsPicture()) DrawPicture(dc);
     });
+}
+
+// Comes with every new region, whoever sets it.
+LRESULT CSkinButton::OnWindowPosChanged(WPARAM, LPARAM) {
+    shapedBy = nullptr;
+    return Default();
 }
 
 void CSkinButton::PaintOn(CDC& dc) {

@@ -64,6 +64,7 @@ private:
 
     // Painting.
     void OnPaint();
+    LRESULT OnWindowPosChanged(WPARAM, LPARAM);
     void ReadEnabled();
     const Face& PresentFace();
     void TakeShape(const CRgn& shape) const;

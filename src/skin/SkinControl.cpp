@@ -33,6 +33,14 @@ const CMessageMap& CSkinControl<Control>::ClassMap() {
 }
 
 template <class Control>
+void CSkinControl<Control>::PreSubclassWindow() {
+    font = nullptr;
+    DropFaces();
+    if (!caption.empty()) this->SetWindowText(caption);
+    Control::PreSubclassWindow();
+}
+
+template <class Control>
 bool CSkinControl<Control>::SetBitmapFile(const std::string& path) {
     CSkinBitmap loaded;
     loaded.LoadFromFile(path, 0);

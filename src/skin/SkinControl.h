@@ -31,6 +31,9 @@ public:
     bool Shows(const std::string& text, COLORREF color) const { return caption == text && textColor == color; }
 
 protected:
+    // Leaves behind what belonged to a former window.
+    void PreSubclassWindow() override;
+
     // Draws the control in its client coordinates. The caller brings the context's state back.
     virtual void PaintOn(CDC& dc) = 0;
 

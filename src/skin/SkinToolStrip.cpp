@@ -7,6 +7,11 @@
 #include "framework/Text.h"
 #include "skin/StripLayout.h"
 
+void CSkinToolStrip::PreSubclassWindow() {
+    CSkinStatic::PreSubclassWindow();
+    buttons.Clear();
+}
+
 bool CSkinToolStrip::LoadStrip(std::uint16_t id, int) {
     const char* name = MAKEINTRESOURCEA(id);
     const CBitmap loaded(::LoadBitmapA(FindResourceModule(name, RT_BITMAP), name));

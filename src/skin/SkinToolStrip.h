@@ -30,6 +30,9 @@ public:
     // Given to each button that is made. A button shows no text until it is given one.
     COLORREF buttonTextColor = RGB(0, 0, 0);
 
+protected:
+    void PreSubclassWindow() override;
+
 private:
     std::unique_ptr<CSkinButton> MakeButton(std::size_t index, UINT id, int frameCount) const;
     void PlaceButtons(const CButtonRow::Buttons& made) const;

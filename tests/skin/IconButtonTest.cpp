@@ -222,6 +222,26 @@ TEST_F(IconButton, WhatTakesTheMouseAwayEndsHoverAndPress) {
     }
 }
 
+TEST_F(IconButton, AnotherWindowFindsNothingOfTheFormerOne) {
+    const auto button = Make(BS_AUTOCHECKBOX);
+    button->SetCheck(1, false);
+    button->SetToolTip("former", true);
+    Hover(*button);
+    CWnd second;
+    second.Create("BUTTON", "", WS_CHILD | WS_VISIBLE, {10, 40, 70, 60}, ground.GetHandle(), 1);
+    const HWND window = second.UnsubclassWindow();
+    button->UnsubclassWindow();
+    button->SetColor(CIconButton::ActiveBack, ColorOf('a'), false);
+    ASSERT_TRUE(button->SubclassWindow(window));
+    const CSurface surface(60, 20);
+    Draw(*button, surface, 0);
+    EXPECT_FALSE(Shows(surface, ColorOf('a')));
+    button->SetCheck(1, false);
+    EXPECT_EQ(button->GetCheck(), 0) << "a plain button";
+    button->SetToolTip("present", true);
+    EXPECT_EQ(TipOf(*button), "present");
+}
+
 TEST_F(IconButton, SettersRefuseWhatIsOutOfRange) {
     const auto button = Make(BS_PUSHBUTTON);
     COLORREF color = 0;

@@ -127,6 +127,12 @@ TEST_F(LinkStatic, TextAndTargetStandInForEachOther) {
     EXPECT_GT(Place().right, before.right);
     EXPECT_EQ(TipOf(link), "other");
 
+    link.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(2, 2));
+    link.UnsubclassWindow();
+    Make("another window");
+    EXPECT_EQ(TipOf(link), "other");
+    EXPECT_TRUE(Shows(linkColor) && !Shows(hoverColor));
+
     CLinkStatic second(opener);
     second.Create("STATIC", "own text", WS_CHILD, place, ground.GetHandle(), 1002);
     EXPECT_EQ(second.GetTarget(), "own text");

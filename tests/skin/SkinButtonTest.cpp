@@ -285,6 +285,35 @@ TEST_F(SkinButton, ThePlatformsLookNeverShows) {
     EXPECT_EQ(ground.commands.size(), 2U); // of the space bar and of the message
 }
 
+TEST_F(SkinButton, AnotherWindowFindsNothingOfTheFormerOne) {
+    button.SetCaption("Go", 5, RGB(0, 0, 255));
+    Play("id");
+    CGround::Pump();
+    button.DestroyWindow();
+    const HWND second = ::CreateWindowExA(0, "BUTTON", "Template", WS_CHILD | WS_VISIBLE, 30, 30, 6, 4,
+                                          ground.GetHandle(), nullptr, nullptr, nullptr);
+    ground.fontsAsked = 0;
+    ASSERT_TRUE(button.SubclassWindow(second));
+    button.Invalidate();
+    CGround::Pump();
+    EXPECT_EQ(ground.Look({30, 30, 36, 31})[0][0], 'g') << "shaped";
+    EXPECT_EQ(ground.fontsAsked, 1);
+    EXPECT_EQ(button.GetWindowText(), "Go");
+    button.SetCaption("", 5, 0);
+    button.Invalidate();
+    CGround::Pump();
+    EXPECT_EQ(ground.Look({30, 30, 36, 34}), normal);
+    button.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(3, 2));
+    EXPECT_TRUE(ground.commands.empty());
+
+    // A shape that somebody takes away comes back with the next paint.
+    ::SetWindowRgn(second, nullptr, FALSE);
+    button.Invalidate();
+    CGround::Pump();
+    CRgn shape(::CreateRectRgn(0, 0, 0, 0));
+    EXPECT_NE(::GetWindowRgn(second, shape.GetHandle()), ERROR);
+}
+
 TEST_F(SkinButton, TheCaptionStandsInTheMiddleOfTheFrame) {
     Art wide(20, std::string(60, '1') + std::string(180, '2'));
     CSkinButton large;
