@@ -54,7 +54,8 @@ void CCounterPanel::PrepareIndicators() {
         display->SetSegmentColor(digitColor);
         display->SetGhostSegments(false);
     }
-    const auto prepare = [](CIconButton& button) {
+    const auto prepare = [this](CIconButton& button) {
+        button.focusHeir = startButton.GetHandle();
         button.SetIcons(IDI_LAMP_LIT, IDI_LAMP_DARK);
         button.SetColor(CIconButton::ActiveText, lampTextLit, true);
         button.SetColor(CIconButton::IdleText, lampTextDark, true);

@@ -74,6 +74,9 @@ protected:
         ::GetClientRect(control, &client);
         const int x = inside ? client.right / 2 : -5;
         ::SendMessageA(control, WM_MOUSEMOVE, 0, MAKELPARAM(x, client.bottom / 2));
+        // The pointer isn't really there, and the control would be told so soon.
+        TRACKMOUSEEVENT untold{sizeof untold, TME_CANCEL | TME_LEAVE, control, 0};
+        ::_TrackMouseEvent(&untold);
     }
 };
 
