@@ -119,6 +119,9 @@ void CCounterPanel::PlaceLabels() {
 
 void CCounterPanel::PlaceTopBar() {
     topBar.SetButtonIds({ID_HELP_MENU, ID_LANGUAGE_MENU, ID_PORT_MENU});
+    std::string about = LoadText(IDS_ABOUT_TITLE);
+    about.erase(about.find_last_not_of(' ') + 1); // it ends where the product's name follows
+    topBar.SetButtonNames({about, LoadText(IDS_LANGUAGE), LoadText(IDS_COM)});
     topBar.SetBitmapFile(ThemeFile("LeftTitleBar.bmp"));
     topBar.cornerWidth = 30;
     topBar.cornerHeight = 30;

@@ -27,13 +27,14 @@ void CSkinBar::PreSubclassWindow() {
 int CSkinBar::LoadButtons(const std::string& path) {
     buttonStrip.LoadFromFile(path, 0);
     buttons.Replace([this, ids = buttonIds](CButtonRow::Buttons& made) {
-        const int count = std::min(buttonCount, static_cast<int>(ids.size()));
-        for (int i = 0; i < count; ++i) {
+        const std::size_t count = std::min<std::size_t>(buttonCount, ids.size());
+        for (std::size_t i = 0; i < count; ++i) {
             auto button = std::make_unique<CSkinButton>();
-            button->Create("BUTTON", "", WS_CHILD | WS_VISIBLE, CRect(), GetHandle(), ids[static_cast<std::size_t>(i)]);
+            button->Create("BUTTON", "", WS_CHILD | WS_VISIBLE, CRect(), GetHandle(), ids[i]);
             CSkinBitmap row;
-            buttonStrip.GetFrame(row, 1, i + 1, 1, buttonCount);
+            buttonStrip.GetFrame(row, 1, static_cast<int>(i) + 1, 1, buttonCount);
             const CBitmap former(button->SetBitmapHandle(row.GetHandle()));
+            if (i < buttonNames.size()) button->SetAccessibleName(buttonNames[i]);
             made.push_back(std::move(button));
         }
         PlaceButtons(static_cast<int>(GetClientRect().Width()) - loadedFromRight);

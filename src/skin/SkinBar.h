@@ -18,6 +18,9 @@ public:
     // The control ids of the buttons, from left to right: three of them, before LoadButtons.
     void SetButtonIds(const std::vector<UINT>& ids) { buttonIds = ids; }
 
+    // The names of the buttons for assistive software, in the same order, before LoadButtons. A button shows none.
+    void SetButtonNames(const std::vector<std::string>& names) { buttonNames = names; }
+
     // Makes the buttons anew from a picture of 4 columns (normal, mouse over, pressed, disabled) and a row for each
     // button. Without the picture they are blank and work all the same. The bar's window must exist. Called while
     // buttons are being made, which the parent hears of, it makes none. Always 1.
@@ -32,5 +35,6 @@ private:
 
     CSkinBitmap buttonStrip;
     std::vector<UINT> buttonIds;
+    std::vector<std::string> buttonNames;
     CButtonRow buttons; // in the order of their ids
 };

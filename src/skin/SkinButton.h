@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <string>
 
+#include "skin/AccessibleName.h"
 #include "skin/InputControl.h"
 #include "skin/SkinControl.h"
 
@@ -37,6 +38,9 @@ public:
         textColor = color;
         DropFaces();
     }
+
+    // For assistive software, in place of the window's text: of a button that shows a picture alone.
+    void SetAccessibleName(const std::string& name) { accessibleName.Give(GetHandle(), name); }
 
     // Tested as bits, the strip first. A value with neither bit draws nothing and ignores the mouse.
     static constexpr int pictureMode = 1;
@@ -93,6 +97,9 @@ private:
     LRESULT OnSetState(WPARAM, LPARAM) { return 0; }
     LRESULT OnSetStyle(WPARAM style, LPARAM) { return DefWindowProc(BM_SETSTYLE, style, FALSE); }
 
+    void OnDestroy();
+
+    CAccessibleName accessibleName;
     std::array<Face, 4> faces;      // by the column of the strip
     const Face* shapedBy = nullptr; // whose shape the window has for certain
     int hover = 0;                  // the mouse is over the button

@@ -1,6 +1,10 @@
 // The skin bar on a real window: its three buttons, cut from one picture and placed from its right edge.
 #include "skin/SkinBar.h"
 
+#include <map>
+
+#include <oleacc.h>
+
 #include <gtest/gtest.h>
 
 #include "Ground.h"
@@ -89,6 +93,54 @@ TEST_F(SkinBar, LoadingAgainReplacesTheButtons) {
     const CPictureFile file("buttons.bmp", BitmapFileOf(Art(60, std::string(84, 'x'))));
     for (int round = 0; round < Repeats(100); ++round) bar.LoadButtons(file.name);
     EXPECT_GE(FreeGdiObjects() + 8, before);
+}
+
+// Stands in for the platform's store of names, and is its own factory: a COM object is a table of calls.
+std::map<HWND, std::wstring> names;
+HRESULT WINAPI Query(void* self, REFIID, void** object) {
+    *object = self;
+    return S_OK;
+}
+ULONG WINAPI Count(void*) {
+    return 1;
+}
+HRESULT WINAPI Make(void* self, IUnknown*, REFIID id, void** object) {
+    return id == IID_IAccPropServices ? Query(self, id, object) : E_NOINTERFACE;
+}
+HRESULT WINAPI SetName(void*, HWND window, DWORD object, DWORD child, MSAAPROPID property, LPCWSTR name) {
+    EXPECT_TRUE(object == static_cast<DWORD>(OBJID_CLIENT) && child == 0 && property == PROPID_ACC_NAME);
+    names[window] = name;
+    return S_OK;
+}
+HRESULT WINAPI ClearName(void*, HWND window, DWORD, DWORD, const MSAAPROPID*, int) {
+    EXPECT_TRUE(::IsWindow(window));
+    names.erase(window);
+    return S_OK;
+}
+template <class Call>
+void* Entry(Call* call) {
+    return reinterpret_cast<void*>(call);
+}
+void* calls[] = {Entry(&Query), Entry(&Count), Entry(&Count),   Entry(&Make), nullptr,
+                 nullptr,       nullptr,       Entry(&SetName), nullptr,      Entry(&ClearName)};
+void* store = calls;
+
+TEST_F(SkinBar, ItsButtonsAreNamedUntilTheyEnd) {
+    bar.SetButtonNames({"About", "Language"});
+    bar.LoadButtons("no such.bmp"); // without COM there are no names, and nothing else is amiss
+    ASSERT_TRUE(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
+    DWORD cookie = 0;
+    EXPECT_TRUE(SUCCEEDED(::CoRegisterClassObject(CLSID_AccPropServices, reinterpret_cast<IUnknown*>(&store),
+                                                  CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie)));
+    for (int round = 0; round < 2; ++round) {
+        bar.LoadButtons("no such.bmp");
+        EXPECT_EQ(names, (std::map<HWND, std::wstring>{{bar.GetDlgItem(helpId), L"About"},
+                                                       {bar.GetDlgItem(languageId), L"Language"}}));
+    }
+    bar.DestroyWindow();
+    EXPECT_TRUE(names.empty());
+    ::CoRevokeClassObject(cookie);
+    ::CoUninitialize();
 }
 
 } // namespace

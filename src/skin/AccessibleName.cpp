@@ -1,0 +1,48 @@
+#include "skin/AccessibleName.h"
+
+#include <oleacc.h>
+
+#include "framework/Text.h"
+
+namespace {
+
+// The platform's store of names. Its library is loaded with the first name, and isn't missed where there is none.
+class CNameStore {
+public:
+    CNameStore() {
+        void* made = nullptr;
+        const HRESULT result =
+            ::CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices, &made);
+        if (SUCCEEDED(result)) services = static_cast<IAccPropServices*>(made);
+    }
+    CNameStore(const CNameStore&) = delete;
+    CNameStore& operator=(const CNameStore&) = delete;
+    ~CNameStore() {
+        if (services != nullptr) services->Release();
+    }
+
+    bool Set(HWND window, const std::wstring& name) const {
+        return services != nullptr &&
+               SUCCEEDED(services->SetHwndPropStr(window, whole, CHILDID_SELF, PROPID_ACC_NAME, name.c_str()));
+    }
+    void Clear(HWND window) const {
+        if (services != nullptr) services->ClearHwndProps(window, whole, CHILDID_SELF, &PROPID_ACC_NAME, 1);
+    }
+
+private:
+    static constexpr auto whole = static_cast<DWORD>(OBJID_CLIENT);
+    IAccPropServices* services = nullptr;
+};
+
+} // namespace
+
+void CAccessibleName::Give(HWND newOwner, const std::string& name) {
+    Clear();
+    if (CNameStore().Set(newOwner, ToWide(name))) owner = newOwner;
+}
+
+void CAccessibleName::Clear() {
+    if (owner == nullptr) return;
+    CNameStore().Clear(owner);
+    owner = nullptr;
+}
