@@ -30,9 +30,9 @@ public:
     }
 
     static const CMessageMap& ClassMap() {
-        static constexpr std::array entries{On<WM_PAINT, &CGround::OnPaint>(),
-                                            On<WM_ERASEBKGND, &CGround::OnEraseBkgnd>(),
-                                            OnMessage<WM_GETFONT, &CGround::OnGetFont>()};
+        static constexpr std::array entries{
+            On<WM_PAINT, &CGround::OnPaint>(), On<WM_ERASEBKGND, &CGround::OnEraseBkgnd>(),
+            On<WM_ENABLE, &CGround::OnEnable>(), OnMessage<WM_GETFONT, &CGround::OnGetFont>()};
         static const CMessageMap map{&CWnd::ClassMap(), entries};
         return map;
     }
@@ -87,6 +87,7 @@ protected:
 
 private:
     void OnPaint() { const CPaintDC dc(*this); }
+    void OnEnable(bool) {} // the class would paint
     bool OnEraseBkgnd(HDC dc) {
         CDC(dc).FillSolidRect(GetClientRect(), ColorOf('g'));
         return true;

@@ -180,6 +180,10 @@ TEST_F(IconButton, StaysOwnerDrawnWhateverTheDialogMakesOfIt) {
 
 TEST_F(IconButton, ADisabledButtonPassesTheFocusOn) {
     const auto first = Make(BS_PUSHBUTTON), second = Make(BS_PUSHBUTTON, "", 1), third = Make(BS_PUSHBUTTON, "", 2);
+    second->focusHeir = third->GetHandle();
+    second->SetFocus();
+    second->ShowWindow(SW_HIDE);
+    EXPECT_EQ(::GetFocus(), third->GetHandle()) << "its heir, when it is hidden";
     first->SetFocus();
     second->EnableWindow(false);
     EXPECT_EQ(::GetFocus(), first->GetHandle());
@@ -187,13 +191,6 @@ TEST_F(IconButton, ADisabledButtonPassesTheFocusOn) {
     EXPECT_EQ(::GetFocus(), third->GetHandle());
     third->EnableWindow(false);
     EXPECT_EQ(::GetFocus(), ground.GetHandle());
-    first->EnableWindow(true);
-    second->EnableWindow(true);
-    third->EnableWindow(true);
-    first->SetFocus();
-    first->focusHeir = third->GetHandle();
-    first->ShowWindow(SW_HIDE);
-    EXPECT_EQ(::GetFocus(), third->GetHandle()) << "hidden, it has an heir";
 }
 
 TEST_F(IconButton, WhatTakesTheMouseAwayEndsHoverAndPress) {
