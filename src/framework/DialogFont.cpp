@@ -12,5 +12,5 @@ CFont MakeDialogFont(const DialogFont& described, int height) {
     font.lfItalic = described.italic ? 1 : 0;
     font.lfCharSet = described.characterSet;
     std::copy_n(face.begin(), std::min<std::size_t>(face.size(), LF_FACESIZE - 1), font.lfFaceName);
-    return CFont(static_cast<HGDIOBJ>(::CreateFontIndirectW(&font)));
+    return CFont(font);
 }

@@ -58,7 +58,8 @@ public:
 class CFont : public CGdiObject {
 public:
     using CGdiObject::CGdiObject;
-    explicit CFont(const LOGFONTA& description) : CGdiObject(::CreateFontIndirectA(&description)) {}
+    // By a wide name, as GDI reads narrow ones in another code page than the process's.
+    explicit CFont(const LOGFONTW& description) : CGdiObject(::CreateFontIndirectW(&description)) {}
     HFONT GetHandle() const { return static_cast<HFONT>(CGdiObject::GetHandle()); }
 };
 

@@ -3,12 +3,12 @@
 #include "framework/App.h"
 #include "framework/Wnd.h"
 
-LOGFONTA MenuFontDescription() {
+LOGFONTW MenuFontDescription() {
     // The size of the record before Windows Vista, which every system takes; newer headers append a field.
-    constexpr UINT recordSize = 340;
-    NONCLIENTMETRICSA metrics{};
+    constexpr UINT recordSize = 500;
+    NONCLIENTMETRICSW metrics{};
     metrics.cbSize = recordSize;
-    ::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, recordSize, &metrics, 0);
+    ::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, recordSize, &metrics, 0);
     return metrics.lfMenuFont;
 }
 

@@ -4,7 +4,7 @@
 #include <windows.h>
 
 // The system's menu font of this moment.
-LOGFONTA MenuFontDescription();
+LOGFONTW MenuFontDescription();
 
 // The window whose context serves for measuring and for compatible bitmaps: the program's main window. Null, which
 // stands for the screen, while there is none.

@@ -16,8 +16,8 @@ CFont MakeFittingFont(const CWnd& control, std::string_view text, LONG width) {
         return dc.GetTextExtent(text).cx <= width;
     };
     const auto present = reinterpret_cast<HFONT>(control.SendMessage(WM_GETFONT));
-    LOGFONTA description{};
-    if (present == nullptr || fits(present) || ::GetObjectA(present, sizeof description, &description) == 0) return {};
+    LOGFONTW description{};
+    if (present == nullptr || fits(present) || ::GetObjectW(present, sizeof description, &description) == 0) return {};
     // Above zero the height is that of a line, below that of the characters.
     const LONG step = description.lfHeight > 0 ? -1 : 1;
     for (description.lfHeight += step; description.lfHeight * -step >= smallest; description.lfHeight += step) {

@@ -1,6 +1,7 @@
 #include "skin/BoldFont.h"
 
-#include <cstring>
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "framework/Dc.h"
@@ -8,7 +9,7 @@
 
 namespace {
 
-constexpr char face[] = "Times New Roman";
+constexpr wchar_t face[] = L"Times New Roman";
 constexpr int tenthsPerInch = 720;
 
 int PixelsOf(int tenthsOfPoint) {
@@ -19,12 +20,12 @@ int PixelsOf(int tenthsOfPoint) {
 } // namespace
 
 void SetBoldFont(const CWnd& window, int tenthsOfPoint, CFont& font) {
-    LOGFONTA description{};
+    LOGFONTW description{};
     description.lfHeight = -PixelsOf(tenthsOfPoint); // negative: of the characters, without the room above them
     description.lfWeight = FW_BOLD;
     description.lfCharSet = DEFAULT_CHARSET;
-    static_assert(sizeof face <= sizeof description.lfFaceName);
-    std::memcpy(description.lfFaceName, face, sizeof face);
+    static_assert(std::size(face) <= std::size(description.lfFaceName));
+    std::copy(std::begin(face), std::end(face), description.lfFaceName);
     CFont bold(description);
     window.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(bold.GetHandle()), TRUE);
     font = std::move(bold);

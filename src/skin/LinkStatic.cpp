@@ -56,10 +56,10 @@ void CLinkStatic::PreSubclassWindow() {
 }
 
 void CLinkStatic::AdoptFont() {
-    LOGFONTA description{};
+    LOGFONTW description{};
     const auto present = reinterpret_cast<HFONT>(SendMessage(WM_GETFONT));
     const HGDIOBJ source = present != nullptr ? present : ::GetStockObject(SYSTEM_FONT);
-    ::GetObjectA(source, sizeof description, &description);
+    ::GetObjectW(source, sizeof description, &description);
     description.lfUnderline = underlined ? TRUE : FALSE;
     CFont adopted(description);
     SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(adopted.GetHandle()), TRUE);

@@ -40,7 +40,7 @@ private:
 
 // More rounds than a process may have GDI handles, so one handle lost in each exhausts them.
 TEST(Gdi, NothingLeaksInTwentyThousandPaints) {
-    LOGFONTA description{};
+    LOGFONTW description{};
     description.lfHeight = 12;
     for (int round = 0; round < Repeats(20'000); ++round) {
         const CClientDC screen(nullptr);
@@ -97,7 +97,7 @@ TEST(Gdi, FramesAndFillingsEndAtTheirEdges) {
 }
 
 TEST(Gdi, TextIsDrawnAndMeasuredAsUtf8) {
-    LOGFONTA description{};
+    LOGFONTW description{};
     description.lfHeight = -16;
     description.lfCharSet = GB2312_CHARSET;
     const CFont font(description);

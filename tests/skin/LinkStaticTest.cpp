@@ -114,11 +114,11 @@ TEST_F(LinkStatic, TextAndTargetStandInForEachOther) {
     Make("");
     EXPECT_EQ(link.GetWindowText(), "target");
     EXPECT_EQ(TipOf(link), "target");
-    LOGFONTA font{};
-    ::GetObjectA(reinterpret_cast<HFONT>(link.SendMessage(WM_GETFONT)), sizeof font, &font);
+    LOGFONTW font{};
+    ::GetObjectW(reinterpret_cast<HFONT>(link.SendMessage(WM_GETFONT)), sizeof font, &font);
     EXPECT_EQ(font.lfUnderline, FALSE);
     link.SetUnderlined(true);
-    ::GetObjectA(reinterpret_cast<HFONT>(link.SendMessage(WM_GETFONT)), sizeof font, &font);
+    ::GetObjectW(reinterpret_cast<HFONT>(link.SendMessage(WM_GETFONT)), sizeof font, &font);
     EXPECT_NE(font.lfUnderline, FALSE);
     const CRect before = Place();
     link.SetWindowText("another, longer text");

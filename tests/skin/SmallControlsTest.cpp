@@ -92,9 +92,9 @@ TEST(BoldFont, IsTheWindowsFontAndReplacesAFormerOne) {
     const int dpi = ::GetDeviceCaps(CClientDC(nullptr).GetHandle(), LOGPIXELSY);
     for (const int size : {105, 240}) {
         SetBoldFont(window, size, font);
-        LOGFONTA description{};
-        ::GetObjectA(font.GetHandle(), sizeof description, &description);
-        EXPECT_STREQ(description.lfFaceName, "Times New Roman");
+        LOGFONTW description{};
+        ::GetObjectW(font.GetHandle(), sizeof description, &description);
+        EXPECT_STREQ(description.lfFaceName, L"Times New Roman");
         EXPECT_EQ(description.lfWeight, 700);
         EXPECT_EQ(description.lfHeight, -(dpi * size / 720));
         EXPECT_EQ(window.SendMessage(WM_GETFONT), reinterpret_cast<LRESULT>(font.GetHandle()));

@@ -10,10 +10,10 @@ namespace {
 constexpr COLORREF outside = RGB(255, 0, 255); // what is cut away of a strip
 
 CFont MakeSmallFont(LONG weight) {
-    LOGFONTA description{};
+    LOGFONTW description{};
     description.lfHeight = -11;
     description.lfWeight = weight;
-    ::lstrcpynA(description.lfFaceName, "Tahoma", static_cast<int>(std::size(description.lfFaceName)));
+    ::lstrcpynW(description.lfFaceName, L"Tahoma", static_cast<int>(std::size(description.lfFaceName)));
     return CFont(description);
 }
 
