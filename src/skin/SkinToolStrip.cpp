@@ -4,7 +4,6 @@
 
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
-#include "framework/Text.h"
 #include "skin/StripLayout.h"
 
 void CSkinToolStrip::PreSubclassWindow() {
@@ -48,9 +47,9 @@ void CSkinToolStrip::PlaceButtons(const CButtonRow::Buttons& made) const {
         const CClientDC dc(GetHandle());
         ::GetTextMetricsA(dc.GetHandle(), &metrics);
     }
-    std::vector<int> lengths;
+    std::vector<int> lengths; // in bytes: a character that takes more of them is a wide one
     for (const auto& button : made)
-        lengths.push_back(static_cast<int>(ToWide(LoadText(static_cast<UINT>(button->GetDlgCtrlID()))).size()));
+        lengths.push_back(static_cast<int>(LoadText(static_cast<UINT>(button->GetDlgCtrlID())).size()));
     const std::vector<Box> row = WidenRow(buttonRects, lengths, metrics.tmAveCharWidth);
     for (std::size_t i = 0; i < made.size(); ++i)
         made[i]->SetWindowPos(nullptr, row[i].x, row[i].y, row[i].width, row[i].height, SWP_NOZORDER);

@@ -24,6 +24,6 @@ int FrameCount(int stripWidth, int frameWidth);
 // `count` buttons of one size side by side.
 std::vector<Box> ButtonRow(int count, int width, int height);
 
-// The same buttons, each as much wider as its text needs, without gaps. As many entries of `textLengths`, in characters
-// of the average width.
+// The same buttons, each as much wider as its text needs, without gaps. As many entries of `textLengths`, in units of
+// the average width.
 std::vector<Box> WidenRow(std::vector<Box> row, std::span<const int> textLengths, int averageWidth);

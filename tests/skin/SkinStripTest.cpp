@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "Ground.h"
-#include "framework/ResourceModule.h"
 #include "resources/ResourceIds.h"
 #include "skin/SkinSelector.h"
 #include "skin/SkinSeparator.h"
@@ -71,10 +70,12 @@ TEST_F(SkinSelector, AClickChoosesItsSlotAtOnce) {
 
 class SkinToolStrip : public testing::Test {
 protected:
+    static constexpr UINT wideText = 60000;
+
     SkinToolStrip() {
         strip.Create("STATIC", "", WS_CHILD | WS_VISIBLE, {0, 0, 300, 30}, ground.GetHandle(), 1039);
         EXPECT_TRUE(strip.LoadStrip(401));
-        strip.SetButtonIds({IDS_START, IDS_OPEN_COM, IDS_OK});
+        strip.SetButtonIds({IDS_START, wideText, IDS_OK});
     }
     int CountButtons() const {
         int count = 0;
@@ -96,11 +97,11 @@ TEST_F(SkinToolStrip, ButtonsHaveTheirPictureAndRoomForTheirText) {
     ::GetTextMetricsA(CClientDC(strip.GetHandle()).GetHandle(), &metrics);
     LONG left = 30;
     char frame = 'a';
-    for (const UINT id : {IDS_START, IDS_OPEN_COM, IDS_OK}) {
+    for (const auto& [id, bytes] : {std::pair<UINT, LONG>(IDS_START, 5), {wideText, 6}, {IDS_OK, 2}}) {
         const HWND button = strip.GetDlgItem(static_cast<int>(id));
         CRect place = CWnd::FromHandle(button)->GetWindowRect();
         ::MapWindowPoints(nullptr, strip.GetHandle(), reinterpret_cast<POINT*>(&place), 2);
-        const LONG right = left + 40 + static_cast<LONG>(LoadText(id).size()) * metrics.tmAveCharWidth;
+        const LONG right = left + 40 + bytes * metrics.tmAveCharWidth;
         EXPECT_EQ(place, CRect(left, 2, right, 23)) << id;
         EXPECT_EQ(::GetWindowLongA(button, GWL_STYLE) & ~WS_CLIPSIBLINGS, LONG{0x50004000}) << id;
         // The picture of one row stands at half the height, as far from the left.
