@@ -11,16 +11,6 @@ namespace {
 
 constexpr COLORREF black = RGB(0, 0, 0);
 
-void DrawCircle(const CDC& dc, CPoint center, int radius, COLORREF color, bool dotted = false) {
-    for (const CirclePoint& point : CirclePoints(center.x, center.y, radius, dotted))
-        ::SetPixelV(dc.GetHandle(), point.x, point.y, color);
-}
-
-void DrawShadedCircle(const CDC& dc, CPoint center, int radius, COLORREF light, COLORREF dark) {
-    for (const CirclePoint& point : CirclePoints(center.x, center.y, radius))
-        ::SetPixelV(dc.GetHandle(), point.x, point.y, AngleColor(point.angle, light, dark));
-}
-
 void DrawEngraved(const CDC& dc, CPoint place, const std::string& text) {
     const std::wstring wide = ToWide(text);
     ::DrawStateW(dc.GetHandle(), nullptr, nullptr, reinterpret_cast<LPARAM>(wide.c_str()), 0, place.x, place.y, 0, 0,
@@ -28,6 +18,21 @@ void DrawEngraved(const CDC& dc, CPoint place, const std::string& text) {
 }
 
 } // namespace
+
+void CRoundButton::DrawCircle(const CDC& dc, int centerX, int centerY, int radius, COLORREF color, bool dotted) {
+    for (const CirclePoint& point : CirclePoints(centerX, centerY, radius, dotted))
+        ::SetPixelV(dc.GetHandle(), point.x, point.y, color);
+}
+
+void CRoundButton::DrawShadedCircle(const CDC& dc, int centerX, int centerY, int radius, COLORREF light,
+                                    COLORREF dark) {
+    for (const CirclePoint& point : CirclePoints(centerX, centerY, radius))
+        ::SetPixelV(dc.GetHandle(), point.x, point.y, AngleColor(point.angle, light, dark));
+}
+
+COLORREF CRoundButton::AngleColor(double angle, COLORREF light, COLORREF dark) {
+    return ::AngleColor(angle, light, dark);
+}
 
 void CRoundButton::PreSubclassWindow() {
     CInputControl::PreSubclassWindow();
@@ -50,19 +55,19 @@ void CRoundButton::DrawItem(DRAWITEMSTRUCT& item) {
     ::SelectObject(item.hDC, ::GetStockObject(NULL_BRUSH));
     dc.FillSolidRect(item.rcItem, ::GetSysColor(COLOR_BTNFACE));
     const bool showsFocus = (item.itemState & ODS_FOCUS) != 0 && focusBorder;
-    if (showsFocus) DrawCircle(dc, center, radius, black);
+    if (showsFocus) DrawCircle(dc, center.x, center.y, radius, black);
     const int outer = showsFocus ? radius - 1 : radius;
     DrawRings(dc, outer, (item.itemState & ODS_SELECTED) != 0);
     const int inner = outer - 2;
     DrawCaption(dc, inner, item.itemState);
-    if (showsFocus) DrawCircle(dc, center, inner - 2, black, true);
+    if (showsFocus) DrawCircle(dc, center.x, center.y, inner - 2, black, true);
 }
 
 void CRoundButton::DrawRings(CDC& dc, int outerRadius, bool pressed) const {
     const COLORREF highlight = ::GetSysColor(COLOR_BTNHIGHLIGHT);
     if ((GetStyle() & BS_FLAT) != 0) {
-        DrawCircle(dc, center, outerRadius, black);
-        DrawCircle(dc, center, outerRadius - 1, highlight);
+        DrawCircle(dc, center.x, center.y, outerRadius, black);
+        DrawCircle(dc, center.x, center.y, outerRadius - 1, highlight);
         return;
     }
     COLORREF outerLight = highlight;
@@ -73,8 +78,8 @@ void CRoundButton::DrawRings(CDC& dc, int outerRadius, bool pressed) const {
         std::swap(outerLight, outerDark);
         std::swap(innerLight, innerDark);
     }
-    DrawShadedCircle(dc, center, outerRadius, outerLight, outerDark);
-    DrawShadedCircle(dc, center, outerRadius - 1, innerLight, innerDark);
+    DrawShadedCircle(dc, center.x, center.y, outerRadius, outerLight, outerDark);
+    DrawShadedCircle(dc, center.x, center.y, outerRadius - 1, innerLight, innerDark);
 }
 
 void CRoundButton::DrawCaption(CDC& dc, int clipRadius, UINT state) const {

@@ -15,6 +15,12 @@ public:
     // Whether the focus shows, as a black ring outside and a dotted one around the caption. No repaint.
     bool focusBorder = true;
 
+    // One-pixel circles around (centerX, centerY); a radius below 0 draws nothing. A dotted one leaves every other step
+    // out, a shaded one is lit from the upper left. Angles are in radians, from the right, clockwise.
+    static void DrawCircle(const CDC& dc, int centerX, int centerY, int radius, COLORREF color, bool dotted = false);
+    static void DrawShadedCircle(const CDC& dc, int centerX, int centerY, int radius, COLORREF light, COLORREF dark);
+    static COLORREF AngleColor(double angle, COLORREF light, COLORREF dark);
+
 protected:
     void PreSubclassWindow() override;
 

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include "Ground.h"
-#include "skin/RoundShading.h"
 
 namespace {
 
@@ -79,13 +78,16 @@ TEST_F(RoundButton, StatesChooseTheRings) {
     for (const Row& row : rows) {
         button.ModifyStyle(BS_FLAT, row.style);
         button.focusBorder = row.focusBorder;
-        std::vector<COLORREF> expected(side * side, System(COLOR_BTNFACE));
+        CSurface expected(side, side);
+        expected.FillSolidRect({0, 0, side, side}, System(COLOR_BTNFACE));
         for (const Ring& ring : row.rings) {
-            for (const CirclePoint& point : CirclePoints(middle, middle, ring.radius, ring.dotted))
-                expected[Index(point.x, point.y)] =
-                    ring.light == ring.dark ? ring.dark : AngleColor(point.angle, ring.light, ring.dark);
+            if (ring.light == ring.dark) {
+                CRoundButton::DrawCircle(expected, middle, middle, ring.radius, ring.dark, ring.dotted);
+            } else {
+                CRoundButton::DrawShadedCircle(expected, middle, middle, ring.radius, ring.light, ring.dark);
+            }
         }
-        EXPECT_EQ(Draw(row.state), expected) << "row " << &row - rows;
+        EXPECT_EQ(Draw(row.state), expected.Pixels()) << "row " << &row - rows;
     }
 }
 
