@@ -17,9 +17,8 @@ BITMAP DescribeBitmap(HBITMAP bitmap) {
     return record;
 }
 
-// 32 bits a pixel, which every colour screen takes, the rows from the bottom one up. Not device-dependent: some systems
-// ask the display driver anew each time that such a bitmap is made or selected, which costs more than all the drawing.
-HBITMAP CreatePixels(int width, int height) {
+// 32 bits a pixel, which every colour screen takes, the rows from the bottom one up.
+BITMAPINFO FormatOf(int width, int height) {
     BITMAPINFO info{};
     info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
     info.bmiHeader.biWidth = width;
@@ -27,6 +26,13 @@ HBITMAP CreatePixels(int width, int height) {
     info.bmiHeader.biPlanes = 1;
     info.bmiHeader.biBitCount = 32;
     info.bmiHeader.biCompression = BI_RGB;
+    return info;
+}
+
+// Not device-dependent: some systems ask the display driver anew each time that such a bitmap is made or selected,
+// which costs more than all the drawing.
+HBITMAP CreatePixels(int width, int height) {
+    const BITMAPINFO info = FormatOf(width, height);
     void* bits = nullptr;
     return ::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
 }
@@ -64,16 +70,18 @@ HRGN RegionOfRuns(const std::vector<Box>& runs, std::vector<std::byte>& bytes) {
     return ::ExtCreateRegion(nullptr, static_cast<DWORD>(bytes.size()), &data);
 }
 
-// The rows of a bitmap that stores them as CreatePixels does; without bytes for any other.
-PixelRows RowsOf(HBITMAP bitmap) {
-    DIBSECTION section{};
-    if (::GetObjectA(bitmap, sizeof section, &section) != sizeof section) return {};
-    const BITMAPINFOHEADER& header = section.dsBmih;
-    if (header.biBitCount != 32 || header.biCompression != BI_RGB || header.biHeight <= 0) return {};
-    ::GdiFlush(); // what GDI may still have to draw comes before the bytes are read past it
-    const auto stride = static_cast<std::size_t>(section.dsBm.bmWidthBytes);
-    const auto* bytes = static_cast<const std::uint8_t*>(section.dsBm.bmBits);
-    return {{bytes, stride * static_cast<std::size_t>(header.biHeight)}, header.biWidth, header.biHeight, stride};
+// Its pixels as 32-bit rows in `bytes`, whatever the bitmap's depth and the order of its rows. Without bytes on
+// failure.
+PixelRows ReadRows(const CSkinBitmap& bitmap, std::vector<std::uint8_t>& bytes) {
+    const int width = bitmap.GetWidth(), height = bitmap.GetHeight();
+    BITMAPINFO info = FormatOf(width, height);
+    const std::size_t stride = static_cast<std::size_t>(width) * 4;
+    bytes.resize(stride * static_cast<std::size_t>(height));
+    if (::GetDIBits(SourceContext().GetHandle(), bitmap.GetHandle(), 0, static_cast<UINT>(height), bytes.data(), &info,
+                    DIB_RGB_COLORS) == 0) {
+        return {};
+    }
+    return {bytes, width, height, stride};
 }
 
 void DrawSliceCells(HDC dc, const CRect& rect, const CSkinBitmap& picture, int cornerWidth, int cornerHeight) {
@@ -103,12 +111,8 @@ int CSkinBitmap::GetFrame(CSkinBitmap& frame, int column, int row, int columns, 
 
 HRGN CSkinBitmap::CreateRegion(COLORREF transparent, COLORREF tolerance) const {
     if (IsEmpty()) return nullptr;
-    CSkinBitmap copy;
-    PixelRows rows = RowsOf(GetHandle());
-    if (rows.bytes.empty()) {
-        GetFrame(copy, 1, 1, 1, 1);
-        rows = RowsOf(copy.GetHandle());
-    }
+    std::vector<std::uint8_t> bytes;
+    const PixelRows rows = ReadRows(*this, bytes);
     if (rows.bytes.empty()) return nullptr;
     CRgn whole;
     std::vector<std::byte> regionData;

@@ -143,6 +143,13 @@ TEST(SkinBitmap, TheRegionIsWhatIsNotTransparent) {
                            runs(2000), runs(2001), runs(4000)}) {
         ExpectRegionIsOpaquePart(MakePicture(art), art);
     }
+    // Rows in memory from the top one down.
+    const BITMAPINFO format = TopDownFormat(4, 2);
+    void* bits = nullptr;
+    CSkinBitmap topDown;
+    topDown.Attach(::CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &bits, nullptr, 0));
+    std::fill_n(static_cast<COLORREF*>(bits), 6, magenta);
+    ExpectRegionIsOpaquePart(topDown, {"....", "..##"});
     EXPECT_EQ(CSkinBitmap().CreateRegion(magenta, tolerance), nullptr);
 }
 
