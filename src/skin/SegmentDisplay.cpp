@@ -14,6 +14,12 @@ void DrawLines(CDC& dc, const std::vector<SegmentLine>& lines, int width, COLORR
     }
 }
 
+// Whether a unit may be something else than a pixel to the right and down. Lines are then drawn where they show, since
+// a bitmap would be scaled.
+bool IsMapped(HDC dc) {
+    return ::GetMapMode(dc) != MM_TEXT || ::GetGraphicsMode(dc) != GM_COMPATIBLE;
+}
+
 } // namespace
 
 CSegmentDisplay::CSegmentDisplay() : backBrush(RGB(0, 0, 0)) {}
@@ -69,20 +75,26 @@ COLORREF CSegmentDisplay::GhostColor() const {
 
 void CSegmentDisplay::PaintOn(CDC& dc) {
     const CRect clientRect = GetClientRect();
-    CMemoryDC memory(dc.GetHandle());
-    const CBitmap canvas(::CreateCompatibleBitmap(dc.GetHandle(), clientRect.Width(), clientRect.Height()));
-    if (memory.GetHandle() == nullptr || canvas.IsEmpty()) return;
-    const CSelectObject selected(memory, canvas.GetHandle());
-    memory.FillSolidRect(clientRect, backColor);
     if (!metricsReady) {
         metrics = SegmentMetrics::FromHeight(clientRect.bottom);
         metricsReady = true;
     }
-    DrawFigures(memory);
+    if (IsMapped(dc.GetHandle())) {
+        const CSavedClip saved(dc.GetHandle());
+        ::IntersectClipRect(dc.GetHandle(), 0, 0, clientRect.right, clientRect.bottom);
+        DrawOn(dc, clientRect);
+        return;
+    }
+    CMemoryDC memory(dc.GetHandle());
+    const CBitmap canvas(::CreateCompatibleBitmap(dc.GetHandle(), clientRect.Width(), clientRect.Height()));
+    if (memory.GetHandle() == nullptr || canvas.IsEmpty()) return;
+    const CSelectObject selected(memory, canvas.GetHandle());
+    DrawOn(memory, clientRect);
     ::BitBlt(dc.GetHandle(), 0, 0, clientRect.Width(), clientRect.Height(), memory.GetHandle(), 0, 0, SRCCOPY);
 }
 
-void CSegmentDisplay::DrawFigures(CDC& dc) const {
+void CSegmentDisplay::DrawOn(CDC& dc, const CRect& rect) const {
+    dc.FillSolidRect(rect, backColor);
     for (const SegmentFigure& figure : LayOutSegments(text, metrics)) {
         if (ghostSegments) DrawLines(dc, figure.ghosts, metrics.thickness, GhostColor());
         DrawLines(dc, figure.lit, metrics.thickness, segmentColor);

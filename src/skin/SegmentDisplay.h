@@ -42,7 +42,7 @@ protected:
 
 private:
     HBRUSH CtlColor(CDC& dc, UINT kind);
-    void DrawFigures(CDC& dc) const;
+    void DrawOn(CDC& dc, const CRect& rect) const;
     COLORREF GhostColor() const;
 
     bool ghostSegments = true;

@@ -56,6 +56,20 @@ TEST_F(SegmentDisplay, UnlitSegmentsHaveAThirdOfTheColourOrOneOfTheirOwn) {
     EXPECT_EQ(At(14, 10), green);
 }
 
+TEST_F(SegmentDisplay, FollowsTheMappingOfTheContext) {
+    const CSurface small(200, 200), large(200, 200);
+    ::SetMapMode(small.GetHandle(), MM_ANISOTROPIC);
+    ::SetViewportExtEx(small.GetHandle(), 2, 2, nullptr);
+    for (const auto& [side, surface] : {std::pair(100, &small), {200, &large}}) {
+        CSegmentDisplay square;
+        square.Create("STATIC", "", WS_CHILD, {0, 0, side, side}, ground.GetHandle(), 9);
+        square.SetText("12");
+        Print(square, *surface);
+    }
+    ::SetMapMode(small.GetHandle(), MM_TEXT);
+    EXPECT_EQ(small.Pixels(), large.Pixels());
+}
+
 TEST_F(SegmentDisplay, DigitsKeepTheirSizeWhenTheControlGrows) {
     Show("8");
     const std::vector<COLORREF> before = Look();
