@@ -126,15 +126,40 @@ bool IsPlausibleBitmap(std::span<const std::uint8_t> header, std::uint64_t fileS
     if (header.size() < shortestHeaders || header[0] != 'B' || header[1] != 'M') return false;
     BitmapShape shape;
     if (!ReadShape(header, shape) || !FitsDepth(shape.compression, shape.bitsPerPixel)) return false;
-    if (shape.width <= 0 || shape.height <= 0 || shape.width * shape.height > mostPixels) return false;
+    const bool coded = shape.compression == RunLength8 || shape.compression == RunLength4;
+    const std::int64_t most = coded ? mostCodedPixels : mostPixels;
+    if (shape.width <= 0 || shape.height <= 0 || shape.width * shape.height > most) return false;
     const std::uint64_t offset = ReadNumber(header, 10, 4);
     // The pixels may overlap colours that nobody uses, but no header.
     if (offset < shape.headersSize || shape.headersSize + shape.paletteSize > fileSize || offset >= fileSize)
         return false;
     const std::uint64_t stride = StrideOf(shape.width, shape.bitsPerPixel);
-    const bool coded = shape.compression == RunLength8 || shape.compression == RunLength4;
     const std::uint64_t pixelBytes = coded ? shape.codedSize : stride * static_cast<std::uint64_t>(shape.height);
     return pixelBytes > 0 && pixelBytes <= fileSize - offset;
+}
+
+PlainLayout PlainLayoutOf(std::span<const std::uint8_t> header, std::uint64_t fileSize) {
+    BitmapShape shape;
+    if (!IsPlausibleBitmap(header, fileSize) || !ReadShape(header, shape)) return {};
+    const std::uint32_t size = ReadNumber(header, 14, 4);
+    constexpr std::uint32_t largestInfoHeader = 124;
+    const bool plain = shape.compression == None || shape.compression == BitFields;
+    if (!plain || size < infoHeaderSize || size > largestInfoHeader) return {};
+    PlainLayout layout;
+    layout.width = shape.width;
+    layout.height = shape.height;
+    layout.bitsPerPixel = shape.bitsPerPixel;
+    layout.topDown = static_cast<std::int32_t>(ReadNumber(header, 22, 4)) < 0;
+    layout.pixels = ReadNumber(header, 10, 4);
+    layout.stride = static_cast<std::size_t>(StrideOf(shape.width, shape.bitsPerPixel));
+    layout.colorsAreMasks = shape.compression == BitFields;
+    // Masks stand behind the fields of the shortest header, be it in a longer one.
+    layout.colors = fileHeaderSize + (layout.colorsAreMasks ? infoHeaderSize : size);
+    if (layout.colorsAreMasks) layout.colorsSize = 12;
+    if (shape.bitsPerPixel <= 8)
+        layout.colorsSize = std::min(static_cast<std::size_t>(shape.paletteSize), std::size_t{4} << shape.bitsPerPixel);
+    if (layout.colors + layout.colorsSize > header.size()) return {};
+    return layout;
 }
 
 bool IsPlausibleIcon(std::span<const std::uint8_t> file) {

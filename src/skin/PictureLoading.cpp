@@ -12,14 +12,10 @@
 
 #include "framework/Dc.h"
 #include "skin/PictureFile.h"
+#include "skin/PictureStream.h"
 #include "skin/SkinBitmap.h"
 
 namespace {
-
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
 
 struct InterfaceReleaser {
     void operator()(IUnknown* object) const { object->Release(); }
@@ -28,13 +24,6 @@ template <class Interface>
 using InterfacePtr = std::unique_ptr<Interface, InterfaceReleaser>;
 
 constexpr std::uint64_t largestPicture = 64 * 1024 * 1024; // bytes of a picture file; a theme's have some thousands
-
-std::uint64_t SizeOf(std::FILE* file) {
-    std::fseek(file, 0, SEEK_END);
-    const long size = std::ftell(file);
-    std::fseek(file, 0, SEEK_SET);
-    return size > 0 ? static_cast<std::uint64_t>(size) : 0;
-}
 
 bool IsWorthLoading(const std::string& path) {
     const File file(std::fopen(path.c_str(), "rb"));

@@ -29,15 +29,6 @@ bool IsPlausible(const FileBytes& file) {
     return IsPlausibleBitmap({file.data(), std::min<std::size_t>(file.size(), 54)}, file.size());
 }
 
-TEST(PlausibleBitmap, EveryFormThatPaintProgramsWrite) {
-    for (const int depth : {1, 4, 8, 16, 24, 32}) {
-        EXPECT_TRUE(IsPlausible(MakeBitmapFile(depth, 1, 1))) << depth;
-        EXPECT_TRUE(IsPlausible(MakeBitmapFile(depth, 33, -7))) << depth;
-    }
-    EXPECT_TRUE(IsPlausible(MakeCoreBitmapFile(3, 3)));
-    EXPECT_TRUE(IsPlausible(MakeRunLengthFile(5, 4)));
-}
-
 TEST(PlausibleBitmap, NeedsAllThatItsHeadersPromise) {
     for (const FileBytes& file : {MakeBitmapFile(24, 5, 5), MakeBitmapFile(8, 5, 5), MakeBitmapFile(1, 40, 2),
                                   MakeCoreBitmapFile(4, 4), MakeRunLengthFile(5, 4)}) {
@@ -85,6 +76,24 @@ TEST(PlausibleBitmap, BadHeadersAreRefused) {
         FileBytes file = MakeRunLengthFile(5, 4);
         Write(file, 34, 4, codedSize);
         EXPECT_FALSE(IsPlausible(file)) << codedSize;
+    }
+    FileBytes coded = MakeRunLengthFile(5, 4);
+    Write(coded, 22, 4, mostCodedPixels / 5 + 1);
+    EXPECT_FALSE(IsPlausible(coded));
+}
+
+TEST(PlainLayout, RefersToNothingOutsideOfTheFile) {
+    for (const FileBytes& whole : {MakeBitmapFile(1, 9, 5), MakeBitmapFile(8, 5, -5), MakeBitmapFile(24, 5, 5)}) {
+        for (int change = 0; change < 54 * 256; ++change) {
+            FileBytes file = whole;
+            file[static_cast<std::size_t>(change / 256)] = static_cast<std::uint8_t>(change);
+            const std::span<const std::uint8_t> header(file.data(), std::min(file.size(), largestPlainHeader));
+            const PlainLayout layout = PlainLayoutOf(header, file.size());
+            if (layout.width == 0) continue;
+            for (const std::int64_t row : {std::int64_t{0}, layout.height - 1})
+                ASSERT_LE(layout.OffsetOfRow(row) + layout.stride, file.size()) << change;
+            ASSERT_LE(layout.colors + layout.colorsSize, header.size()) << change;
+        }
     }
 }
 

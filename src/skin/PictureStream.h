@@ -1,0 +1,19 @@
+// Picture files as streams of the C library.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
+// In bytes; the stream is at its beginning afterwards.
+inline std::uint64_t SizeOf(std::FILE* file) {
+    std::fseek(file, 0, SEEK_END);
+    const long size = std::ftell(file);
+    std::fseek(file, 0, SEEK_SET);
+    return size > 0 ? static_cast<std::uint64_t>(size) : 0;
+}
