@@ -36,6 +36,13 @@ struct PixelRows {
 // A batch never holds more runs than this: older systems refuse larger region data.
 inline constexpr std::size_t regionBatch = 2000;
 
+// More boxes than this make no sensible window: systems take a time for its shape that grows with their square.
+inline constexpr std::size_t mostOutlineBoxes = 1000;
+
+// What is not transparent, with equal rows in one; where that makes more boxes than `mostOutlineBoxes`, the rows
+// without their gaps.
+std::vector<Box> OutlineRuns(const PixelRows& picture, const TransparentRange& transparent);
+
 // Hands out the runs of pixels that are not transparent, each one pixel high, from the picture's top row down and from
 // left to right, in batches of exactly `regionBatch`, then the rest, which may be empty.
 void ForEachRunBatch(const PixelRows& picture, const TransparentRange& transparent,

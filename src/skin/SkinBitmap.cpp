@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "framework/Dc.h"
-#include "skin/NineSlice.h"
 #include "skin/RegionRuns.h"
 
 namespace {
@@ -84,28 +83,14 @@ PixelRows ReadRows(const CSkinBitmap& bitmap, std::vector<std::uint8_t>& bytes) 
     return {bytes, width, height, stride};
 }
 
-void DrawSliceCells(HDC dc, const CRect& rect, const CSkinBitmap& picture, int cornerWidth, int cornerHeight) {
-    if (picture.IsEmpty()) return;
-    const CMemoryDC& source = SourceContext();
-    const CSelectObject selected(source, picture.GetHandle());
-    const Box whole{0, 0, picture.GetWidth(), picture.GetHeight()};
-    const Box target{0, 0, static_cast<int>(rect.Width()), static_cast<int>(rect.Height())};
-    for (const auto& [to, from] : NineSliceCells(target, whole, cornerWidth, cornerHeight)) {
-        ::StretchBlt(dc, rect.left + to.x, rect.top + to.y, to.width, to.height, source.GetHandle(), from.x, from.y,
-                     from.width, from.height, SRCCOPY);
-    }
-}
-
 } // namespace
 
 int CSkinBitmap::GetFrame(CSkinBitmap& frame, int column, int row, int columns, int rows) const {
     frame.DeleteObject();
     const Box cell = FrameCell(GetWidth(), GetHeight(), column, row, columns, rows);
     if (cell.IsEmpty()) return 1;
-    frame.Attach(CreatePixels(cell.width, cell.height));
-    const CMemoryDC target(nullptr);
-    const CSelectObject selected(target, frame.GetHandle());
-    StretchDraw(target.GetHandle(), {0, 0, cell.width, cell.height}, ToRect(cell));
+    frame.CreateBlank(ToRect(cell));
+    CopyCells(frame, {{{0, 0, cell.width, cell.height}, cell}});
     return 1;
 }
 
@@ -125,6 +110,14 @@ HRGN CSkinBitmap::CreateRegion(COLORREF transparent, COLORREF tolerance) const {
         }
     });
     return static_cast<HRGN>(whole.Detach());
+}
+
+HRGN CSkinBitmap::CreateOutline(COLORREF transparent, COLORREF tolerance) const {
+    std::vector<std::uint8_t> bytes;
+    const PixelRows rows = ReadRows(*this, bytes);
+    if (rows.bytes.empty()) return nullptr;
+    std::vector<std::byte> regionData;
+    return RegionOfRuns(OutlineRuns(rows, TransparentRange::From(transparent, tolerance)), regionData);
 }
 
 HBITMAP CSkinBitmap::CopyFrom(HBITMAP source) {
@@ -165,20 +158,35 @@ int CSkinBitmap::StretchDraw(HDC dc, const CRect& target, const CRect& source) c
 }
 
 int CSkinBitmap::DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int cornerHeight) const {
-    const CSavedClip saved(dc);
-    ::IntersectClipRect(dc, rect.left, rect.top, rect.right, rect.bottom); // a corner may be larger than the rectangle
-    DrawSliceCells(dc, rect, *this, cornerWidth, cornerHeight);
-    return 1;
+    CSkinBitmap stretched;
+    BuildNineSlice(stretched, rect, cornerWidth, cornerHeight);
+    return stretched.Draw(dc, rect);
 }
 
 int CSkinBitmap::BuildNineSlice(CSkinBitmap& out, const CRect& rect, int cornerWidth, int cornerHeight) const {
     out.DeleteObject();
-    if (IsEmpty() || rect.Width() <= 0 || rect.Height() <= 0) return 1;
-    out.Attach(CreatePixels(rect.Width(), rect.Height()));
-    const CMemoryDC target(nullptr);
-    const CSelectObject selected(target, out.GetHandle());
-    DrawSliceCells(target.GetHandle(), {0, 0, rect.Width(), rect.Height()}, *this, cornerWidth, cornerHeight);
+    if (IsEmpty()) return 1;
+    out.CreateBlank(rect);
+    CopyCells(out, NineSliceCells({0, 0, out.GetWidth(), out.GetHeight()}, {0, 0, GetWidth(), GetHeight()}, cornerWidth,
+                                  cornerHeight));
     return 1;
+}
+
+void CSkinBitmap::CreateBlank(const CRect& rect) {
+    DeleteObject();
+    if (rect.Width() > 0 && rect.Height() > 0) Attach(CreatePixels(rect.Width(), rect.Height()));
+}
+
+void CSkinBitmap::CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cells) const {
+    if (IsEmpty() || out.IsEmpty()) return;
+    const CMemoryDC& source = SourceContext();
+    const CSelectObject picture(source, GetHandle());
+    const CMemoryDC target(nullptr);
+    const CSelectObject canvas(target, out.GetHandle());
+    for (const auto& [to, from] : cells) {
+        ::StretchBlt(target.GetHandle(), to.x, to.y, to.width, to.height, source.GetHandle(), from.x, from.y,
+                     from.width, from.height, SRCCOPY);
+    }
 }
 
 CRect CSkinBitmap::GetBounds() const {

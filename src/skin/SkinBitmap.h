@@ -8,11 +8,13 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include <windows.h>
 
 #include "framework/Gdi.h"
 #include "framework/Types.h"
+#include "skin/NineSlice.h"
 
 struct IPicture;
 
@@ -47,6 +49,9 @@ public:
     // an empty object. A pixel is transparent when each of its three bytes lies between the colour's and the colour's
     // plus the tolerance's.
     HRGN CreateRegion(COLORREF transparent, COLORREF tolerance) const;
+    // The same for a window, which takes more than drawing does with a shape of many pieces: from the first to the last
+    // such pixel of each row, where the pieces are very many.
+    HRGN CreateOutline(COLORREF transparent, COLORREF tolerance) const;
     // A private copy of `source`; gives the bitmap held before, which is now the caller's.
     HBITMAP CopyFrom(HBITMAP source);
 
@@ -54,9 +59,15 @@ public:
     int Draw(HDC dc, const CRect& rect) const;
     void DrawTransparent(HDC dc, const CRect& rect, COLORREF transparent) const;
     int StretchDraw(HDC dc, const CRect& target, const CRect& source) const;
-    // Stretched to the rectangle by nine slices (NineSlice.h), drawn at it or built into `out`.
+    // Stretched to the rectangle by nine slices (NineSlice.h), drawn at it or built into `out`; black where no slice
+    // is.
     int DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int cornerHeight) const;
     int BuildNineSlice(CSkinBitmap& out, const CRect& rect, int cornerWidth, int cornerHeight) const;
+
+    // Black, of the rectangle's size, instead of what was held; empty if it has none.
+    void CreateBlank(const CRect& rect);
+    // Each piece of this picture stretched to its place in `out`, which holds a bitmap.
+    void CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cells) const;
 
     CRect GetBounds() const;
     int GetWidth() const;

@@ -53,6 +53,8 @@ public:
         return batches;
     }
 
+    Batch Outline() const { return OutlineRuns(rows, TransparentRange::From(magenta, tolerance)); }
+
 private:
     std::vector<std::uint8_t> bytes;
     PixelRows rows{};
@@ -68,18 +70,14 @@ TEST(RunBatches, RunsComeFromTheTopRowDownAndFromLeftToRight) {
     EXPECT_EQ(CPixels({"...", "..."}).Batches(), std::vector<CPixels::Batch>{{}});
 }
 
-TEST(RunBatches, EndAtExactlyTwoThousandRuns) {
-    const auto sizes = [](std::size_t runs) {
-        std::string row;
-        for (std::size_t i = 0; i < runs; ++i) row += "#.";
-        std::vector<std::size_t> batches;
-        for (const CPixels::Batch& batch : CPixels({row}).Batches()) batches.push_back(batch.size());
-        return batches;
-    };
-    EXPECT_EQ(sizes(1999), (std::vector<std::size_t>{1999}));
-    EXPECT_EQ(sizes(2000), (std::vector<std::size_t>{2000, 0}));
-    EXPECT_EQ(sizes(2001), (std::vector<std::size_t>{2000, 1}));
-    EXPECT_EQ(sizes(4000), (std::vector<std::size_t>{2000, 2000, 0}));
+TEST(Outline, EqualRowsAreOneAndVeryManyPiecesLoseTheirGaps) {
+    const std::vector<std::string> ring{".##.", "#..#", "#..#", ".##."};
+    EXPECT_EQ(CPixels(ring).Outline(), (CPixels::Batch{{1, 0, 2, 1}, {0, 1, 1, 2}, {3, 1, 1, 2}, {1, 3, 2, 1}}));
+    std::string most, more = "#.";
+    for (std::size_t i = 0; i < mostOutlineBoxes; ++i) most += "#.", more += "#.";
+    const int width = static_cast<int>(more.size()) - 1;
+    EXPECT_EQ(CPixels({most, most}).Outline().size(), mostOutlineBoxes);
+    EXPECT_EQ(CPixels({more, more, std::string(more.size(), '.')}).Outline(), (CPixels::Batch{{0, 0, width, 2}}));
 }
 
 } // namespace

@@ -22,8 +22,10 @@ TEST(SkinBitmap, FramesAreCutFromAGrid) {
         EXPECT_EQ(strip.GetFrame(frame, each.column, each.row, each.columns, each.rows), 1);
         EXPECT_EQ(ReadArt(frame), each.frame) << each.column;
     }
-    strip.GetFrame(frame, 1, 1, 8, 1);
-    EXPECT_TRUE(frame.IsEmpty());
+    for (const int columns : {8, 0}) { // fewer pixels than columns, and no columns
+        strip.GetFrame(frame, 1, 1, columns, 1);
+        EXPECT_TRUE(frame.IsEmpty());
+    }
     CSkinBitmap().GetFrame(frame, 1, 1, 1, 1);
     EXPECT_TRUE(frame.IsEmpty());
 }
@@ -58,6 +60,10 @@ TEST(SkinBitmap, TheFourCasesOfTheNineSlice) {
         {4, 3, 2, 1, {"abcd", "efgh", "ijkl"}},
         // A corner higher than the target, as in the bar: the first rows show, one to one.
         {6, 2, 2, 4, {"abcccd", "efgggh"}},
+        // Where the target is smaller, nothing is mirrored.
+        {2, 5, 1, 1, {"cd", "gh", "gh", "gh", "kl"}},
+        // Bands as wide as the picture leave the rest black, '?' here.
+        {6, 4, 0, 1, {"abcd??", "efgh??", "efgh??", "ijkl??"}},
     };
     for (const Case& each : cases) {
         CSkinBitmap stretched;
@@ -65,6 +71,9 @@ TEST(SkinBitmap, TheFourCasesOfTheNineSlice) {
         const CRect rect(7, 9, 7 + each.width, 9 + each.height);
         EXPECT_EQ(picture.BuildNineSlice(stretched, rect, each.cornerWidth, each.cornerHeight), 1);
         EXPECT_EQ(ReadArt(stretched), each.stretched) << each.cornerWidth << ' ' << each.cornerHeight;
+        CSurface drawn(each.width, each.height);
+        picture.DrawNineSlice(drawn.GetHandle(), {0, 0, each.width, each.height}, each.cornerWidth, each.cornerHeight);
+        EXPECT_EQ(drawn.Read(), each.stretched) << each.cornerWidth << ' ' << each.cornerHeight;
     }
     CSurface surface(9, 7);
     EXPECT_EQ(picture.DrawNineSlice(surface.GetHandle(), {2, 1, 8, 6}, 1, 1), 1);
