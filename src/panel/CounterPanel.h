@@ -26,7 +26,7 @@
 #include "skin/IconButton.h"
 #include "skin/SegmentDisplay.h"
 #include "skin/SkinBar.h"
-#include "skin/SkinBitmap.h"
+#include "skin/SkinPicture.h"
 #include "skin/SkinButton.h"
 #include "skin/SkinStatic.h"
 
@@ -190,7 +190,7 @@ private:
         openText, closeText;
 
     const std::string themeDir = "Themes\\DefaultTheme"; // relative to the current directory
-    CSkinBitmap bottomBorder;                            // the panel's own bottom edge
+    CSkinPicture bottomBorder;                           // the panel's own bottom edge
     bool initialized = false;
 
     const COLORREF activeColor = 0xFF0000;   // blue: captions in force

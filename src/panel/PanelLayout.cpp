@@ -86,7 +86,7 @@ void CCounterPanel::PlaceGround() {
     panelStatic.SetBitmapFile(ThemeFile("BottomPanel.bmp"));
     panelStatic.cornerWidth = 50;
     panelStatic.cornerHeight = 40;
-    bottomBorder.LoadFromFile(ThemeFile("BottomBorder.bmp"), 0);
+    bottomBorder.LoadFromFile(ThemeFile("BottomBorder.bmp"));
     // The template is larger than the frame's client area by these numbers. The ground stays below its siblings.
     const CRect client = GetClientRect();
     MoveTo(panelStatic, {0, 0, static_cast<int>(client.Width()) - 54, static_cast<int>(client.Height()) - 19},

@@ -5,6 +5,7 @@
 namespace {
 
 constexpr int buttonCount = 3;
+constexpr int stateCount = 4;
 constexpr int buttonTop = 3;
 constexpr int buttonWidth = 21;
 constexpr int buttonHeight = 20;
@@ -25,14 +26,15 @@ void CSkinBar::PreSubclassWindow() {
 }
 
 int CSkinBar::LoadButtons(const std::string& path) {
-    buttonStrip.LoadFromFile(path, 0);
-    buttons.Replace([this, ids = buttonIds](CButtonRow::Buttons& made) {
+    CSkinPicture picture;
+    picture.LoadFromFile(path);
+    buttons.Replace([this, &picture, ids = buttonIds](CButtonRow::Buttons& made) {
         const std::size_t count = std::min<std::size_t>(buttonCount, ids.size());
         for (std::size_t i = 0; i < count; ++i) {
             auto button = std::make_unique<CSkinButton>();
             button->Create("BUTTON", "", WS_CHILD | WS_VISIBLE, CRect(), GetHandle(), ids[i]);
-            CSkinBitmap row;
-            buttonStrip.GetFrame(row, 1, static_cast<int>(i) + 1, 1, buttonCount);
+            const CSkinBitmap row =
+                picture.GetRow(static_cast<int>(i) + 1, stateCount, buttonCount, {buttonWidth, buttonHeight});
             const CBitmap former(button->SetBitmapHandle(row.GetHandle()));
             if (i < buttonNames.size()) button->SetAccessibleName(buttonNames[i]);
             made.push_back(std::move(button));

@@ -33,7 +33,6 @@ private:
     void OnSize(UINT kind, int width, int height);
     void PlaceButtons(int left) const;
 
-    CSkinBitmap buttonStrip;
     std::vector<UINT> buttonIds;
     std::vector<std::string> buttonNames;
     CButtonRow buttons; // in the order of their ids

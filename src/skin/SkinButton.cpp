@@ -68,7 +68,7 @@ void CSkinButton::OnPaint() {
         const Face& face = PresentFace();
         if (shapedBy != &face) TakeShape(face.shape); // invalidates the window, so before the paint context is made
         shapedBy = &face;
-        PaintBy([&face](const CDC& dc) { DrawFace(dc, face); });
+        PaintBy([this, &face](CDC& dc) { DrawFace(dc, face); });
         return;
     }
     if (IsPicture()) RepaintGround(); // the same
@@ -97,16 +97,17 @@ void CSkinButton::ReadEnabled() {
 }
 
 const CSkinButton::Face& CSkinButton::PresentFace() {
+    const CRect window = GetWindowRect();
+    if (const CSize size(window.Width(), window.Height()); size != stripSize) {
+        DropFaces();
+        stripSize = size;
+        strip = bitmap.GetRow(1, static_cast<int>(faces.size()), 1, size);
+    }
     const int column = enabled == 0 ? 4 : hover == 0 ? 1 : pressed == 0 ? 2 : 3;
     Face& face = faces[static_cast<std::size_t>(column) - 1];
     if (!face.picture.IsEmpty()) return face;
-    bitmap.GetFrame(face.picture, column, 1, static_cast<int>(faces.size()), 1);
-    face.shape.Attach(face.picture.CreateRegion(maskColor, maskTolerance)); // before the caption may hide the mask
-    if (face.picture.IsEmpty()) return face;
-    CMemoryDC memory(nullptr);
-    const CSelectObject selected(memory, face.picture.GetHandle());
-    const CSavedDC saved(memory);
-    DrawCaption(memory, face.picture.GetBounds(), captionFormat);
+    strip.GetFrame(face.picture, column, 1, static_cast<int>(faces.size()), 1);
+    face.shape.Attach(face.picture.CreateOutline(maskColor, maskTolerance));
     return face;
 }
 
@@ -131,15 +132,16 @@ void CSkinButton::RepaintGround() const {
     Invalidate(); // the parent has painted over all of the button
 }
 
-void CSkinButton::DrawFace(const CDC& dc, const Face& face) {
+void CSkinButton::DrawFace(CDC& dc, const Face& face) {
     if (face.picture.IsEmpty()) return;
     if (!face.shape.IsEmpty()) ::ExtSelectClipRgn(dc.GetHandle(), face.shape.GetHandle(), RGN_AND);
     face.picture.Draw(dc.GetHandle(), face.picture.GetBounds());
+    DrawCaption(dc, face.picture.GetBounds(), captionFormat);
 }
 
 void CSkinButton::DrawPicture(CDC& dc) {
     const CRect client = GetClientRect();
-    CRect place = bitmap.GetBounds();
+    CRect place(0, 0, bitmap.GetWidth(), bitmap.GetHeight());
     const LONG margin = (client.Height() - place.Height()) / 2; // on the left as well as on top
     place.Offset(margin, margin);
     if (enabled != 0 && hover != 0) {
@@ -149,8 +151,9 @@ void CSkinButton::DrawPicture(CDC& dc) {
         const COLORREF light = ::GetSysColor(COLOR_3DHIGHLIGHT);
         dc.Draw3dRect(edge, pressed != 0 ? dark : light, pressed != 0 ? light : dark);
     }
-    bitmap.DrawTransparent(dc.GetHandle(), place, maskColor);
-    DrawCaption(dc, {place.right, client.top, client.right, client.bottom}, captionFormat);
+    const LONG right = place.right;
+    bitmap.CutTo(client, place).DrawTransparent(dc.GetHandle(), place, maskColor);
+    DrawCaption(dc, {right, client.top, client.right, client.bottom}, captionFormat);
 }
 
 void CSkinButton::RepaintNow() const {

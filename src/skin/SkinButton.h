@@ -34,10 +34,7 @@ public:
     // Stores text and colour and makes the text the window's own. The left offset has no effect on a button, whose
     // caption is centred. Neither repaints: a caller that changes a visible button invalidates it.
     void SetCaption(const std::string& text, int leftOffset, COLORREF color);
-    void SetTextColor(COLORREF color) {
-        textColor = color;
-        DropFaces();
-    }
+    void SetTextColor(COLORREF color) { textColor = color; }
 
     // For assistive software, in place of the window's text: of a button that shows a picture alone.
     void SetAccessibleName(const std::string& name) { accessibleName.Give(GetHandle(), name); }
@@ -54,10 +51,11 @@ protected:
     void DropFaces() override {
         faces = {};
         shapedBy = nullptr;
+        stripSize = {};
     }
 
 private:
-    // A frame of the strip with the caption on it, and its shape: kept from paint to paint.
+    // A frame of the strip, cut to the window, and its shape: kept from paint to paint.
     struct Face {
         CSkinBitmap picture;
         CRgn shape;
@@ -73,7 +71,7 @@ private:
     const Face& PresentFace();
     void TakeShape(const CRgn& shape) const;
     void RepaintGround() const;
-    static void DrawFace(const CDC& dc, const Face& face);
+    void DrawFace(CDC& dc, const Face& face);
     void DrawPicture(CDC& dc);
     void RepaintNow() const;
 
@@ -100,6 +98,8 @@ private:
     void OnDestroy();
 
     CAccessibleName accessibleName;
+    CSkinBitmap strip;              // as much of the picture as a window of that size can show
+    CSize stripSize;                // of none as yet: 0
     std::array<Face, 4> faces;      // by the column of the strip
     const Face* shapedBy = nullptr; // whose shape the window has for certain
     int hover = 0;                  // the mouse is over the button

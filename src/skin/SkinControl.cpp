@@ -42,16 +42,13 @@ void CSkinControl<Control>::PreSubclassWindow() {
 
 template <class Control>
 bool CSkinControl<Control>::SetBitmapFile(const std::string& path) {
-    CSkinBitmap loaded;
-    loaded.LoadFromFile(path, 0);
-    const CBitmap former(bitmap.CopyFrom(loaded.GetHandle())); // a copy, because copies are the quicker to draw from
+    bitmap.LoadFromFile(path);
     DropFaces();
     return !bitmap.IsEmpty();
 }
 
 template <class Control>
 void CSkinControl<Control>::StoreCaption(const std::string& text, COLORREF color) {
-    if (!Shows(text, color)) DropFaces();
     textColor = color;
     if (caption == text) return;
     caption = text;

@@ -14,7 +14,7 @@
 
 #include "framework/Controls.h"
 #include "framework/Dc.h"
-#include "skin/SkinBitmap.h"
+#include "skin/SkinPicture.h"
 
 // Made for CButton and CStatic.
 template <class Control>
@@ -40,7 +40,7 @@ protected:
     // The caption is also the window's text, which names the control to a screen reader. No repaint.
     void StoreCaption(const std::string& text, COLORREF color);
 
-    // A control that keeps finished faces drops them: picture, caption or colour have changed.
+    // A control that keeps what it makes of its picture drops that: the picture has changed.
     virtual void DropFaces() {}
 
     // What the control answers to WM_PAINT: calls draw(CDC&) with the context to paint on. Its state needn't be brought
@@ -56,10 +56,11 @@ protected:
         }
     }
 
-    // Draws the caption with these DT_ flags; an empty one draws nothing and asks for no font.
+    // Draws the caption with these DT_ flags, onto the context itself, never into a kept bitmap, so that the system can
+    // scale it; an empty one draws nothing and asks for no font.
     void DrawCaption(CDC& dc, const CRect& rect, UINT format);
 
-    CSkinBitmap bitmap;
+    CSkinPicture bitmap;
     std::string caption;
     COLORREF textColor = RGB(0, 0, 0);
     HFONT font = nullptr; // borrowed

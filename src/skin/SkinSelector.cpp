@@ -15,19 +15,21 @@ const CMessageMap& CSkinSelector::ClassMap() {
 }
 
 void CSkinSelector::AddImage(const std::string& path) {
-    CSkinBitmap image;
-    image.LoadFromFile(path, 0);
+    CSkinPicture image;
+    image.LoadFromFile(path);
     images.push_back(std::move(image));
 }
 
 void CSkinSelector::PaintOn(CDC& dc) {
-    bitmap.Draw(dc.GetHandle(), bitmap.GetBounds());
+    const CRect client = GetClientRect();
+    const auto draw = [&](const CSkinPicture& picture, const Box& box) {
+        CRect place(box.x, box.y, box.x + box.width, box.y + box.height);
+        picture.CutTo(client, place).Draw(dc.GetHandle(), place);
+    };
+    draw(bitmap, {0, 0, bitmap.GetWidth(), bitmap.GetHeight()});
     const auto slot = static_cast<std::size_t>(selected);
     if (slot >= images.size()) return;
-    const CSkinBitmap& image = images[slot];
-    const Box place = SlotBox(selected, image.GetWidth(), image.GetHeight());
-    image.StretchDraw(dc.GetHandle(), {place.x, place.y, place.x + place.width, place.y + place.height},
-                      image.GetBounds());
+    draw(images[slot], SlotBox(selected, images[slot].GetWidth(), images[slot].GetHeight()));
 }
 
 void CSkinSelector::OnLButtonDown(UINT, CPoint point) {

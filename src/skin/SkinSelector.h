@@ -31,6 +31,6 @@ private:
     void OnLButtonDown(UINT keys, CPoint point);
     void OnLButtonUp(UINT keys, CPoint point);
 
-    std::vector<CSkinBitmap> images;
+    std::vector<CSkinPicture> images;
     int selected = 0;
 };

@@ -11,7 +11,6 @@ constexpr UINT captionFormat = DT_VCENTER | DT_SINGLELINE;
 void CSkinStatic::SetCaption(const std::string& text, int leftOffset, COLORREF color) {
     const bool changes = caption != text || captionLeft != leftOffset;
     captionLeft = leftOffset;
-    if (changes) DropFaces();
     StoreCaption(text, color);
     if (changes && bitmap.IsEmpty()) UncoverFormerCaption();
 }
@@ -32,29 +31,18 @@ void CSkinStatic::UncoverFormerCaption() const {
 
 void CSkinStatic::PaintOn(CDC& dc) {
     const CRect client = GetClientRect();
-    if (caption.empty()) {
-        bitmap.DrawNineSlice(dc.GetHandle(), client, cornerWidth, cornerHeight);
-    } else if (bitmap.IsEmpty()) {
-        DrawCaption(dc, CaptionPlace(client), captionFormat);
-    } else {
+    if (!bitmap.IsEmpty()) {
         PrepareFace(client);
         face.Draw(dc.GetHandle(), client);
     }
+    DrawCaption(dc, {captionLeft, client.top, client.right, client.bottom}, captionFormat);
 }
 
 void CSkinStatic::PrepareFace(const CRect& client) {
     const CSize corner(cornerWidth, cornerHeight);
-    const bool fits = face.GetBounds() == client;
-    if (faceReady && fits && faceCorner == corner) return;
+    if (face.GetBounds() == client && faceCorner == corner) return;
     faceCorner = corner;
-    faceReady = true;
-    if (!fits) bitmap.BuildNineSlice(face, client, cornerWidth, cornerHeight);
-    if (face.IsEmpty()) return;
-    CMemoryDC memory(nullptr);
-    const CSelectObject selected(memory, face.GetHandle());
-    const CSavedDC saved(memory);
-    if (fits) bitmap.DrawNineSlice(memory.GetHandle(), client, cornerWidth, cornerHeight);
-    DrawCaption(memory, CaptionPlace(client), captionFormat);
+    bitmap.BuildNineSlice(face, client, cornerWidth, cornerHeight);
 }
 
 bool CSkinStatic::OnCommand(WPARAM wParam, LPARAM lParam) {

@@ -21,17 +21,14 @@ protected:
     // Sends the command to the parent first, so that a control at any depth reaches the dialog.
     bool OnCommand(WPARAM wParam, LPARAM lParam) override;
 
-    void DropFaces() override { faceReady = false; }
+    void DropFaces() override { face.DeleteObject(); }
 
 private:
     void UncoverFormerCaption() const;
     void PrepareFace(const CRect& client);
-    CRect CaptionPlace(const CRect& client) const { return {captionLeft, client.top, client.right, client.bottom}; }
 
     int captionLeft = 0;
 
-    // The stretched picture with the caption on it, kept from paint to paint: most of them change neither.
-    CSkinBitmap face;
+    CSkinBitmap face; // the stretched picture, kept from paint to paint
     CSize faceCorner;
-    bool faceReady = false;
 };

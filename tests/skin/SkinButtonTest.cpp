@@ -1,11 +1,14 @@
 // The skin button on a real window: mouse states, shape, frames, captions, and that the platform's look never shows.
 #include "skin/SkinButton.h"
 
+#include <chrono>
 #include <map>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
 #include "Ground.h"
+#include "TimeFactor.h"
 #include "framework/ResourceModule.h"
 #include "resources/ResourceIds.h"
 
@@ -287,6 +290,29 @@ TEST_F(SkinButton, TheCaptionStandsInTheMiddleOfTheFrame) {
     CSurface drawn(60, 20);
     Print(large, drawn);
     EXPECT_EQ(drawn.Pixels(), CSurface(60, 20, '1').Pixels());
+}
+
+// Noise larger than the window is cut to it; as large as the window, it loses the holes inside of its outline.
+TEST_F(SkinButton, AStripOfNoiseDelaysNothing) {
+    Art noise(512);
+    for (std::size_t y = 0; y < noise.size(); ++y)
+        for (std::size_t x = 0; x < 1024; ++x) noise[y] += (x + y) % 2 == 1 ? static_cast<char>('1' + x / 256) : '.';
+    const CPictureFile file("noise.bmp", BitmapFileOf(noise));
+    ::SetWindowPos(ground.GetHandle(), nullptr, 0, 0, 300, 600, SWP_NOMOVE);
+    for (const auto& [width, height, hole] : {std::tuple(74, 22, 'g'), {256, 512, '.'}}) {
+        button.SetWindowPos(nullptr, 0, 0, width, height, SWP_NOZORDER);
+        ASSERT_TRUE(button.SetBitmapFile(file.name));
+        button.Invalidate();
+        ground.Invalidate();
+        CGround::Pump();
+        const auto start = std::chrono::steady_clock::now();
+        Play("i");
+        CGround::Pump();
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(50) * TimeFactor()) << width;
+        EXPECT_EQ(ground.Look({0, 0, 3, 1})[0], (std::string{'g', '2', hole}));
+        EXPECT_EQ(ground.Look({width - 2, height - 2, width, height - 1})[0], (std::string{hole, '2'}));
+        Play("o");
+    }
 }
 
 TEST_F(SkinButton, WithoutAPictureItWorksByItsRectangle) {

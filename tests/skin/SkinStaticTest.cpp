@@ -1,11 +1,14 @@
 // The skin static on a real window: its stretched picture, its caption, and the way of commands through it.
 #include "skin/SkinStatic.h"
 
+#include <chrono>
 #include <memory>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
 #include "Ground.h"
+#include "TimeFactor.h"
 #include "skin/SkinButton.h"
 
 namespace {
@@ -68,6 +71,48 @@ TEST_F(SkinStatic, TheCaptionStandsOnTheStretchedPicture) {
     Art halves(20, std::string(60, 'a'));
     for (std::size_t y = 10; y < 20; ++y) halves[y].assign(60, 'b');
     ExpectLook(halves, "", 0, blue);
+}
+
+int CALLBACK CountText(HDC, HANDLETABLE*, const ENHMETARECORD* record, int, LPARAM counter) {
+    if (record->iType == EMR_EXTTEXTOUTW) ++*reinterpret_cast<int*>(counter);
+    return 1;
+}
+
+// A text in a bitmap would be stretched where the system scales.
+TEST_F(SkinStatic, CaptionsReachTheContextAsText) {
+    LoadPicture({"a"});
+    CSkinButton button;
+    button.Create("BUTTON", "", WS_CHILD, place, ground.GetHandle(), buttonId);
+    const CBitmap strip(MakeBitmap(Art(20, std::string(240, '1')))), former(button.SetBitmapHandle(strip.GetHandle()));
+    button.SetCaption("Caption", 5, blue);
+    label.SetCaption("Caption", 5, blue);
+    for (const HWND control : {label.GetHandle(), button.GetHandle()}) {
+        const HDC dc = ::CreateEnhMetaFileA(nullptr, nullptr, nullptr, nullptr);
+        ::SendMessageA(control, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
+        const HENHMETAFILE drawing = ::CloseEnhMetaFile(dc);
+        int texts = 0;
+        ::EnumEnhMetaFile(nullptr, drawing, &CountText, &texts, nullptr);
+        ::DeleteEnhMetaFile(drawing);
+        EXPECT_EQ(texts, 1);
+    }
+}
+
+TEST_F(SkinStatic, ALargePictureIsPaintedSoon) {
+    const CPictureFile file("large.bmp", MakeBitmapFile(24, 4000, 4000));
+    for (const auto& [width, height, corner] : {std::tuple(60, 20, 0), {300, 200, 0}, {300, 200, 50}}) {
+        label.SetWindowPos(nullptr, 0, 0, width, height, SWP_NOZORDER);
+        label.cornerWidth = label.cornerHeight = corner;
+        auto time = std::chrono::steady_clock::duration::max();
+        for (int tries = 0; tries < 3; ++tries) {
+            const auto start = std::chrono::steady_clock::now();
+            ASSERT_TRUE(label.SetBitmapFile(file.name));
+            label.Invalidate();
+            label.UpdateWindow();
+            time = std::min(time, std::chrono::steady_clock::now() - start);
+        }
+        EXPECT_LT(time, std::chrono::milliseconds(50) * TimeFactor()) << width;
+        EXPECT_EQ(::GetPixel(CClientDC(label.GetHandle()).GetHandle(), width - 1, height - 1), RGB(255, 200, 10));
+    }
 }
 
 TEST_F(SkinStatic, NothingIsPaintedUnlessAsked) {

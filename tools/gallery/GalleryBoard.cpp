@@ -44,13 +44,13 @@ HBRUSH CBoardLabel::CtlColor(CDC& dc, UINT) {
 void CFrameView::Cut(const std::string& path, int column, int row, int columns, int rows) {
     CSkinBitmap strip;
     strip.LoadFromFile(path, 0);
-    strip.GetFrame(bitmap, column, row, columns, rows);
-    SetWindowPos(nullptr, 0, 0, bitmap.GetWidth(), bitmap.GetHeight(), SWP_NOMOVE | SWP_NOZORDER);
+    strip.GetFrame(frame, column, row, columns, rows);
+    SetWindowPos(nullptr, 0, 0, frame.GetWidth(), frame.GetHeight(), SWP_NOMOVE | SWP_NOZORDER);
 }
 
 void CFrameView::PaintOn(CDC& dc) {
     dc.FillSolidRect(GetClientRect(), ground);
-    bitmap.DrawTransparent(dc.GetHandle(), bitmap.GetBounds(), outside);
+    frame.DrawTransparent(dc.GetHandle(), frame.GetBounds(), outside);
 }
 
 CGalleryBoard::CGalleryBoard(const CWnd& galleryWindow, std::string themeFolder)

@@ -43,6 +43,7 @@ protected:
 
 private:
     COLORREF ground;
+    CSkinBitmap frame;
 };
 
 class CGalleryBoard {
