@@ -13,7 +13,6 @@ CCounterPanel::CCounterPanel() : CDialog(IDD_PANEL) {}
 
 const CMessageMap& CCounterPanel::ClassMap() {
     static constexpr std::array entries{
-        On<WM_DESTROY, &CCounterPanel::OnDestroy>(),
         On<WM_PAINT, &CCounterPanel::OnPaint>(),
         On<WM_SIZE, &CCounterPanel::OnSize>(),
         On<WM_TIMER, &CCounterPanel::OnTimer>(),
@@ -83,7 +82,12 @@ void CCounterPanel::DoDataExchange(CDataExchange& exchange) {
                                               {IDC_IN_DISPLAY, &inDisplay},
                                               {IDC_OUT_DISPLAY, &outDisplay},
                                               {IDC_ALL, &allButton},
-                                              {IDC_DATE_PICKER, &datePicker}};
+                                              {IDC_DATE_PICKER, &datePicker},
+                                              {IDC_SENSITIVITY_EDIT, &sensitivityEdit},
+                                              {IDC_SD_PERIOD_EDIT, &sdPeriodEdit},
+                                              {IDC_ADDRESS_EDIT, &addressEdit},
+                                              {IDC_TRANSMITTED_EDIT, &transmittedEdit},
+                                              {IDC_RECEIVED_EDIT, &receivedEdit}};
     for (const auto& [id, control] : controls) DDX_Control(exchange, id, *control);
     int id = IDC_ADDRESS_BUTTON_FIRST;
     for (CAddressButton& button : addressButtons) DDX_Control(exchange, id++, button);

@@ -24,6 +24,7 @@
 #include "panel/ResultText.h"
 #include "serial/TrafficTap.h"
 #include "skin/IconButton.h"
+#include "skin/NamedControl.h"
 #include "skin/SegmentDisplay.h"
 #include "skin/SkinBar.h"
 #include "skin/SkinPicture.h"
@@ -96,11 +97,10 @@ private:
     void PlaceButtons();
     void PlaceBorders();
     void RestoreStacking() const;
-    void NameControls() const;
+    void NameControls();
     void SetStartState();
     void OnPaint();
     void OnSize(UINT kind, int width, int height);
-    void OnDestroy();
     std::string ThemeFile(const char* name) const { return themeDir + "\\" + name; }
     void CaptionButton(CSkinButton& button, const std::string& text, COLORREF color);
 
@@ -183,7 +183,8 @@ private:
     CSegmentDisplay inDisplay, outDisplay;
     CIconButton allButton;
     CFont pickerFont; // empty while the picker has the dialog's
-    CDateTimeCtrl datePicker;
+    CNamedControl<CDateTimeCtrl> datePicker;
+    CNamedControl<CWnd> sensitivityEdit, sdPeriodEdit, addressEdit, transmittedEdit, receivedEdit;
     std::array<CAddressButton, counterCount> addressButtons;
 
     std::string englishText, chineseText, inText, outText, yesText, noText, startText, stopText, updateText, clearText,

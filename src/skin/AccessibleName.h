@@ -14,6 +14,7 @@ public:
 
     // Needs COM on this thread, and a platform that keeps such names; without either it does nothing.
     void Give(HWND newOwner, const std::string& name);
+    bool IsKept() const { return owner != nullptr; }
     // The platform keeps a name until it is told, so this comes before the window's end.
     void Clear();
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "skin/NamedControl.h"
+
 namespace {
 
 constexpr int buttonCount = 3;
@@ -31,7 +33,7 @@ int CSkinBar::LoadButtons(const std::string& path) {
     buttons.Replace([this, &picture, ids = buttonIds](CButtonRow::Buttons& made) {
         const std::size_t count = std::min<std::size_t>(buttonCount, ids.size());
         for (std::size_t i = 0; i < count; ++i) {
-            auto button = std::make_unique<CSkinButton>();
+            auto button = std::make_unique<CNamedControl<CSkinButton>>();
             button->Create("BUTTON", "", WS_CHILD | WS_VISIBLE, CRect(), GetHandle(), ids[i]);
             const CSkinBitmap row =
                 picture.GetRow(static_cast<int>(i) + 1, stateCount, buttonCount, {buttonWidth, buttonHeight});

@@ -22,7 +22,6 @@ bool GetShape(HWND window, CRgn& shape) {
 
 const CMessageMap& CSkinButton::ClassMap() {
     static constexpr std::array entries{On<WM_PAINT, &CSkinButton::OnPaint>(),
-                                        On<WM_DESTROY, &CSkinButton::OnDestroy>(),
                                         OnMessage<WM_WINDOWPOSCHANGED, &CSkinButton::OnWindowPosChanged>(),
                                         On<WM_MOUSEMOVE, &CSkinButton::OnMouseMove>(),
                                         On<WM_LBUTTONDOWN, &CSkinButton::OnLButtonDown>(),
@@ -44,11 +43,6 @@ void CSkinButton::PreSubclassWindow() {
     hover = pressed = 0;
     spaceHeld = false;
     CInputControl::PreSubclassWindow();
-}
-
-void CSkinButton::OnDestroy() {
-    accessibleName.Clear();
-    Default();
 }
 
 bool CSkinButton::SetBitmapResource(std::uint16_t id, int) {

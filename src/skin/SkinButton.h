@@ -13,7 +13,6 @@
 #include <cstdint>
 #include <string>
 
-#include "skin/AccessibleName.h"
 #include "skin/InputControl.h"
 #include "skin/SkinControl.h"
 
@@ -35,9 +34,6 @@ public:
     // caption is centred. Neither repaints: a caller that changes a visible button invalidates it.
     void SetCaption(const std::string& text, int leftOffset, COLORREF color);
     void SetTextColor(COLORREF color) { textColor = color; }
-
-    // For assistive software, in place of the window's text: of a button that shows a picture alone.
-    void SetAccessibleName(const std::string& name) { accessibleName.Give(GetHandle(), name); }
 
     // Tested as bits, the strip first. A value with neither bit draws nothing and ignores the mouse.
     static constexpr int pictureMode = 1;
@@ -95,9 +91,6 @@ private:
     LRESULT OnSetState(WPARAM, LPARAM) { return 0; }
     LRESULT OnSetStyle(WPARAM style, LPARAM) { return DefWindowProc(BM_SETSTYLE, style, FALSE); }
 
-    void OnDestroy();
-
-    CAccessibleName accessibleName;
     CSkinBitmap strip;              // as much of the picture as a window of that size can show
     CSize stripSize;                // of none as yet: 0
     std::array<Face, 4> faces;      // by the column of the strip

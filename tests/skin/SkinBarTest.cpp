@@ -134,6 +134,9 @@ TEST_F(SkinBar, ItsButtonsAreNamedUntilTheyEnd) {
                                                   CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie)));
     for (int round = 0; round < 2; ++round) {
         bar.LoadButtons("no such.bmp");
+        EXPECT_TRUE(names.empty()); // until somebody asks
+        for (const UINT id : {helpId, languageId, portId})
+            ::SendMessageA(bar.GetDlgItem(id), WM_GETOBJECT, 0, OBJID_CLIENT);
         EXPECT_EQ(names, (std::map<HWND, std::wstring>{{bar.GetDlgItem(helpId), L"About"},
                                                        {bar.GetDlgItem(languageId), L"Language"}}));
     }
