@@ -1,5 +1,7 @@
 #include "skin/NineSlice.h"
 
+#include <cstdint>
+
 namespace {
 
 // One direction of the stretch: the picture's caps with the repeated line between them.
@@ -53,6 +55,16 @@ std::vector<SliceCell> NineSliceCells(const Box& target, const Box& picture, int
         AddCells(cells, {wholeWidth}, {wholeHeight});
     }
     return cells;
+}
+
+bool CellsFill(const std::vector<SliceCell>& cells, const Box& target) {
+    std::int64_t area = 0;
+    for (const SliceCell& cell : cells) {
+        const Box& to = cell.target;
+        if (to.x < 0 || to.y < 0 || to.x + to.width > target.width || to.y + to.height > target.height) return false;
+        area += std::int64_t{to.width} * to.height;
+    }
+    return area == std::int64_t{target.width} * target.height;
 }
 
 Box FrameCell(int width, int height, int column, int row, int columns, int rows) {

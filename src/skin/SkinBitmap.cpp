@@ -158,9 +158,21 @@ int CSkinBitmap::StretchDraw(HDC dc, const CRect& target, const CRect& source) c
 }
 
 int CSkinBitmap::DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int cornerHeight) const {
-    CSkinBitmap stretched;
-    BuildNineSlice(stretched, rect, cornerWidth, cornerHeight);
-    return stretched.Draw(dc, rect);
+    if (IsEmpty()) return 1;
+    const Box target{0, 0, static_cast<int>(rect.Width()), static_cast<int>(rect.Height())};
+    const auto cells = NineSliceCells(target, {0, 0, GetWidth(), GetHeight()}, cornerWidth, cornerHeight);
+    if (!CellsFill(cells, target)) {
+        CSkinBitmap stretched;
+        BuildNineSlice(stretched, rect, cornerWidth, cornerHeight);
+        return stretched.Draw(dc, rect);
+    }
+    const CMemoryDC& source = SourceContext();
+    const CSelectObject picture(source, GetHandle());
+    for (const auto& [to, from] : cells) {
+        ::StretchBlt(dc, rect.left + to.x, rect.top + to.y, to.width, to.height, source.GetHandle(), from.x, from.y,
+                     from.width, from.height, SRCCOPY);
+    }
+    return 1;
 }
 
 int CSkinBitmap::BuildNineSlice(CSkinBitmap& out, const CRect& rect, int cornerWidth, int cornerHeight) const {

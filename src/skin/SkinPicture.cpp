@@ -79,6 +79,10 @@ CSkinBitmap CSkinPicture::GetRow(int row, int columns, int rows, const CSize& mo
 }
 
 void CSkinPicture::DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int cornerHeight) const {
+    if (largeFile.empty()) {
+        bitmap.DrawNineSlice(dc, rect, cornerWidth, cornerHeight);
+        return;
+    }
     CSkinBitmap stretched;
     BuildNineSlice(stretched, rect, cornerWidth, cornerHeight);
     stretched.Draw(dc, rect);

@@ -31,7 +31,10 @@ void CSkinStatic::UncoverFormerCaption() const {
 
 void CSkinStatic::PaintOn(CDC& dc) {
     const CRect client = GetClientRect();
-    if (!bitmap.IsEmpty()) {
+    if (caption.empty()) {
+        // Mostly a ground, which would take much room and is seldom painted whole.
+        bitmap.DrawNineSlice(dc.GetHandle(), client, cornerWidth, cornerHeight);
+    } else if (!bitmap.IsEmpty()) {
         PrepareFace(client);
         face.Draw(dc.GetHandle(), client);
     }

@@ -192,7 +192,11 @@ TEST_F(HardUse, TheLineCarriesOnlyWhatWasPressed) {
         if (::FindWindowA("#32768", nullptr) != nullptr) PressKey(VK_ESCAPE); // no row of a menu is chosen
         if (program.ShowsBox()) {
             if (chance(50)) moveBox(::GetLastActivePopup(program.Frame()));
-            if (chance(20)) PressKey(VK_ESCAPE);
+            if (chance(20)) {
+                const HWND box = ::GetLastActivePopup(program.Frame());
+                PressKey(VK_ESCAPE);
+                EXPECT_TRUE(Await([box] { return !::IsWindow(box); }));
+            }
         }
         const POINT place = within(chance(60) ? button : client);
         ::SetCursorPos(place.x, place.y);
