@@ -38,7 +38,7 @@ public:
     std::int32_t iconId = -1;      // 0 or more: the item has an image of its own, told by imageIndex and imageList
     UINT flags = 0;                // MF_ flags last given to the platform for this item
     UINT_PTR id = 0;               // command; the handle of a pop-up item's sub-menu; 0 for a separator
-    std::int32_t seen = 0; // where SynchronizeRecords found its item, from 1; 0 for nowhere; no meaning outside it
+    std::int32_t seen = 0; // where the menu last found its item, from 1; 0 for nowhere; goes out of date at once
     std::unique_ptr<CImageList> imageList; // the item's own images: normal, then perhaps washed-out and shadow
 
 private:

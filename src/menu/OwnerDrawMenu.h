@@ -119,7 +119,7 @@ public:
     // The same through the platform's DeleteMenu; the record of a separator goes only if it has no text.
     bool DeleteItem(UINT position, UINT flags) { return TakeOut(position, flags, Removal::Delete); }
     // The item of a caption in this menu, and by `neighbours` some beside it: 1 or 2 the one before, 3 the one before
-    // and the one behind. The position at which the item stood, or -1.
+    // and the one behind. What GetItemPosition said of the caption.
     int RemoveItemByText(const wchar_t* text, int neighbours) {
         return TakeOutByText(text, neighbours, Removal::Remove);
     }
@@ -154,8 +154,8 @@ public:
     // The record with this item data, in this menu or in a menu object below it; null for none.
     CMenuItemRecord* FindRecord(ULONG_PTR itemData) const;
 
-    // A record's text, by its index in `itemRecords` with MF_BYPOSITION, else by command id at any depth. False for an
-    // item without a record.
+    // The text of an item's record, by position with MF_BYPOSITION, else by command id at any depth. False for an item
+    // without a record. Records without items answer to their index in `itemRecords`.
     bool ReadItemText(UINT position, std::string& text, UINT flags);
     bool WriteItemText(UINT position, const wchar_t* text, UINT flags);
     bool WriteItemText(UINT position, const char* text, UINT flags);
@@ -260,7 +260,6 @@ public:
 
 private:
     enum class Removal { Remove, Delete };
-    static constexpr std::size_t noRecord = static_cast<std::size_t>(-1);
 
     void RegisterSubMenu(UINT_PTR id, std::int32_t position);
     // A new record at the index; at the end for an index outside the array.
@@ -279,17 +278,22 @@ private:
     template <class GiveImage>
     bool ModifyItems(const wchar_t* text, UINT id, GiveImage giveImage);
     CMenuItemRecord* RecordOf(UINT position, UINT flags);
-    // The record that the item's data names, else the one at that index; null for none.
+    // Finds the item of each record and notes it there, in `seen`.
+    void MatchRecords() const;
+    // The record for which MatchRecords has found the item at a position; null for none.
+    CMenuItemRecord* MatchedRecord(int position) const;
+    // The record that the item's data names, else the matched one; null for none.
+    CMenuItemRecord* RecordOfItem(int position) const;
+    int PositionOf(const CMenuItemRecord& record) const; // of its item; -1 for none
+    // The same, and where the item has none, the one at that index if no other item has it.
     CMenuItemRecord* RecordAt(int position) const;
-    std::size_t RecordIndexOfItem(int position) const; // by the item's data alone; noRecord for none
+    // A new record for an item that has none, at the item's place among the records; at the end for position -1.
+    CMenuItemRecord& MakeRecordOfItem(int position, UINT id);
 
     bool TakeOut(UINT position, UINT flags, Removal removal);
     int TakeOutByText(const wchar_t* text, int neighbours, Removal removal);
     void DropSubMenu(HMENU subMenu, Removal removal);
-    void DropSeparatorRecord(int position, Removal removal);
-    void DropCommandRecord(int position);
+    void DropRecord(const CMenuItemRecord* record);
 
     bool BuildFromTemplate(std::span<const std::byte> resource);
-    // Makes the item at a position a plain one with the text of a record.
-    void MakePlain(int position, std::size_t index);
 };

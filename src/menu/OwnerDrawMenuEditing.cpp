@@ -15,7 +15,7 @@ bool COwnerDrawMenu::ModifyItems(const wchar_t* text, UINT id, GiveImage giveIma
         // An item that the platform holds without a record gets one, and so does an id that no item has.
         COwnerDrawMenu& holder = menu != nullptr ? *menu : *this;
         CMenuItemRecord* record = holder.RecordAt(position);
-        if (record == nullptr) record = &holder.MakeRecord(-1, nullptr, 0, id);
+        if (record == nullptr) record = &holder.MakeRecordOfItem(position, id);
         if (text != nullptr) record->SetText(text);
         record->iconId = record->imageIndex = -1;
         record->flags = (record->flags & ~UINT{MF_BYPOSITION}) | MF_OWNERDRAW;
@@ -99,28 +99,8 @@ bool COwnerDrawMenu::WriteItemText(UINT position, const wchar_t* text, UINT flag
 }
 
 CMenuItemRecord* COwnerDrawMenu::RecordOf(UINT position, UINT flags) {
-    if ((flags & MF_BYPOSITION) != 0) return position < itemRecords.size() ? itemRecords[position].get() : nullptr;
+    if ((flags & MF_BYPOSITION) != 0) return RecordAt(static_cast<int>(position));
     int found = -1;
-    COwnerDrawMenu* menu = LocateItem(position, found);
-    return menu != nullptr ? menu->RecordOf(static_cast<UINT>(found), MF_BYPOSITION) : nullptr;
-}
-
-CMenuItemRecord* COwnerDrawMenu::RecordAt(int position) const {
-    const std::size_t index = RecordIndexOfItem(position);
-    if (index != noRecord) return itemRecords[index].get();
-    if (position < 0 || static_cast<std::size_t>(position) >= itemRecords.size()) return nullptr;
-    CMenuItemRecord* const record = itemRecords[static_cast<std::size_t>(position)].get();
-    // Once the platform's items were changed directly, what stands there may belong to another item.
-    for (int other = 0; other < ::GetMenuItemCount(GetHandle()); ++other) {
-        if (PlatformItemData(GetHandle(), other) == record->GetItemData()) return nullptr;
-    }
-    return record;
-}
-
-std::size_t COwnerDrawMenu::RecordIndexOfItem(int position) const {
-    const ULONG_PTR data = PlatformItemData(GetHandle(), position);
-    for (std::size_t index = 0; index < itemRecords.size(); ++index) {
-        if (itemRecords[index]->GetItemData() == data) return index;
-    }
-    return noRecord;
+    const COwnerDrawMenu* menu = LocateItem(position, found);
+    return menu != nullptr ? menu->RecordAt(found) : nullptr;
 }

@@ -19,10 +19,10 @@ bool COwnerDrawMenu::TakeOut(UINT position, UINT flags, Removal removal) {
         // No such item: the platform says so.
     } else if ((state & MF_POPUP) != 0) {
         DropSubMenu(::GetSubMenu(GetHandle(), item), removal);
-    } else if ((state & MF_SEPARATOR) != 0) {
-        DropSeparatorRecord(item, removal);
     } else {
-        DropCommandRecord(item);
+        const CMenuItemRecord* record = RecordOfItem(item);
+        const bool hasText = record != nullptr && record->GetText() != nullptr && *record->GetText() != L'\0';
+        if (removal == Removal::Remove || (state & MF_SEPARATOR) == 0 || !hasText) DropRecord(record);
     }
     return remove(GetHandle(), position, flags) != FALSE;
 }
@@ -43,31 +43,17 @@ void COwnerDrawMenu::DropSubMenu(HMENU subMenu, Removal removal) {
     delete object;
 }
 
-void COwnerDrawMenu::DropSeparatorRecord(int position, Removal removal) {
-    std::size_t index = RecordIndexOfItem(position);
-    if (index == noRecord) index = static_cast<std::size_t>(position);
-    // Records that are out of step with the platform's items: what stands there belongs to another item.
-    if (index >= itemRecords.size() || (itemRecords[index]->flags & MF_SEPARATOR) == 0) return;
-    const wchar_t* text = itemRecords[index]->GetText();
-    const bool hasText = text != nullptr && *text != L'\0';
-    if (removal == Removal::Delete && hasText) return;
-    itemRecords.erase(itemRecords.begin() + static_cast<std::ptrdiff_t>(index));
-}
-
-void COwnerDrawMenu::DropCommandRecord(int position) {
-    // Its own record first: of two items with one command, the other's must stay.
-    const std::size_t index = RecordIndexOfItem(position);
-    const UINT id = ::GetMenuItemID(GetHandle(), position);
-    const auto record = index != noRecord ? itemRecords.begin() + static_cast<std::ptrdiff_t>(index)
-                                          : std::ranges::find(itemRecords, UINT_PTR{id}, &CMenuItemRecord::id);
-    if (record != itemRecords.end()) itemRecords.erase(record);
+void COwnerDrawMenu::DropRecord(const CMenuItemRecord* record) {
+    std::erase_if(itemRecords, [&](const auto& each) { return each.get() == record; });
 }
 
 int COwnerDrawMenu::TakeOutByText(const wchar_t* text, int neighbours, Removal removal) {
-    const int position = GetItemPosition(text);
-    if (position == -1) return position;
+    const int index = GetItemPosition(text);
+    if (index == -1) return index;
+    const int position = PositionOf(*itemRecords[static_cast<std::size_t>(index)]);
+    if (position == -1) return index; // a record without an item
     TakeOut(static_cast<UINT>(position), MF_BYPOSITION, removal);
     const int more = neighbours == 1 || neighbours == 2 ? 1 : neighbours == 3 ? 2 : 0;
     for (int i = 0; i < more; ++i) TakeOut(static_cast<UINT>(position - 1), MF_BYPOSITION, removal);
-    return position;
+    return index;
 }

@@ -79,18 +79,15 @@ bool COwnerDrawMenu::BuildFromTemplate(std::span<const std::byte> resource) {
             levels.pop_back();
         }
     }
-    for (int position = 0; position < ::GetMenuItemCount(GetHandle()); ++position) MakePlain(position, position);
+    for (int position = 0; position < ::GetMenuItemCount(GetHandle()); ++position) {
+        CMenuItemRecord* record = RecordOfItem(position);
+        if (record == nullptr) continue;
+        record->flags = MF_BYPOSITION | (record->flags & MF_POPUP);
+        ::ModifyMenuA(GetHandle(), static_cast<UINT>(position), record->flags, record->id,
+                      record->GetNarrowText().c_str());
+    }
     loadedFromResource = true;
     return true;
-}
-
-void COwnerDrawMenu::MakePlain(int position, std::size_t index) {
-    if (index >= itemRecords.size()) return;
-    CMenuItemRecord& record = *itemRecords[index];
-    const HMENU subMenu = ::GetSubMenu(GetHandle(), position);
-    record.flags = MF_BYPOSITION | (subMenu != nullptr ? MF_POPUP : 0U);
-    const UINT_PTR id = subMenu != nullptr ? IdOfSubMenu(subMenu) : record.id;
-    ::ModifyMenuA(GetHandle(), static_cast<UINT>(position), record.flags, id, record.GetNarrowText().c_str());
 }
 
 int COwnerDrawMenu::CountForeignItems() const {
@@ -106,9 +103,13 @@ int COwnerDrawMenu::CountForeignItems() const {
 }
 
 void COwnerDrawMenu::ReattachTopLevelPopups() {
-    int position = CountForeignItems();
-    for (std::size_t index = 0; index < itemRecords.size(); ++index, ++position) {
-        if (::GetSubMenu(GetHandle(), position) != nullptr) MakePlain(position, index);
+    for (int position = CountForeignItems(); position < ::GetMenuItemCount(GetHandle()); ++position) {
+        if (::GetSubMenu(GetHandle(), position) == nullptr) continue;
+        CMenuItemRecord* record = RecordOfItem(position);
+        if (record == nullptr) continue;
+        record->flags = MF_BYPOSITION | MF_POPUP;
+        ::ModifyMenuA(GetHandle(), static_cast<UINT>(position), record->flags, record->id,
+                      record->GetNarrowText().c_str());
     }
 }
 

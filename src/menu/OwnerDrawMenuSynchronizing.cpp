@@ -1,4 +1,5 @@
-// Bringing the records back in line with a platform menu that was changed directly.
+// Which record belongs to which item of the platform menu, and bringing the two back in line after the platform menu
+// was changed directly.
 #include "menu/OwnerDrawMenu.h"
 
 #include <algorithm>
@@ -7,92 +8,104 @@
 
 namespace {
 
-// What kind of item stands at a position, and what its record is to hold.
-struct PlatformItem {
-    enum class Kind { Popup, Separator, Command };
-
-    int position;
-    Kind kind;
-    UINT_PTR key; // the record's id
-    UINT flags;   // of a new record
-    std::string caption;
-    ULONG_PTR data;
-    CMenuItemRecord* record = nullptr; // once it is known
-};
-
-PlatformItem ReadItem(HMENU menu, int position, UINT state) {
-    const ULONG_PTR data = PlatformItemData(menu, position);
-    constexpr UINT drawn = MF_OWNERDRAW | MF_BYPOSITION;
-    // The high byte of a pop-up's state is a count, so its bits mean nothing.
-    if ((state & MF_POPUP) != 0) {
-        return {position,
-                PlatformItem::Kind::Popup,
-                IdOfSubMenu(::GetSubMenu(menu, position)),
-                (state & 0xFF) | MF_POPUP | drawn,
-                PlatformCaption(menu, position),
-                data};
-    }
-    if ((state & MF_SEPARATOR) != 0) return {position, PlatformItem::Kind::Separator, 0, state | drawn, {}, data};
-    return {position,      PlatformItem::Kind::Command,     ::GetMenuItemID(menu, position),
-            state | drawn, PlatformCaption(menu, position), data};
+// What the item's state says to a record. The high byte of a pop-up's state is a count.
+UINT FlagsOfItem(HMENU menu, int position) {
+    const UINT state = ::GetMenuState(menu, static_cast<UINT>(position), MF_BYPOSITION);
+    const UINT flags = (state & MF_POPUP) != 0 ? state & 0xFF : state;
+    return flags | MF_OWNERDRAW | MF_BYPOSITION;
 }
 
-std::vector<PlatformItem> ReadItems(HMENU menu) {
-    std::vector<PlatformItem> items;
-    for (int position = 0; position < ::GetMenuItemCount(menu); ++position) {
-        const UINT state = ::GetMenuState(menu, static_cast<UINT>(position), MF_BYPOSITION);
-        if (state == static_cast<UINT>(-1)) break;
-        items.push_back(ReadItem(menu, position, state));
-    }
-    return items;
-}
-
-// Hands the record to the item at the position.
 void HandOver(HMENU menu, int position, const CMenuItemRecord& record) {
     ::ModifyMenuA(menu, static_cast<UINT>(position), record.flags | MF_BYPOSITION, record.id, record.AsItemText());
 }
 
-void Refresh(CMenuItemRecord& record, HMENU menu, const PlatformItem& item) {
-    if (!item.caption.empty()) record.SetText(ToWide(item.caption).c_str());
-    if (item.kind == PlatformItem::Kind::Command) record.flags = item.flags;
-    if (item.kind != PlatformItem::Kind::Popup) HandOver(menu, item.position, record);
+void Refresh(CMenuItemRecord& record, HMENU menu, int position) {
+    const std::string caption = PlatformCaption(menu, position);
+    if (!caption.empty()) record.SetText(ToWide(caption).c_str());
+    const UINT flags = FlagsOfItem(menu, position);
+    if ((flags & MF_POPUP) != 0) return;
+    if ((flags & MF_SEPARATOR) == 0) record.flags = flags;
+    HandOver(menu, position, record);
 }
 
-std::unique_ptr<CMenuItemRecord> MakeRecordAt(HMENU menu, const PlatformItem& item) {
+std::unique_ptr<CMenuItemRecord> RecordFromItem(HMENU menu, int position) {
     auto record = std::make_unique<CMenuItemRecord>();
-    record->SetText(ToWide(item.caption).c_str());
-    record->flags = item.flags;
-    record->id = item.key;
-    HandOver(menu, item.position, *record);
+    record->SetText(ToWide(PlatformCaption(menu, position)).c_str());
+    record->flags = FlagsOfItem(menu, position);
+    record->id = PlatformItemKey(menu, position);
+    record->seen = position + 1;
     return record;
 }
 
 } // namespace
 
-void COwnerDrawMenu::SynchronizeRecords() {
+void COwnerDrawMenu::MatchRecords() const {
     for (const auto& record : itemRecords) record->seen = 0;
-    std::vector<PlatformItem> items = ReadItems(GetHandle());
     // Items that still have their own records keep them; the others take what is left, in the order of the records.
-    for (PlatformItem& item : items) {
-        const auto own = std::ranges::find_if(itemRecords, [&](const auto& record) {
-            return record->seen == 0 && record->id == item.key && record->GetItemData() == item.data;
-        });
-        if (own == itemRecords.end()) continue;
-        item.record = own->get();
-        item.record->seen = item.position + 1;
+    for (const bool byData : {true, false}) {
+        for (int position = 0; position < ::GetMenuItemCount(GetHandle()); ++position) {
+            if (MatchedRecord(position) != nullptr) continue;
+            const UINT_PTR key = PlatformItemKey(GetHandle(), position);
+            const ULONG_PTR data = PlatformItemData(GetHandle(), position);
+            const auto match = std::ranges::find_if(itemRecords, [&](const auto& record) {
+                return record->seen == 0 && record->id == key && (!byData || record->GetItemData() == data);
+            });
+            if (match != itemRecords.end()) (*match)->seen = position + 1;
+        }
     }
-    for (PlatformItem& item : items) {
-        if (item.record == nullptr) {
-            const auto match = std::ranges::find_if(
-                itemRecords, [&](const auto& record) { return record->seen == 0 && record->id == item.key; });
-            if (match != itemRecords.end()) item.record = match->get();
-        }
-        if (item.record != nullptr) {
-            Refresh(*item.record, GetHandle(), item);
+}
+
+CMenuItemRecord* COwnerDrawMenu::MatchedRecord(int position) const {
+    const auto match = std::ranges::find(itemRecords, position + 1, [](const auto& record) { return record->seen; });
+    return match != itemRecords.end() ? match->get() : nullptr;
+}
+
+CMenuItemRecord* COwnerDrawMenu::RecordOfItem(int position) const {
+    if (position < 0) return nullptr;
+    const ULONG_PTR data = PlatformItemData(GetHandle(), position);
+    const auto own = std::ranges::find(itemRecords, data, [](const auto& record) { return record->GetItemData(); });
+    if (own != itemRecords.end()) return own->get();
+    MatchRecords();
+    return MatchedRecord(position);
+}
+
+CMenuItemRecord* COwnerDrawMenu::RecordAt(int position) const {
+    if (CMenuItemRecord* own = RecordOfItem(position)) return own;
+    const auto index = static_cast<std::size_t>(position);
+    const bool isFree = index < itemRecords.size() && PositionOf(*itemRecords[index]) == -1;
+    return isFree ? itemRecords[index].get() : nullptr;
+}
+
+int COwnerDrawMenu::PositionOf(const CMenuItemRecord& record) const {
+    int position = ::GetMenuItemCount(GetHandle()) - 1;
+    while (position >= 0 && RecordOfItem(position) != &record) --position;
+    return std::max(position, -1);
+}
+
+CMenuItemRecord& COwnerDrawMenu::MakeRecordOfItem(int position, UINT id) {
+    if (position < 0) return MakeRecord(-1, nullptr, 0, id);
+    MatchRecords();
+    // Behind the record of the nearest item before it.
+    int nearest = 0;
+    int place = 0;
+    for (std::size_t index = 0; index < itemRecords.size(); ++index) {
+        const int seen = itemRecords[index]->seen;
+        if (seen <= nearest || seen > position) continue;
+        nearest = seen;
+        place = static_cast<int>(index) + 1;
+    }
+    return MakeRecord(place, ToWide(PlatformCaption(GetHandle(), position)).c_str(), 0, id);
+}
+
+void COwnerDrawMenu::SynchronizeRecords() {
+    MatchRecords();
+    for (int position = 0; position < ::GetMenuItemCount(GetHandle()); ++position) {
+        if (CMenuItemRecord* record = MatchedRecord(position)) {
+            Refresh(*record, GetHandle(), position);
         } else {
-            item.record = itemRecords.emplace_back(MakeRecordAt(GetHandle(), item)).get();
+            itemRecords.push_back(RecordFromItem(GetHandle(), position));
+            HandOver(GetHandle(), position, *itemRecords.back());
         }
-        item.record->seen = item.position + 1;
     }
     std::erase_if(itemRecords, [](const auto& record) { return record->seen == 0; });
     std::ranges::sort(itemRecords, {}, [](const auto& record) { return record->seen; });

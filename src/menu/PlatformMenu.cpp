@@ -4,6 +4,19 @@
 
 #include "menu/OwnerDrawMenu.h"
 
+namespace {
+
+// The fields of the mask; 0 in all of them if there is no such item.
+MENUITEMINFOA ItemInfo(HMENU menu, int position, UINT mask) {
+    MENUITEMINFOA info{};
+    info.cbSize = sizeof info;
+    info.fMask = mask;
+    ::GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info);
+    return info;
+}
+
+} // namespace
+
 std::string PlatformCaption(HMENU menu, int position) {
     std::array<char, 256> text{};
     ::GetMenuStringA(menu, static_cast<UINT>(position), text.data(), static_cast<int>(text.size()), MF_BYPOSITION);
@@ -11,11 +24,14 @@ std::string PlatformCaption(HMENU menu, int position) {
     return text.data();
 }
 
+UINT_PTR PlatformItemKey(HMENU menu, int position) {
+    const MENUITEMINFOA info = ItemInfo(menu, position, MIIM_FTYPE | MIIM_SUBMENU | MIIM_ID);
+    if (info.hSubMenu != nullptr) return IdOfSubMenu(info.hSubMenu);
+    return (info.fType & MFT_SEPARATOR) != 0 ? 0 : info.wID;
+}
+
 ULONG_PTR PlatformItemData(HMENU menu, int position) {
-    MENUITEMINFOA info{};
-    info.cbSize = sizeof info;
-    info.fMask = MIIM_DATA;
-    return ::GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info) != FALSE ? info.dwItemData : 0;
+    return ItemInfo(menu, position, MIIM_DATA).dwItemData;
 }
 
 void SetPlatformItemData(HMENU menu, int position, const CMenuItemRecord& record) {

@@ -11,6 +11,9 @@ class COwnerDrawMenu;
 // The caption that the platform keeps, at most 255 bytes of it; empty for an owner-drawn item.
 std::string PlatformCaption(HMENU menu, int position);
 
+// What the `id` of the item's record is: its command, the handle of its sub-menu, or 0 for a separator.
+UINT_PTR PlatformItemKey(HMENU menu, int position);
+
 // The data of an item; 0 if there is no such item.
 ULONG_PTR PlatformItemData(HMENU menu, int position);
 void SetPlatformItemData(HMENU menu, int position, const CMenuItemRecord& record);

@@ -53,6 +53,46 @@ TEST(MenuEditing, EachOperationLeavesRecordsAndItemsInStep) {
     EXPECT_TRUE(COwnerDrawMenu::allSubMenus.empty());
 }
 
+TEST(MenuEditing, AnItemOfThePlatformsOwnAtTheHeadShiftsNothing) {
+    const struct {
+        const char* what;
+        bool (*edit)(COwnerDrawMenu& menu);
+        bool result;
+        const char *records, *drawn; // what each item draws, `?` for one that has no record
+    } cases[] = {
+        // clang-format off
+        {"modify", [](COwnerDrawMenu& m) { return m.ModifyItem("x", 9, -1); }, true, "x9, a1, -, b2", "xa-b"},
+        {"keep caption", [](COwnerDrawMenu& m) { return m.ModifyItem(keepText, 9, -1); }, true, "F9, a1, -, b2", "Fa-b"},
+        {"by text", [](COwnerDrawMenu& m) { return m.RemoveItemByText("a", 0) == 0; }, true, "-, b2", "?-b"},
+        {"and the one before", [](COwnerDrawMenu& m) { return m.DeleteItemByText("b", 1) == 2; }, true, "a1", "?a"},
+        {"write by id", [](COwnerDrawMenu& m) { return m.WriteItemText(1, "x", id); }, true, "x1, -, b2", "?x-b"},
+        {"write at", [](COwnerDrawMenu& m) { return m.WriteItemText(3, "x", at); }, true, "a1, -, x2", "?a-x"},
+        {"write its own", [](COwnerDrawMenu& m) { return m.WriteItemText(0, "x", at); }, false, "a1, -, b2", "?a-b"},
+        {"twin", [](COwnerDrawMenu& m) { ::InsertMenuA(m.GetHandle(), 0, at, 2, "b"); return m.RemoveItem(0, at); },
+         true, "a1, -, b2", "?a-b"},
+        {"line", [](COwnerDrawMenu& m) { ::InsertMenuA(m.GetHandle(), 1, at | MF_SEPARATOR, 0, ""); return m.DeleteItem(1, at); },
+         true, "a1, -, b2", "?a-b"},
+        // clang-format on
+    };
+    for (const auto& [what, edit, result, records, drawn] : cases) {
+        SCOPED_TRACE(what);
+        COwnerDrawMenu menu;
+        menu.CreatePopupMenu();
+        menu.AppendItem("a", MF_STRING, 1, -1);
+        menu.AppendItem("", MF_SEPARATOR, 0, -1);
+        menu.AppendItem("b", MF_STRING, 2, -1);
+        ::InsertMenuA(menu.GetHandle(), 0, at, 9, "F");
+        EXPECT_EQ(edit(menu), result);
+        EXPECT_EQ(Describe(menu), records);
+        std::string items;
+        for (int position = 0; position < ::GetMenuItemCount(menu.GetHandle()); ++position) {
+            const CMenuItemRecord* record = menu.FindRecord(PlatformItemData(menu.GetHandle(), position));
+            items += record == nullptr ? "?" : record->id == 0 ? "-" : record->GetNarrowText();
+        }
+        EXPECT_EQ(items, drawn);
+    }
+}
+
 TEST(MenuEditing, FlagsOfInsertedAndChangedItems) {
     Tree tree;
     tree.InsertItem(0, "checked", at | MF_CHECKED, 9, -1);

@@ -90,6 +90,8 @@ TEST(MenuResource, AddedPopupsOfABarBecomePlainBehindThePlatformsOwnItems) {
     EXPECT_EQ(Bar(menu), "foreign 900,  901, &First, &File, 中文 103, &View, &Last");
     EXPECT_STREQ(menu.itemRecords[0]->GetText(), L"&First");
     EXPECT_EQ(menu.itemRecords.size(), 5U);
+    menu.InsertItem(3, "command", MF_BYPOSITION, 106, -1);
+    EXPECT_EQ(Bar(menu), "foreign 900,  901, &First, drawn 106, &File, 中文 103, &View, &Last");
     COwnerDrawMenu popup;
     popup.CreatePopupMenu();
     popup.AppendItem("x", MF_STRING, 1, -1);
