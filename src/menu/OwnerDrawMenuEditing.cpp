@@ -29,9 +29,11 @@ bool COwnerDrawMenu::ModifyItems(const wchar_t* text, UINT id, GiveImage giveIma
     } while (menu != nullptr);
 
     const CMenuItemRecord& last = *records.back();
-    const bool modified = ::ModifyMenuA(GetHandle(), id, last.flags, id, last.AsItemText()) != FALSE;
-    // The platform has given the last record to the item that it came upon first. Each goes back to its own, since it
-    // lives only as long as the menu that holds it.
+    if (menus.empty()) return ::ModifyMenuA(GetHandle(), id, last.flags, id, last.AsItemText()) != FALSE;
+    const bool modified =
+        ModifyPlatformItem(menus.front()->GetHandle(), positions.front(), last.flags, id, last.AsItemText());
+    // The first item has the last record now. Each goes back to its own, since it lives only as long as the menu that
+    // holds it.
     for (std::size_t i = 0; i < menus.size(); ++i)
         SetPlatformItemData(menus[i]->GetHandle(), positions[i], *records[i]);
     return modified;

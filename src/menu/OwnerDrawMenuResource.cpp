@@ -108,8 +108,7 @@ void COwnerDrawMenu::ReattachTopLevelPopups() {
         CMenuItemRecord* record = RecordOfItem(position);
         if (record == nullptr) continue;
         record->flags = MF_BYPOSITION | MF_POPUP;
-        ::ModifyMenuA(GetHandle(), static_cast<UINT>(position), record->flags, record->id,
-                      record->GetNarrowText().c_str());
+        ModifyPlatformItem(GetHandle(), position, record->flags, record->id, record->GetNarrowText().c_str());
     }
 }
 

@@ -16,7 +16,7 @@ UINT FlagsOfItem(HMENU menu, int position) {
 }
 
 void HandOver(HMENU menu, int position, const CMenuItemRecord& record) {
-    ::ModifyMenuA(menu, static_cast<UINT>(position), record.flags | MF_BYPOSITION, record.id, record.AsItemText());
+    ModifyPlatformItem(menu, position, record.flags, record.id, record.AsItemText());
 }
 
 void Refresh(CMenuItemRecord& record, HMENU menu, int position) {

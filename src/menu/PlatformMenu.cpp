@@ -30,6 +30,13 @@ UINT_PTR PlatformItemKey(HMENU menu, int position) {
     return (info.fType & MFT_SEPARATOR) != 0 ? 0 : info.wID;
 }
 
+bool ModifyPlatformItem(HMENU menu, int position, UINT flags, UINT_PTR id, const char* text) {
+    MENUITEMINFOA state = ItemInfo(menu, position, MIIM_STATE);
+    const bool modified = ::ModifyMenuA(menu, static_cast<UINT>(position), flags | MF_BYPOSITION, id, text) != FALSE;
+    if (modified) ::SetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &state);
+    return modified;
+}
+
 ULONG_PTR PlatformItemData(HMENU menu, int position) {
     return ItemInfo(menu, position, MIIM_DATA).dwItemData;
 }

@@ -14,6 +14,9 @@ std::string PlatformCaption(HMENU menu, int position);
 // What the `id` of the item's record is: its command, the handle of its sub-menu, or 0 for a separator.
 UINT_PTR PlatformItemKey(HMENU menu, int position);
 
+// As ModifyMenuA by position, but the item keeps its check mark, its greying and its highlight, whoever has set them.
+bool ModifyPlatformItem(HMENU menu, int position, UINT flags, UINT_PTR id, const char* text);
+
 // The data of an item; 0 if there is no such item.
 ULONG_PTR PlatformItemData(HMENU menu, int position);
 void SetPlatformItemData(HMENU menu, int position, const CMenuItemRecord& record);

@@ -99,6 +99,13 @@ TEST(MenuEditing, FlagsOfInsertedAndChangedItems) {
     EXPECT_EQ(tree.itemRecords[0]->flags, UINT{MF_BYPOSITION | MF_CHECKED | MF_OWNERDRAW});
     tree.ModifyItem(keepText, 9, -1);
     EXPECT_EQ(tree.itemRecords[0]->flags, UINT{MF_CHECKED | MF_OWNERDRAW});
+    ::CheckMenuItem(tree.GetHandle(), 9, MF_UNCHECKED);
+    ::CheckMenuItem(tree.GetHandle(), 3, MF_CHECKED);
+    ::EnableMenuItem(tree.GetHandle(), 3, MF_GRAYED);
+    for (const UINT command : {9U, 3U}) EXPECT_TRUE(tree.ModifyItem("other", command, -1));
+    const auto marks = [&](UINT command) { return ::GetMenuState(tree.GetHandle(), command, MF_BYCOMMAND) & 0xFF; };
+    EXPECT_EQ(marks(9), 0U);
+    EXPECT_EQ(marks(3), UINT{MF_CHECKED | MF_GRAYED});
     tree.InsertItem(0, "text", at | MF_GRAYED | MF_POPUP, 0, -1);
     EXPECT_EQ(tree.itemRecords[0]->flags, 0xD00U);
 

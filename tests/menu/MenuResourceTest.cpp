@@ -80,7 +80,9 @@ TEST(MenuResource, AddedPopupsOfABarBecomePlainBehindThePlatformsOwnItems) {
     ::InsertMenuA(menu.GetHandle(), 1, MF_BYPOSITION | MF_STRING, 901, "");
     EXPECT_EQ(menu.CountForeignItems(), 2);
 
+    ::EnableMenuItem(menu.GetHandle(), 2, MF_BYPOSITION | MF_GRAYED);
     menu.AppendSubMenu("&Last")->AppendItem("x", MF_STRING, 105, -1);
+    EXPECT_EQ(::GetMenuState(menu.GetHandle(), 2, MF_BYPOSITION) & MF_GRAYED, UINT{MF_GRAYED});
     EXPECT_EQ(Bar(menu), "foreign 900,  901, &File, 中文 103, &View, &Last");
     EXPECT_EQ(menu.itemRecords[3]->flags, UINT{MF_POPUP | MF_BYPOSITION});
 
