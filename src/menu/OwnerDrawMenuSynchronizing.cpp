@@ -8,11 +8,11 @@
 
 namespace {
 
-// What the item's state says to a record. The high byte of a pop-up's state is a count.
+// What the item's state says to a record. The highlight passes, and the high byte of a pop-up's state is a count.
 UINT FlagsOfItem(HMENU menu, int position) {
     const UINT state = ::GetMenuState(menu, static_cast<UINT>(position), MF_BYPOSITION);
     const UINT flags = (state & MF_POPUP) != 0 ? state & 0xFF : state;
-    return flags | MF_OWNERDRAW | MF_BYPOSITION;
+    return (flags & ~UINT{MF_HILITE}) | MF_OWNERDRAW | MF_BYPOSITION;
 }
 
 void HandOver(HMENU menu, int position, const CMenuItemRecord& record) {

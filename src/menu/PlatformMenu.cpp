@@ -18,6 +18,8 @@ MENUITEMINFOA ItemInfo(HMENU menu, int position, UINT mask) {
 } // namespace
 
 std::string PlatformCaption(HMENU menu, int position) {
+    // An item that became owner-drawn may still answer with the caption that it had before.
+    if ((ItemInfo(menu, position, MIIM_FTYPE).fType & MFT_OWNERDRAW) != 0) return {};
     std::array<char, 256> text{};
     ::GetMenuStringA(menu, static_cast<UINT>(position), text.data(), static_cast<int>(text.size()), MF_BYPOSITION);
     text.back() = '\0';

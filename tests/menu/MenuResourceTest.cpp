@@ -191,6 +191,19 @@ TEST(MenuSynchronization, StateAndFlagsComeFromThePlatform) {
     for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(menu.itemRecords[i]->flags, flags[i]) << i;
     EXPECT_EQ(::GetMenuState(menu.GetHandle(), 1, MF_BYCOMMAND) & 0xFF, UINT{MF_CHECKED});
     ExpectInStep(menu);
+
+    // A caption that was written since counts, not the one that the item had while it was plain.
+    ::ModifyMenuA(menu.GetHandle(), 3, MF_BYCOMMAND, 3, "plain");
+    MENUITEMINFOA highlight{sizeof highlight, MIIM_STATE, 0, MFS_HILITE, 0, nullptr,
+                            nullptr,          nullptr,    0, nullptr,    0, nullptr};
+    ::SetMenuItemInfoA(menu.GetHandle(), 3, FALSE, &highlight);
+    for (const char* text : {"plain", "written"}) {
+        menu.SynchronizeRecords();
+        EXPECT_EQ(menu.itemRecords[2]->GetNarrowText(), text);
+        EXPECT_EQ(menu.itemRecords[2]->flags, 0x500U);
+        EXPECT_EQ(::GetMenuState(menu.GetHandle(), 3, MF_BYCOMMAND) & 0xFF, UINT{MF_HILITE});
+        menu.WriteItemText(2, L"written", MF_BYPOSITION);
+    }
     menu.itemRecords.clear();
     menu.SynchronizeRecords();
     EXPECT_EQ(menu.itemRecords[3]->flags, 0x510U) << "the count of its items is no flag";
