@@ -93,9 +93,6 @@ TEST(MenuLayout, TextIsPartedAtItsFirstAndLastTab) {
 TEST(MenuItemLook, PaletteDisplaysAreClassic) {
     EXPECT_EQ(ChooseMenuLook(true, true, 1, 1), MenuLook::Classic);
     EXPECT_EQ(ChooseMenuLook(false, true, 1, 0), MenuLook::Modern);
-    EXPECT_EQ(ChooseMenuLook(false, true, 0, 1), MenuLook::Classic);
-    EXPECT_EQ(ChooseMenuLook(false, false, 0, 1), MenuLook::Modern);
-    EXPECT_EQ(ChooseMenuLook(false, false, 1, 2), MenuLook::Classic);
 }
 
 // "isc" in any subset: has an image, selected, checked; g: grayed; k: the unselected check image's id is set,

@@ -193,10 +193,7 @@ TEST(MenuSynchronization, StateAndFlagsComeFromThePlatform) {
     ExpectInStep(menu);
 
     // A caption that was written since counts, not the one that the item had while it was plain.
-    ::ModifyMenuA(menu.GetHandle(), 3, MF_BYCOMMAND, 3, "plain");
-    MENUITEMINFOA highlight{sizeof highlight, MIIM_STATE, 0, MFS_HILITE, 0, nullptr,
-                            nullptr,          nullptr,    0, nullptr,    0, nullptr};
-    ::SetMenuItemInfoA(menu.GetHandle(), 3, FALSE, &highlight);
+    ::ModifyMenuA(menu.GetHandle(), 3, MF_BYCOMMAND | MF_HILITE, 3, "plain");
     for (const char* text : {"plain", "written"}) {
         menu.SynchronizeRecords();
         EXPECT_EQ(menu.itemRecords[2]->GetNarrowText(), text);
