@@ -11,23 +11,12 @@ namespace {
 // The popup that TrackPopupMenu shows at present. WM_MEASUREITEM doesn't name its menu, so the walk starts here.
 HMENU trackedMenu = nullptr;
 
-bool HoldsItem(HMENU menu, int position, ULONG_PTR itemData, HMENU& subMenu) {
+bool HoldsItem(HMENU menu, int position, ULONG_PTR itemData) {
     MENUITEMINFOA info{};
     info.cbSize = sizeof info;
-    info.fMask = MIIM_DATA | MIIM_SUBMENU | MIIM_FTYPE;
+    info.fMask = MIIM_DATA | MIIM_FTYPE;
     if (::GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info) == FALSE) return false;
-    subMenu = info.hSubMenu;
     return (info.fType & MFT_OWNERDRAW) != 0 && info.dwItemData == itemData;
-}
-
-HMENU FindHandleOfItem(HMENU menu, ULONG_PTR itemData, int depth) {
-    const int count = menu != nullptr && depth < deepestMenu ? ::GetMenuItemCount(menu) : 0;
-    for (int position = 0; position < count; ++position) {
-        HMENU subMenu = nullptr;
-        if (HoldsItem(menu, position, itemData, subMenu)) return menu;
-        if (HMENU found = FindHandleOfItem(subMenu, itemData, depth + 1)) return found;
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -88,8 +77,29 @@ LRESULT CMenu::MenuChar(UINT, UINT) {
     return MAKELRESULT(0, MNC_IGNORE);
 }
 
+bool CMenuWalk::Next() {
+    if (subMenu != nullptr) Enter(std::exchange(subMenu, nullptr));
+    while (!levels.empty()) {
+        Level& level = levels.back();
+        if (++level.position < ::GetMenuItemCount(level.menu)) {
+            subMenu = ::GetSubMenu(level.menu, level.position);
+            return true;
+        }
+        levels.pop_back();
+    }
+    return false;
+}
+
+void CMenuWalk::Enter(HMENU menu) {
+    if (menu != nullptr && entered.insert(menu).second) levels.push_back({menu, -1});
+}
+
 CMenu* FindMenuOfItem(HMENU root, ULONG_PTR itemData) {
-    return CMenu::FromHandlePermanent(FindHandleOfItem(root, itemData, 0));
+    for (CMenuWalk walk(root); walk.Next();) {
+        CMenu* menu = CMenu::FromHandlePermanent(walk.GetMenu());
+        if (menu != nullptr && HoldsItem(walk.GetMenu(), walk.GetPosition(), itemData)) return menu;
+    }
+    return nullptr;
 }
 
 bool RouteMenuDraw(DRAWITEMSTRUCT& item) {

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <memory>
+#include <set>
+#include <vector>
 
 #include <windows.h>
 
@@ -53,12 +55,39 @@ private:
     bool temporary = false;
 };
 
-// Deeper than any platform nests its menus; ends every walk, also on a menu that holds itself.
-inline constexpr int deepestMenu = 32;
+// The items of a menu and of those below it, in the order of positions: an item, then those of its sub-menu. At any
+// depth, and each menu once: one that is met again, be it because menus hold one another, is passed over. The walk
+// begins before the first item. The menu of the present item must outlive it.
+class CMenuWalk {
+public:
+    // Null for no items.
+    explicit CMenuWalk(HMENU root) { Enter(root); }
 
-// The object of the menu, at `root` or below it, that holds an owner-drawn item with this item data; null if no object
-// is attached to that menu. Items are found by their data, since the structures cut an item id to 32 bits, which loses
-// part of a sub-menu's handle.
+    // Goes to the next item; false behind the last one.
+    bool Next();
+    HMENU GetMenu() const { return levels.back().menu; }
+    int GetPosition() const { return levels.back().position; }
+    // The item's sub-menu; null for none.
+    HMENU GetSubMenu() const { return subMenu; }
+    // Passes over the item's sub-menu.
+    void SkipSubMenu() { subMenu = nullptr; }
+
+private:
+    struct Level {
+        HMENU menu;
+        int position;
+    };
+
+    void Enter(HMENU menu);
+
+    std::vector<Level> levels; // the menus that are open, from the root
+    std::set<HMENU> entered;
+    HMENU subMenu = nullptr;
+};
+
+// The object of the menu, at `root` or below it, that holds an owner-drawn item with this item data; null for none.
+// Menus without an object don't count. Items are found by their data, since the structures cut an item id to 32 bits,
+// which loses part of a sub-menu's handle.
 CMenu* FindMenuOfItem(HMENU root, ULONG_PTR itemData);
 
 // What a window does by default with these messages of its menus: true if a menu object took the message.

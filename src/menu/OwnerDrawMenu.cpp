@@ -8,17 +8,10 @@
 
 namespace {
 
-CMenuItemRecord* FindRecordBelow(const COwnerDrawMenu& menu, ULONG_PTR itemData, int depth) {
+CMenuItemRecord* FindRecordIn(const COwnerDrawMenu& menu, ULONG_PTR itemData) {
     const auto found =
         std::ranges::find(menu.itemRecords, itemData, [](const auto& record) { return record->GetItemData(); });
-    if (found != menu.itemRecords.end()) return found->get();
-    const int count = depth < deepestMenu ? ::GetMenuItemCount(menu.GetHandle()) : 0;
-    for (int position = 0; position < count; ++position) {
-        const COwnerDrawMenu* object = OwnerDrawMenuOf(::GetSubMenu(menu.GetHandle(), position));
-        CMenuItemRecord* record = object != nullptr ? FindRecordBelow(*object, itemData, depth + 1) : nullptr;
-        if (record != nullptr) return record;
-    }
-    return nullptr;
+    return found != menu.itemRecords.end() ? found->get() : nullptr;
 }
 
 } // namespace
@@ -43,7 +36,11 @@ bool COwnerDrawMenu::DestroyMenu() {
 }
 
 CMenuItemRecord* COwnerDrawMenu::FindRecord(ULONG_PTR itemData) const {
-    return FindRecordBelow(*this, itemData, 0);
+    CMenuItemRecord* record = FindRecordIn(*this, itemData);
+    for (COwnerDrawMenuWalk walk(GetHandle()); record == nullptr && walk.Next();) {
+        if (const COwnerDrawMenu* subMenu = walk.GetSubMenu()) record = FindRecordIn(*subMenu, itemData);
+    }
+    return record;
 }
 
 LRESULT COwnerDrawMenu::MenuChar(UINT character, UINT flags) {

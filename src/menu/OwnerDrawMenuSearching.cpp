@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cwchar>
+#include <set>
 
 #include "menu/PlatformMenu.h"
 
@@ -21,17 +22,12 @@ struct Occurrences {
     }
 };
 
-COwnerDrawMenu* Locate(COwnerDrawMenu& menu, UINT id, int& position, const Occurrences& passed, int depth = 0) {
-    const HMENU handle = menu.GetHandle();
-    for (int each = 0; depth < deepestMenu && each < ::GetMenuItemCount(handle); ++each) {
-        if (const HMENU subMenu = ::GetSubMenu(handle, each)) {
-            COwnerDrawMenu* object = OwnerDrawMenuOf(subMenu);
-            COwnerDrawMenu* found = object != nullptr ? Locate(*object, id, position, passed, depth + 1) : nullptr;
-            if (found != nullptr) return found;
-        } else if (::GetMenuItemID(handle, each) == id && !passed.Contains(&menu, each)) {
-            position = each;
-            return &menu;
-        }
+COwnerDrawMenu* Locate(HMENU root, UINT id, int& position, const Occurrences& passed) {
+    for (COwnerDrawMenuWalk walk(root); walk.Next();) {
+        COwnerDrawMenu* menu = walk.GetMenu();
+        position = walk.GetPosition();
+        if (walk.IsPopup() || ::GetMenuItemID(menu->GetHandle(), position) != id) continue;
+        if (!passed.Contains(menu, position)) return menu;
     }
     position = -1;
     return nullptr;
@@ -39,25 +35,6 @@ COwnerDrawMenu* Locate(COwnerDrawMenu& menu, UINT id, int& position, const Occur
 
 bool HasText(const CMenuItemRecord& record, const wchar_t* text) {
     return record.GetText() != nullptr && std::wcscmp(record.GetText(), text) == 0;
-}
-
-CMenuItemRecord* LocateText(const COwnerDrawMenu& menu, const wchar_t* text, int depth = 0) {
-    const int count = depth < deepestMenu ? ::GetMenuItemCount(menu.GetHandle()) : 0;
-    bool searched = false; // the menu's own records, once
-    for (int each = 0; each < count; ++each) {
-        CMenuItemRecord* found = nullptr;
-        if (const HMENU subMenu = ::GetSubMenu(menu.GetHandle(), each)) {
-            const COwnerDrawMenu* object = OwnerDrawMenuOf(subMenu);
-            if (object != nullptr) found = LocateText(*object, text, depth + 1);
-        } else if (!searched) {
-            searched = true;
-            for (const auto& record : menu.itemRecords) {
-                if (found == nullptr && HasText(*record, text)) found = record.get();
-            }
-        }
-        if (found != nullptr) return found;
-    }
-    return nullptr;
 }
 
 std::wstring LowerCase(std::wstring text) {
@@ -74,16 +51,24 @@ std::wstring WideCharacter(UINT character) {
 } // namespace
 
 COwnerDrawMenu* COwnerDrawMenu::LocateItem(UINT id, int& position) {
-    return Locate(*this, id, position, {});
+    return Locate(GetHandle(), id, position, {});
 }
 
 COwnerDrawMenu* COwnerDrawMenu::LocateNextItem(UINT id, int& position, std::span<COwnerDrawMenu* const> menus,
                                                std::span<const int> positions) {
-    return Locate(*this, id, position, {menus, positions});
+    return Locate(GetHandle(), id, position, {menus, positions});
 }
 
 CMenuItemRecord* COwnerDrawMenu::LocateRecordByText(const wchar_t* text) {
-    return LocateText(*this, text);
+    std::set<const COwnerDrawMenu*> searched;
+    for (COwnerDrawMenuWalk walk(GetHandle()); walk.Next();) {
+        const COwnerDrawMenu* menu = walk.GetMenu();
+        if (walk.IsPopup() || !searched.insert(menu).second) continue;
+        for (const auto& record : menu->itemRecords) {
+            if (HasText(*record, text)) return record.get();
+        }
+    }
+    return nullptr;
 }
 
 int COwnerDrawMenu::GetItemPosition(const wchar_t* text) const {

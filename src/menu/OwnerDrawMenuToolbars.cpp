@@ -12,16 +12,13 @@ bool HoldsCommand(HMENU menu, UINT id) {
     return id != 0 && ::GetMenuState(menu, id, MF_BYCOMMAND) != static_cast<UINT>(-1);
 }
 
-// Every record of the command in the menu and below it.
-template <class Visit>
-void VisitCommand(const COwnerDrawMenu& menu, UINT id, Visit visit, int depth = 0) {
-    if (depth == deepestMenu) return;
-    for (const auto& record : menu.itemRecords) {
-        if (record->id == id && (record->flags & MF_POPUP) == 0) visit(*record);
+// The menu and those of its class below it.
+std::vector<const COwnerDrawMenu*> MenusOf(const COwnerDrawMenu& root) {
+    std::vector<const COwnerDrawMenu*> menus{&root};
+    for (COwnerDrawMenuWalk walk(root.GetHandle()); walk.Next();) {
+        if (const COwnerDrawMenu* subMenu = walk.GetSubMenu()) menus.push_back(subMenu);
     }
-    for (const HMENU subMenu : menu.subMenus) {
-        if (const COwnerDrawMenu* object = OwnerDrawMenuOf(subMenu)) VisitCommand(*object, id, visit, depth + 1);
-    }
+    return menus;
 }
 
 } // namespace
@@ -65,10 +62,13 @@ void COwnerDrawMenu::AddToolbarImages(const CMenuToolBar& toolbar, int bitmapId)
     for (int button = 0; button < toolbar.GetButtonCount(); ++button) {
         const UINT id = toolbar.GetItemID(button);
         if (!HoldsCommand(GetHandle(), id)) continue;
-        VisitCommand(*this, id, [&](CMenuItemRecord& record) {
-            record.imageList = std::make_unique<CImageList>();
-            record.iconId = record.imageIndex = 0;
-            CopyImageToList(&images, toolbar.GetMenuImage(button), *record.imageList);
-        });
+        for (const COwnerDrawMenu* menu : MenusOf(*this)) {
+            for (const auto& record : menu->itemRecords) {
+                if (record->id != id || (record->flags & MF_POPUP) != 0) continue;
+                record->imageList = std::make_unique<CImageList>();
+                record->iconId = record->imageIndex = 0;
+                CopyImageToList(&images, toolbar.GetMenuImage(button), *record->imageList);
+            }
+        }
     }
 }

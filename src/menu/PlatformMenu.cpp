@@ -56,3 +56,10 @@ COwnerDrawMenu* OwnerDrawMenuOf(HMENU menu) {
     const bool isOurs = object != nullptr && object->IsKindOf(COwnerDrawMenu::classInfo);
     return isOurs ? static_cast<COwnerDrawMenu*>(object) : nullptr;
 }
+
+bool COwnerDrawMenuWalk::Next() {
+    if (!walk.Next()) return false;
+    popup = walk.GetSubMenu() != nullptr;
+    if (GetSubMenu() == nullptr) walk.SkipSubMenu();
+    return true;
+}

@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+#include "framework/Menu.h"
+
 class CMenuItemRecord;
 class COwnerDrawMenu;
 
@@ -23,6 +25,24 @@ void SetPlatformItemData(HMENU menu, int position, const CMenuItemRecord& record
 
 // The object of this class that is attached to the handle; null for none and for a plain menu object.
 COwnerDrawMenu* OwnerDrawMenuOf(HMENU menu);
+
+// The items of a menu and of those of this class below it, as CMenuWalk goes through them. Plain sub-menus are passed
+// over, with all that is below them.
+class COwnerDrawMenuWalk {
+public:
+    explicit COwnerDrawMenuWalk(HMENU root) : walk(root) {}
+
+    bool Next();
+    COwnerDrawMenu* GetMenu() const { return OwnerDrawMenuOf(walk.GetMenu()); }
+    int GetPosition() const { return walk.GetPosition(); }
+    bool IsPopup() const { return popup; }
+    // The item's sub-menu; null for a plain one too.
+    COwnerDrawMenu* GetSubMenu() const { return OwnerDrawMenuOf(walk.GetSubMenu()); }
+
+private:
+    CMenuWalk walk;
+    bool popup = false;
+};
 
 // A sub-menu's handle in the place of an item's id, and back.
 inline UINT_PTR IdOfSubMenu(HMENU menu) {

@@ -110,4 +110,16 @@ TEST(Menu, ItemsAreFoundByTheirDataInAnyMenuBelow) {
     EXPECT_EQ(FindMenuOfItem(root.GetHandle(), 3), nullptr); // the sub-menus are gone
 }
 
+TEST(Menu, EachMenuIsGoneThroughOnceAtAnyDepth) {
+    CProbeMenu levels[100];
+    for (ULONG_PTR i = 0; i < 99; ++i) levels[i].Append(i, &levels[i + 1]);
+    levels[99].Append(99);
+    EXPECT_EQ(FindMenuOfItem(levels[0].GetHandle(), 99), &levels[99]);
+    levels[50].Append(1000, &levels[51]); // met again
+    levels[50].Append(1001);
+    int items = 0;
+    for (CMenuWalk walk(levels[0].GetHandle()); walk.Next();) ++items;
+    EXPECT_EQ(items, 102);
+}
+
 } // namespace
