@@ -26,11 +26,16 @@ void DrawDot(CDC& dc, MenuPoint place, COLORREF color) {
 
 // A bitmap of its own for the mark makes it a dot; it isn't shown itself.
 bool HasMarkBitmap(const DRAWITEMSTRUCT& item) {
-    MENUITEMINFOA info{};
-    info.cbSize = sizeof info;
-    info.fMask = MIIM_CHECKMARKS;
     const auto menu = reinterpret_cast<HMENU>(item.hwndItem);
-    return ::GetMenuItemInfoA(menu, item.itemID, FALSE, &info) != FALSE && info.hbmpChecked != nullptr;
+    // By the data: other items may have the same id.
+    for (int position = 0; position < ::GetMenuItemCount(menu); ++position) {
+        MENUITEMINFOA info{};
+        info.cbSize = sizeof info;
+        info.fMask = MIIM_CHECKMARKS | MIIM_DATA;
+        if (::GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info) == FALSE) break;
+        if (info.dwItemData == item.itemData) return info.hbmpChecked != nullptr;
+    }
+    return false;
 }
 
 } // namespace

@@ -96,7 +96,8 @@ public:
     bool InsertMenuItem(std::int32_t position, UINT flags, UINT_PTR id, const char* text, const CBitmap* bitmap);
 
     // Changing every item of a command id, at any depth. A null text leaves the captions alone; so does a null list or
-    // bitmap the image. An id that no item has gets a record at the end of this menu. The platform's result.
+    // bitmap the image. An id that no item has gets a record at the end of this menu, and the result is false; else
+    // it is the platform's. Plain sub-menus are passed over.
     bool ModifyItem(const wchar_t* text, UINT id, int iconId);
     bool ModifyItem(const wchar_t* text, UINT id, const CImageList* images, int index);
     bool ModifyItem(const wchar_t* text, UINT id, const CBitmap* bitmap);

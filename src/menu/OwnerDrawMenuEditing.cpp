@@ -29,7 +29,8 @@ bool COwnerDrawMenu::ModifyItems(const wchar_t* text, UINT id, GiveImage giveIma
     } while (menu != nullptr);
 
     const CMenuItemRecord& last = *records.back();
-    if (menus.empty()) return ::ModifyMenuA(GetHandle(), id, last.flags, id, last.AsItemText()) != FALSE;
+    // An item of a plain sub-menu may have the id. Nobody would measure it if it became owner-drawn.
+    if (menus.empty()) return false;
     const bool modified =
         ModifyPlatformItem(menus.front()->GetHandle(), positions.front(), last.flags, id, last.AsItemText());
     // The first item has the last record now. Each goes back to its own, since it lives only as long as the menu that

@@ -8,8 +8,9 @@
 
 namespace {
 
-bool HoldsCommand(HMENU menu, UINT id) {
-    return id != 0 && ::GetMenuState(menu, id, MF_BYCOMMAND) != static_cast<UINT>(-1);
+bool HoldsCommand(COwnerDrawMenu& menu, UINT id) {
+    int position = -1;
+    return id != 0 && menu.LocateItem(id, position) != nullptr;
 }
 
 // The menu and those of its class below it.
@@ -43,7 +44,7 @@ bool COwnerDrawMenu::LoadToolbarImages(UINT toolbarId) {
     if (!AddBitmapToList(images, static_cast<WORD>(toolbarId))) return false;
     for (int button = 0; button < toolbar.GetButtonCount(); ++button) {
         const UINT id = toolbar.GetItemID(button);
-        if (HoldsCommand(GetHandle(), id))
+        if (HoldsCommand(*this, id))
             ModifyItem(static_cast<const wchar_t*>(nullptr), id, &images, toolbar.GetMenuImage(button));
     }
     return true;
@@ -61,7 +62,7 @@ void COwnerDrawMenu::AddToolbarImages(const CMenuToolBar& toolbar, int bitmapId)
     if (!AddBitmapToList(images, bitmapId)) return;
     for (int button = 0; button < toolbar.GetButtonCount(); ++button) {
         const UINT id = toolbar.GetItemID(button);
-        if (!HoldsCommand(GetHandle(), id)) continue;
+        if (!HoldsCommand(*this, id)) continue;
         for (const COwnerDrawMenu* menu : MenusOf(*this)) {
             for (const auto& record : menu->itemRecords) {
                 if (record->id != id || (record->flags & MF_POPUP) != 0) continue;

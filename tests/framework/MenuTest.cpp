@@ -94,6 +94,9 @@ TEST(Menu, ItemsAreFoundByTheirDataInAnyMenuBelow) {
     {
         CProbeMenu middle, deep;
         ::AppendMenuA(root.GetHandle(), MF_STRING, CProbeMenu::chosen, "not owner-drawn");
+        const HMENU plain = ::CreatePopupMenu(); // has no object, so nobody would draw its items
+        ::AppendMenuA(plain, MF_OWNERDRAW, CProbeMenu::chosen, reinterpret_cast<LPCSTR>(UINT_PTR{3}));
+        ::AppendMenuA(root.GetHandle(), MF_POPUP, reinterpret_cast<UINT_PTR>(plain), "Plain");
         root.Append(11, &middle);
         middle.Append(12, &deep);
         deep.Append(3);

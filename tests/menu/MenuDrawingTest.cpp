@@ -164,11 +164,12 @@ TEST_P(ModernRow, DisabledImageByTheSecondRoute) {
 }
 
 TEST_P(ModernRow, AMarkBitmapMakesADot) {
+    Append(L"Another of the id, without one");
     CMenuItemRecord& item = Append(L"");
     const CImageList images = HalfImages({dark});
     CBitmap mark;
     menu.ImageToBitmap(surface, images, 0, mark);
-    ::SetMenuItemBitmaps(menu.GetHandle(), 400, MF_BYCOMMAND, nullptr, mark.GetHandle());
+    ::SetMenuItemBitmaps(menu.GetHandle(), 1, MF_BYPOSITION, nullptr, mark.GetHandle());
     ExpectRow(item, ODS_CHECKED, [&](CDC& dc) {
         Bar(dc, false);
         CheckedBox(dc, {4, 4, 20, 20});

@@ -122,7 +122,13 @@ TEST(MenuEditing, FlagsOfInsertedAndChangedItems) {
 
 TEST(MenuEditing, RecordsThatOutliveOrPrecedeTheirItems) {
     Tree tree;
-    EXPECT_FALSE(tree.ModifyItem("n", 9, -1)) << "no item has this id";
+    const HMENU plain = ::CreatePopupMenu();
+    for (const UINT command : {9U, 1U}) ::AppendMenuA(plain, MF_STRING, command, "plain");
+    ::InsertMenuA(tree.GetHandle(), 0, at | MF_POPUP, IdOfSubMenu(plain), "Plain");
+    EXPECT_FALSE(tree.ModifyItem("n", 9, -1)) << "no item of this class has this id";
+    EXPECT_TRUE(tree.ModifyItem(keepText, 1, -1));
+    EXPECT_EQ(PlatformCaption(plain, 0) + PlatformCaption(plain, 1), "plainplain") << "and not owner-drawn";
+    ::DeleteMenu(tree.GetHandle(), 0, at);
     EXPECT_EQ(Describe(tree), "a1, M(b2, D(c3, a1)), -, d4, n9");
     tree.WriteItemText(2, "text", at);
     EXPECT_TRUE(tree.DeleteItem(2, at));

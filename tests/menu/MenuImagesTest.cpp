@@ -240,7 +240,11 @@ TEST_F(MenuImages, AToolbarGivesItsImagesToTheItems) {
 
 TEST_F(MenuImages, ImageSizesOnlyGrow) {
     const UINT ids[] = {IDT_SQUARE, IDT_SMALL};
+    const HMENU plain = ::CreatePopupMenu();
+    ::AppendMenuA(plain, MF_STRING, 505, "A command of the toolbar");
+    ::AppendMenuA(menu.GetHandle(), MF_POPUP, reinterpret_cast<UINT_PTR>(plain), "Plain");
     EXPECT_TRUE(menu.LoadToolbarImages(IDT_SMALL));
+    EXPECT_TRUE(menu.itemRecords.empty()) << "not an item of this class";
     EXPECT_EQ(CSize(menu.imageWidth, menu.imageHeight), CSize(16, 15));
     EXPECT_TRUE(menu.LoadToolbarImageSet(ids, 2));
     EXPECT_EQ(CSize(menu.imageWidth, menu.imageHeight), CSize(16, 16));
