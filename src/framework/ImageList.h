@@ -21,9 +21,10 @@ public:
     }
     ~CImageList() { DeleteImageList(); }
 
-    // Makes an empty list in place of what was held. Sizes in pixels, `flags` of the ILC_ family. False on failure.
+    // Makes an empty list in place of what was held. Sizes in pixels, `flags` of the ILC_ family. False on failure, and
+    // for a size that isn't above 0: the platform makes such a list and divides by its size later.
     bool Create(int width, int height, UINT flags, int initial, int grow) {
-        Attach(::ImageList_Create(width, height, flags, initial, grow));
+        Attach(width > 0 && height > 0 ? ::ImageList_Create(width, height, flags, initial, grow) : nullptr);
         return handle != nullptr;
     }
     // Takes ownership; what was held before is destroyed.

@@ -16,6 +16,14 @@ int ToolbarResource::ImageIndex(int button) const {
     return static_cast<int>(std::count_if(ids.begin(), position, [](std::uint16_t id) { return id != 0; }));
 }
 
+namespace {
+
+bool IsImageSize(int pixels) {
+    return pixels > 0 && pixels <= largestToolbarImage;
+}
+
+} // namespace
+
 std::optional<ToolbarResource> ParseToolbarResource(std::span<const std::byte> resource) {
     CLittleEndianReader reader(resource);
     const auto version = reader.ReadWord();
@@ -23,6 +31,7 @@ std::optional<ToolbarResource> ParseToolbarResource(std::span<const std::byte> r
     const auto height = reader.ReadWord();
     const auto count = reader.ReadWord();
     if (version != 1 || !width || !height || !count || reader.Rest().size() / 2 < *count) return std::nullopt;
+    if (!IsImageSize(*width) || !IsImageSize(*height)) return std::nullopt;
     ToolbarResource toolbar{*width, *height, {}};
     toolbar.ids.reserve(*count);
     for (int i = 0; i < *count; ++i) toolbar.ids.push_back(reader.ReadWord().value_or(0));

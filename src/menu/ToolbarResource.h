@@ -8,6 +8,9 @@
 #include <span>
 #include <vector>
 
+// Of an image, in pixels, each way; as large as icons are.
+inline constexpr int largestToolbarImage = 256;
+
 struct ToolbarResource {
     int imageWidth; // pixels
     int imageHeight;
@@ -19,5 +22,6 @@ struct ToolbarResource {
     int ImageIndex(int button) const;
 };
 
-// Nothing for another version than 1 or a resource that is shorter than its count says. Never reads beyond the bytes.
+// Nothing for another version than 1, an image size of 0 or above largestToolbarImage, or a resource that is shorter
+// than its count says. Never reads beyond the bytes.
 std::optional<ToolbarResource> ParseToolbarResource(std::span<const std::byte> resource);

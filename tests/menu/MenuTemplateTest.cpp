@@ -101,8 +101,15 @@ TEST(ToolbarResource, GivesSizeAndCommandsUpToItsCount) {
     for (std::size_t length = 0; length < whole.size(); ++length) {
         EXPECT_FALSE(ParseToolbarResource(std::span(whole).first(length))) << length;
     }
-    EXPECT_FALSE(ParseToolbarResource(CTemplateBytes().Words({1, 16, 15, 0xFFFF, 100, 101}).bytes)) << "count";
-    EXPECT_FALSE(ParseToolbarResource(CTemplateBytes().Words({2, 16, 15, 1, 100}).bytes)) << "version";
+    const struct {
+        std::uint16_t version, width, height, count;
+        bool accepted;
+    } cases[] = {{1, 16, 15, 0xFFFF, false}, {2, 16, 15, 1, false},     {1, 0, 15, 1, false},  {1, 16, 0, 1, false},
+                 {1, 0xFFFF, 15, 1, false},  {1, 16, 0xFFFF, 1, false}, {1, 257, 1, 1, false}, {1, 256, 256, 1, true}};
+    for (const auto& [version, width, height, count, accepted] : cases) {
+        const auto bytes = CTemplateBytes().Words({version, width, height, count, 100}).bytes;
+        EXPECT_EQ(ParseToolbarResource(bytes).has_value(), accepted) << version << ' ' << width << ' ' << height;
+    }
 }
 
 TEST(ToolbarResource, SeparatorsHaveNoImage) {

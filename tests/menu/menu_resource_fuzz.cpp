@@ -30,6 +30,8 @@ void CheckMenu(std::span<const std::byte> resource) {
 void CheckToolbar(std::span<const std::byte> resource) {
     const auto toolbar = ParseToolbarResource(resource);
     if (!toolbar) return;
+    for (const int size : {toolbar->imageWidth, toolbar->imageHeight})
+        Require(size >= 1 && size <= largestToolbarImage);
     Require(8 + 2 * toolbar->ids.size() <= resource.size());
     for (const std::uint16_t id : toolbar->ids) {
         const int button = toolbar->ButtonIndex(id);
