@@ -273,6 +273,9 @@ private:
     // The image of a command from a bitmap or toolbar resource, by way of the shared store. False, with `sharedIndex`
     // untouched, if the bitmap can't be loaded.
     bool LoadSharedImage(int iconId, UINT id, std::int32_t& sharedIndex);
+    // The images of a bitmap resource alone, without companions, which would stand where the images of a longer strip
+    // do. Empty if it can't be loaded.
+    CImageList LoadStrip(int resourceId, CSize imageSize) const;
     // A list of this one image, masked; null for null.
     std::unique_ptr<CImageList> ListOfBitmap(const CBitmap* bitmap) const;
 

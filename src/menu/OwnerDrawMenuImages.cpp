@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 #include <vector>
 
 #include "framework/ResourceModule.h"
@@ -134,11 +135,16 @@ void AddCompanions(const COwnerDrawMenu& menu, CImageList& list) {
 bool COwnerDrawMenu::LoadSharedImage(int iconId, UINT id, std::int32_t& sharedIndex) {
     int index = 0;
     LookUpToolbarImage(id, static_cast<UINT>(iconId), index); // a plain bitmap is no toolbar and has one image
-    CImageList images;
-    images.Create(imageWidth, imageHeight, imageListFlags, 1, 1);
-    if (!AddBitmapToList(images, iconId)) return false;
+    const CImageList images = LoadStrip(iconId, {imageWidth, imageHeight});
+    if (images.IsEmpty()) return false;
     sharedIndex = AddSharedImage(images, index, id);
     return true;
+}
+
+CImageList COwnerDrawMenu::LoadStrip(int resourceId, CSize imageSize) const {
+    CImageList images;
+    images.Create(imageSize.cx, imageSize.cy, imageListFlags, 1, 1);
+    return AddResourceBitmap(images, resourceId, TransparentColor()) ? std::move(images) : CImageList();
 }
 
 bool COwnerDrawMenu::AddBitmapToList(CImageList& list, int resourceId) {

@@ -39,9 +39,8 @@ bool COwnerDrawMenu::LoadToolbarImages(UINT toolbarId) {
     if (!toolbar.LoadToolBar(toolbarId)) return false;
     imageWidth = std::max(imageWidth, toolbar.imageWidth);
     imageHeight = std::max(imageHeight, toolbar.imageHeight);
-    CImageList images;
-    images.Create(toolbar.imageWidth, toolbar.imageHeight, imageListFlags, 1, 1);
-    if (!AddBitmapToList(images, static_cast<WORD>(toolbarId))) return false;
+    const CImageList images = LoadStrip(static_cast<WORD>(toolbarId), {toolbar.imageWidth, toolbar.imageHeight});
+    if (images.IsEmpty()) return false;
     for (int button = 0; button < toolbar.GetButtonCount(); ++button) {
         const UINT id = toolbar.GetItemID(button);
         if (HoldsCommand(*this, id))
@@ -57,9 +56,8 @@ bool COwnerDrawMenu::LoadToolbarImageSet(const UINT* toolbarIds, int count) {
 }
 
 void COwnerDrawMenu::AddToolbarImages(const CMenuToolBar& toolbar, int bitmapId) {
-    CImageList images;
-    images.Create(toolbar.imageWidth, toolbar.imageHeight, imageListFlags, 1, 1);
-    if (!AddBitmapToList(images, bitmapId)) return;
+    const CImageList images = LoadStrip(bitmapId, {toolbar.imageWidth, toolbar.imageHeight});
+    if (images.IsEmpty()) return;
     for (int button = 0; button < toolbar.GetButtonCount(); ++button) {
         const UINT id = toolbar.GetItemID(button);
         if (!HoldsCommand(*this, id)) continue;

@@ -105,6 +105,10 @@ TEST_F(MenuImages, WhatHasNoImageIsNotStored) {
     EXPECT_FALSE(menu.CopyImageToList(&images, -1, target));
     EXPECT_TRUE(menu.CopyImageToList(&images, 1, target));
     EXPECT_EQ(target.GetImageCount(), 0);
+    for (const CSize size : {CSize(0, 15), CSize(16, 0), CSize(-1, 15)}) {
+        menu.SetImageSize(size.cx, size.cy);
+        EXPECT_EQ(Append(600, IDB_CHECK_CLEAR).sharedIndex, -1);
+    }
 }
 
 // The store keeps the size of its first menu; larger and smaller images are fitted in, one entry each.
@@ -187,7 +191,8 @@ TEST_F(MenuImages, ItemsTakeImagesByCommand) {
     EXPECT_EQ(Append(502, -1).sharedIndex, 0);
     EXPECT_EQ(Append(601, -1).sharedIndex, -1);
     EXPECT_EQ(Append(602, IDB_NONE).sharedIndex, -1);
-    EXPECT_EQ(Append(600, IDT_COMMANDS).sharedIndex, 3); // not on the toolbar: its first image
+    EXPECT_EQ(Append(600, IDT_COMMANDS).sharedIndex, 3);  // not on the toolbar: its first image
+    EXPECT_EQ(Append(507, IDT_COMMANDS).sharedIndex, -1); // beyond the strip
     EXPECT_EQ(Store(), "502 502 502 600 600 600 ");
     EXPECT_EQ(Shared(0), green);
     EXPECT_EQ(Shared(3), red);
@@ -223,7 +228,7 @@ TEST_F(MenuImages, ToolbarLookUp) {
 TEST_F(MenuImages, AToolbarGivesItsImagesToTheItems) {
     Append(501, -1);
     Append(503, -1);
-    Append(599, -1);
+    Append(507, -1); // beyond the strip
     COwnerDrawMenu* subMenu = menu.AppendSubMenu(L"More");
     subMenu->AppendItem(L"Green", MF_STRING, 502, -1);
     EXPECT_TRUE(menu.LoadToolbarImages(IDT_COMMANDS));
