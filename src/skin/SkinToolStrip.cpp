@@ -1,6 +1,7 @@
 #include "skin/SkinToolStrip.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
@@ -26,6 +27,17 @@ void CSkinToolStrip::CreateButtons(int buttonWidth, int buttonHeight, int frameW
         for (std::size_t i = 0; i < buttonRects.size(); ++i) made.push_back(MakeButton(i, ids[i], frameCount));
         PlaceButtons(made);
     });
+}
+
+bool CSkinToolStrip::SerializeButtonRects(CArchive& archive) {
+    if (archive.IsStoring()) {
+        StoreBoxes(archive, buttonRects);
+        return true;
+    }
+    auto loaded = LoadBoxes(archive);
+    if (!loaded) return false;
+    buttonRects = std::move(*loaded);
+    return true;
 }
 
 std::unique_ptr<CSkinButton> CSkinToolStrip::MakeButton(std::size_t index, UINT id, int frameCount) const {

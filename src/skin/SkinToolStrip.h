@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+#include "framework/Archive.h"
 #include "skin/ButtonRow.h"
 #include "skin/Geometry.h"
 #include "skin/SkinStatic.h"
@@ -26,6 +27,11 @@ public:
     // Sizes are in pixels and of the buttons without their texts. The strip's window must exist. The fourth value has
     // no effect. Called while buttons are being made, which the parent hears of, it does nothing.
     void CreateButtons(int buttonWidth, int buttonHeight, int frameWidth, int = 0);
+
+    // Stores the buttons' rectangles as they were created, or loads others in their place until the next CreateButtons;
+    // the buttons themselves stay where they are. A count, then 16 raw bytes each. False, with nothing changed, for an
+    // archive that is cut off.
+    bool SerializeButtonRects(CArchive& archive);
 
     // Given to each button that is made. A button shows no text until it is given one.
     COLORREF buttonTextColor = RGB(0, 0, 0);

@@ -5,6 +5,7 @@
 #include <span>
 #include <vector>
 
+#include "framework/Archive.h"
 #include "skin/Geometry.h"
 
 // The four slots of a selector take clicks as far down as this, whatever the height of its picture.
@@ -27,3 +28,8 @@ std::vector<Box> ButtonRow(int count, int width, int height);
 // The same buttons, each as much wider as its text needs, without gaps. As many entries of `textLengths`, in units of
 // the average width.
 std::vector<Box> WidenRow(std::vector<Box> row, std::span<const int> textLengths, int averageWidth);
+
+// Rectangles in an archive: a count, then the left, top, right and bottom edge of each in 32 bits. Loading gives
+// nothing, with nothing taken, where less is left than the count says.
+void StoreBoxes(CArchive& archive, std::span<const Box> boxes);
+std::optional<std::vector<Box>> LoadBoxes(CArchive& archive);
