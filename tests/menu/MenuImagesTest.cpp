@@ -213,11 +213,17 @@ TEST_F(MenuImages, ToolbarLookUp) {
         UINT command, toolbar;
         bool found;
         int index;
-    } cases[] = {{501, IDT_COMMANDS, true, 77},       {502, IDT_COMMANDS, true, 1},
-                 {503, IDT_COMMANDS, true, 2},        {0, IDT_COMMANDS, false, 77},
-                 {504, IDT_COMMANDS, false, 77},      {501, IDB_NONE, false, 77},
-                 {501, IDB_CHECK_CLEAR, false, 77},   {501, IDT_FOREIGN_VERSION, false, 77},
-                 {501, IDT_WITHOUT_STRIP, false, 77}, {503, IDT_COMMANDS | 0x50000, true, 2}};
+    } cases[] = {{501, IDT_COMMANDS, true, 77},
+                 {502, IDT_COMMANDS, true, 1},
+                 {503, IDT_COMMANDS, true, 2},
+                 {0, IDT_COMMANDS, false, 77},
+                 {504, IDT_COMMANDS, false, 77},
+                 {501, IDB_NONE, false, 77},
+                 {501, IDB_CHECK_CLEAR, false, 77},
+                 {501, IDT_FOREIGN_VERSION, false, 77},
+                 {501, IDT_WITHOUT_STRIP, false, 77},
+                 {503, IDT_COMMANDS | 0x50000, true, 2},
+                 {502 | 0x10000, IDT_COMMANDS, false, 77}};
     for (const auto& [command, toolbar, found, wanted] : cases) {
         int index = 77;
         EXPECT_EQ(COwnerDrawMenu::LookUpToolbarImage(command, toolbar, index), found) << command << ' ' << toolbar;

@@ -112,20 +112,6 @@ TEST(ToolbarResource, GivesSizeAndCommandsUpToItsCount) {
     }
 }
 
-TEST(ToolbarResource, SeparatorsHaveNoImage) {
-    const ToolbarResource toolbar{16, 15, {0, 100, 0, 101, 102}};
-    const struct {
-        unsigned id;
-        int button, image;
-    } cases[] = {{100, 1, 0}, {101, 3, 1}, {102, 4, 2}, {0, -1, -1}, {103, -1, -1}, {0x10064, -1, -1}};
-    for (const auto& [id, button, image] : cases) {
-        EXPECT_EQ(toolbar.ButtonIndex(id), button) << id;
-        EXPECT_EQ(toolbar.ImageIndex(button), image) << id;
-    }
-    EXPECT_EQ(toolbar.ImageIndex(2), -1);
-    EXPECT_EQ(toolbar.ImageIndex(5), -1);
-}
-
 TEST(WindowsVersion, EverySystemHasItsCode) {
     constexpr std::uint32_t notNt = 0x80000000;
     const struct {
