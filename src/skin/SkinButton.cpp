@@ -92,15 +92,14 @@ void CSkinButton::ReadEnabled() {
 
 const CSkinButton::Face& CSkinButton::PresentFace() {
     const CRect window = GetWindowRect();
-    if (const CSize size(window.Width(), window.Height()); size != stripSize) {
+    if (const CSize size(window.Width(), window.Height()); size != faceSize) {
         DropFaces();
-        stripSize = size;
-        strip = bitmap.GetRow(1, static_cast<int>(faces.size()), 1, size);
+        faceSize = size;
     }
     const int column = enabled == 0 ? 4 : hover == 0 ? 1 : pressed == 0 ? 2 : 3;
     Face& face = faces[static_cast<std::size_t>(column) - 1];
     if (!face.picture.IsEmpty()) return face;
-    strip.GetFrame(face.picture, column, 1, static_cast<int>(faces.size()), 1);
+    face.picture = bitmap.GetCell(column, 1, static_cast<int>(faces.size()), 1, faceSize);
     face.shape.Attach(face.picture.CreateOutline(maskColor, maskTolerance));
     return face;
 }

@@ -47,7 +47,7 @@ protected:
     void DropFaces() override {
         faces = {};
         shapedBy = nullptr;
-        stripSize = {};
+        faceSize = {};
     }
 
 private:
@@ -91,8 +91,7 @@ private:
     LRESULT OnSetState(WPARAM, LPARAM) { return 0; }
     LRESULT OnSetStyle(WPARAM style, LPARAM) { return DefWindowProc(BM_SETSTYLE, style, FALSE); }
 
-    CSkinBitmap strip;              // as much of the picture as a window of that size can show
-    CSize stripSize;                // of none as yet: 0
+    CSize faceSize;                 // of the window that the faces are cut to; 0: none as yet
     std::array<Face, 4> faces;      // by the column of the strip
     const Face* shapedBy = nullptr; // whose shape the window has for certain
     int hover = 0;                  // the mouse is over the button

@@ -63,6 +63,12 @@ CSkinBitmap CSkinPicture::CutTo(const CRect& within, CRect& place) const {
     return out;
 }
 
+CSkinBitmap CSkinPicture::GetCell(int column, int row, int columns, int rows, const CSize& most) const {
+    const Box cell = FrameCell(GetWidth(), GetHeight(), column, row, columns, rows);
+    CRect place(-cell.x, -cell.y, GetWidth() - cell.x, GetHeight() - cell.y);
+    return CutTo({0, 0, std::min<LONG>(cell.width, most.cx), std::min<LONG>(cell.height, most.cy)}, place);
+}
+
 CSkinBitmap CSkinPicture::GetRow(int row, int columns, int rows, const CSize& most) const {
     CSkinBitmap out;
     std::vector<SliceCell> cells;

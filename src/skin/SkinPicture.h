@@ -29,7 +29,9 @@ public:
 
     // Of the picture in its own size at `place`, what lies in `within`, to which `place` is cut.
     CSkinBitmap CutTo(const CRect& within, CRect& place) const;
-    // A row of a grid's cells (GetFrame of CSkinBitmap) as a strip, each cell cut to `most` at its right and bottom.
+    // A cell of a grid, and a row of its cells as a strip (GetFrame of CSkinBitmap), each cut to `most` at its right
+    // and bottom.
+    CSkinBitmap GetCell(int column, int row, int columns, int rows, const CSize& most) const;
     CSkinBitmap GetRow(int row, int columns, int rows, const CSize& most) const;
     // As those of CSkinBitmap.
     void DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int cornerHeight) const;

@@ -45,9 +45,14 @@ protected:
         RECT window{};
         ::GetWindowRect(program.Frame(), &window);
         ::SetCursorPos(window.left + 100, window.top + 10);
-        MoveButton(MOUSEEVENTF_LEFTDOWN);
         LONG x = window.left + 100;
+        auto pressed = Clock::now() - 1s;
         return Await([&] {
+            if (Clock::now() - pressed >= 1s) { // once more, should something else have taken it
+                MoveButton(MOUSEEVENTF_LEFTUP);
+                MoveButton(MOUSEEVENTF_LEFTDOWN);
+                pressed = Clock::now();
+            }
             ::SetCursorPos(x ^= 1, window.top + 10);
             GUITHREADINFO state{};
             state.cbSize = sizeof state;
