@@ -94,7 +94,7 @@ TEST_F(Menus, ColumnTickBoxAndTextInPixels) {
     const COLORREF stripe = RGB(lighter(GetRValue(face)), lighter(GetGValue(face)), lighter(GetBValue(face)));
     ASSERT_NE(stripe, window) << "colours in which nothing can be told";
     const LONG boxTop = (row.bottom - row.top - 16 + 1) / 2;
-    EXPECT_TRUE(Await([&] { return at(4, boxTop) == highlight; }));
+    EXPECT_TRUE(Await([&] { return at(4, boxTop) == highlight && at(22, 4) == stripe && at(23, 4) == window; }));
     for (LONG i = 0; i < 16; ++i) { // the frame of the tick box, and the column around it
         EXPECT_EQ(at(4 + i, boxTop), highlight) << i;
         EXPECT_EQ(at(4 + i, boxTop + 15), highlight) << i;

@@ -68,6 +68,7 @@ public:
     bool ShowsBox() const { return ::GetLastActivePopup(frame) != frame; }
 
     // Whether the window takes messages; a command as from the program's own controls and menus.
+    static bool SendTo(HWND window, UINT message, WPARAM wParam);
     bool Answers() const { return SendTo(frame, WM_NULL, 0); }
     bool SendCommand(int id) const { return SendTo(Panel(), WM_COMMAND, static_cast<WPARAM>(id)); }
     void PostCommand(int id) const { ::PostMessageA(Panel(), WM_COMMAND, static_cast<WPARAM>(id), 0); }
@@ -77,8 +78,6 @@ public:
     Clock::duration ProcessorTime() const;
 
 private:
-    static bool SendTo(HWND window, UINT message, WPARAM wParam);
-
     HANDLE job; // ends the process with the test, however that ends
     HANDLE process = nullptr;
     DWORD processId = 0;
