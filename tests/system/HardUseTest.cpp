@@ -156,8 +156,12 @@ TEST_F(HardUse, ClosedUnderAnyWindowOrMenuTheProgramIsGoneAtOnce) {
 TEST_F(HardUse, AResultThatComesWhileAMenuIsOpenEndsTheMenu) {
     StartProgram();
     counters->BringFaults({"silent *"});
-    program.Click(ID_HELP_MENU);
-    ASSERT_TRUE(Await([] { return ::FindWindowA("#32768", nullptr) != nullptr; }));
+    const auto menuStands = [] { return ::FindWindowA("#32768", nullptr) != nullptr; };
+    for (int tries = 0; tries < 3 && !menuStands(); ++tries) {
+        program.Click(ID_HELP_MENU); // the first click may go to the window's activation
+        Await(menuStands, 1s);
+    }
+    ASSERT_TRUE(menuStands());
     program.PostCommand(IDC_CLEAR);
     program.ExpectBox("No Response");
     EXPECT_EQ(::FindWindowA("#32768", nullptr), nullptr);
