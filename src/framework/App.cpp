@@ -79,7 +79,7 @@ void CWinApp::Fail(const char* text) {
 
 void CWinApp::OnHelp() {
     if (mainWindow == nullptr) return;
-    const std::string file = ProgramFolder() + "Quorvane.hlp";
-    if (::GetFileAttributesA(file.c_str()) == INVALID_FILE_ATTRIBUTES) return;
-    ::WinHelpA(mainWindow->GetHandle(), file.c_str(), HELP_FINDER, 0);
+    const std::wstring file = ProgramFolderWide() + L"Quorvane.hlp";
+    if (::GetFileAttributesW(file.c_str()) == INVALID_FILE_ATTRIBUTES) return;
+    ::WinHelpW(mainWindow->GetHandle(), file.c_str(), HELP_FINDER, 0);
 }

@@ -90,7 +90,9 @@ DialogPlace ReadItem(CTemplateReader& reader, bool extended) {
     reader.Skip(extended ? 4 : 2); // id
     reader.SkipName();
     reader.SkipName();
-    reader.Skip(reader.Word()); // data for the control
+    // Data for the control. The plain form counts the length itself as well.
+    const std::uint16_t length = reader.Word();
+    reader.Skip(extended || length < 2 ? length : length - 2U);
     return place;
 }
 

@@ -11,7 +11,7 @@ bool CCounterPanel::PreTranslateMessage(MSG& message) {
         if (!repeated) OnOK();
         return true;
     }
-    if (message.message == WM_KEYDOWN && message.wParam == VK_TAB) {
+    if (message.message == WM_KEYDOWN && message.wParam == VK_TAB && ::GetKeyState(VK_CONTROL) >= 0) {
         MoveFocus(::GetKeyState(VK_SHIFT) < 0);
         return true;
     }
@@ -22,10 +22,13 @@ bool CCounterPanel::PreTranslateMessage(MSG& message) {
 // and on the labels.
 void CCounterPanel::MoveFocus(bool backwards) const {
     const HWND focus = ::GetFocus();
-    const auto holdsFocus = [focus](HWND control) { return control == focus; };
-    const auto takesFocus = [](HWND control) {
-        return (::GetWindowLongA(control, GWL_STYLE) & WS_TABSTOP) != 0 && ::IsWindowVisible(control) != FALSE &&
-               ::IsWindowEnabled(control) != FALSE;
+    const auto isTabStop = [](HWND control) { return (::GetWindowLongA(control, GWL_STYLE) & WS_TABSTOP) != 0; };
+    // Itself, or by a window of its own, as a picker may.
+    const auto holdsFocus = [&](HWND control) {
+        return control == focus || (isTabStop(control) && ::IsChild(control, focus) != FALSE);
+    };
+    const auto takesFocus = [&](HWND control) {
+        return isTabStop(control) && ::IsWindowVisible(control) != FALSE && ::IsWindowEnabled(control) != FALSE;
     };
     std::vector<HWND> walk = templateOrder;
     if (backwards) std::ranges::reverse(walk);

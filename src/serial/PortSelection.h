@@ -15,7 +15,7 @@ class CCommPort;
 // the system takes the window for dead, which it does after 5 s.
 inline constexpr std::uint32_t searchLimit = 950;
 inline constexpr std::uint32_t openLimitAtStart = 2000;
-inline constexpr std::uint32_t openLimit = 4500;
+inline constexpr std::uint32_t openLimit = 4000;
 
 // Whether the device `name` ("COM3") exists and can be opened at this moment. False for a port that anyone holds, this
 // process included. Takes as long as the driver; for any thread.

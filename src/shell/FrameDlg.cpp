@@ -5,6 +5,7 @@
 #include "framework/App.h"
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
+#include "link/CommandQueue.h"
 #include "panel/CounterPanel.h"
 #include "resources/ResourceIds.h"
 #include "serial/ComSettingDlg.h"
@@ -93,6 +94,7 @@ int CFrameDlg::OpenSelectedPort() {
 }
 
 void CFrameDlg::OpenPortWithin(std::uint32_t limit) {
+    if (CCommandQueue::Instance()->IsShut()) return; // the end has closed it for good
     ::OpenSelectedPort(*CCommPort::Instance(), port, limit);
     ReportPort();
 }
@@ -107,7 +109,7 @@ void CFrameDlg::OnComSetting() {
     CComSettingDlg dialog;
     dialog.SetValues(port);
     dialog.DoModal();
-    if (!dialog.IsConfirmed()) return;
+    if (!dialog.IsConfirmed() || CCommandQueue::Instance()->IsShut()) return;
     const PortSettings former = std::exchange(port, dialog.GetValues());
     if (MoveLine(*CCommPort::Instance(), former, port)) ReportPort();
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-CBitmapRows::CBitmapRows(const std::string& path) : file(std::fopen(path.c_str(), "rb")) {
+CBitmapRows::CBitmapRows(const std::wstring& path) : file(::_wfopen(path.c_str(), L"rb")) {
     if (!file) return;
     std::setvbuf(file.get(), nullptr, _IONBF, 0); // rows are far apart, and longer than a buffer
     const std::uint64_t size = SizeOf(file.get());

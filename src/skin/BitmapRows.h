@@ -13,7 +13,7 @@
 class CBitmapRows {
 public:
     // Without a width if the file can't be read, or doesn't hold its rows plainly (PictureFile.h).
-    explicit CBitmapRows(const std::string& path);
+    explicit CBitmapRows(const std::wstring& path);
 
     int GetWidth() const { return static_cast<int>(layout.width); }
     int GetHeight() const { return static_cast<int>(layout.height); }

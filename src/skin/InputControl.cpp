@@ -41,6 +41,8 @@ LRESULT CInputControl<Control>::WindowProc(UINT message, WPARAM wParam, LPARAM l
     }
     // The platform begins with WM_CANCELMODE to disable a window, and takes the focus away before it says so.
     if (message == WM_CANCELMODE) losesFocus = ::GetFocus() == window;
+    // That message has other reasons too, and then the focus goes to a window, or comes back.
+    if (message == WM_SETFOCUS || (message == WM_KILLFOCUS && wParam != 0)) losesFocus = false;
     const bool disabling = message == WM_ENABLE && wParam == FALSE;
     const bool hiding = IsHiding(message, wParam, lParam);
     if (message == WM_CANCELMODE || message == WM_KILLFOCUS || disabling || hiding) LetGo();

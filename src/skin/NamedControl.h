@@ -18,6 +18,12 @@ public:
     // that most users have no use for.
     void SetAccessibleName(std::string text) { accessibleText = std::move(text); }
 
+protected:
+    void PreSubclassWindow() override {
+        name.Clear(); // of a window that this object has left
+        Control::PreSubclassWindow();
+    }
+
 private:
     LRESULT OnGetObject(WPARAM, LPARAM) {
         if (!name.IsKept() && !accessibleText.empty()) name.Give(this->GetHandle(), accessibleText);

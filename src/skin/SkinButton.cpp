@@ -41,7 +41,7 @@ const CMessageMap& CSkinButton::ClassMap() {
 
 void CSkinButton::PreSubclassWindow() {
     hover = pressed = 0;
-    spaceHeld = false;
+    spaceHeld = cancelled = false;
     CInputControl::PreSubclassWindow();
 }
 
@@ -164,6 +164,7 @@ void CSkinButton::OnMouseMove(UINT keys, CPoint point) {
     if (!IsStrip() && !IsPicture()) return;
     // A button that went down before any move came here isn't captured, so it may have come up elsewhere, unseen.
     if (pressed != 0 && !HasCapture() && (keys & MK_LBUTTON) == 0) pressed = hover = 0;
+    if ((keys & MK_LBUTTON) == 0) cancelled = false;
     if (IsInside(point)) {
         if (IsStrip()) ShowHandCursor();
         if (hover == 0) {
@@ -183,13 +184,14 @@ void CSkinButton::OnLButtonDown(UINT, CPoint) {
     if (!IsStrip() && !IsPicture()) return;
     if (hover == 0) AwaitMouseLeave();
     pressed = hover = 1;
+    cancelled = false;
     RepaintNow();
     SetFocus();
 }
 
 void CSkinButton::OnLButtonUp(UINT, CPoint) {
     if (!IsStrip() && !IsPicture()) return;
-    const bool clicked = hover != 0; // wherever the mouse button went down
+    const bool clicked = hover != 0 && !std::exchange(cancelled, false); // wherever the mouse button went down
     pressed = hover = 0;
     if (HasCapture()) ::ReleaseCapture();
     RepaintNow();
@@ -208,6 +210,7 @@ void CSkinButton::OnCaptureChanged(CWnd* holder) {
 
 void CSkinButton::EndInput() {
     spaceHeld = false;
+    cancelled = cancelled || pressed != 0;
     pressed = 0;
     if (std::exchange(hover, 0) != 0) RepaintNow();
 }

@@ -98,4 +98,5 @@ private:
     int pressed = 0;                // the left button went down here and hasn't come up
     int enabled = 1;                // read from the window's style at each paint
     bool spaceHeld = false;
+    bool cancelled = false; // the press was ended by something else, and the left button may still be down
 };

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "framework/Dc.h"
+#include "framework/Text.h"
 #include "skin/BitmapRows.h"
 
 namespace {
@@ -13,9 +14,10 @@ constexpr std::int64_t mostKept =
     std::int64_t{512} * 1024; // pixels; the largest picture of a theme has some ten thousand
 
 // The folder in force may be another one when the file is read again.
-std::string AbsolutePath(const std::string& path) {
-    std::string absolute(::GetFullPathNameA(path.c_str(), 0, nullptr, nullptr), '\0');
-    absolute.resize(::GetFullPathNameA(path.c_str(), static_cast<DWORD>(absolute.size()), absolute.data(), nullptr));
+std::wstring AbsolutePath(const std::string& path) {
+    const std::wstring wide = ToWide(path);
+    std::wstring absolute(::GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
+    absolute.resize(::GetFullPathNameW(wide.c_str(), static_cast<DWORD>(absolute.size()), absolute.data(), nullptr));
     return absolute;
 }
 
@@ -24,7 +26,7 @@ std::string AbsolutePath(const std::string& path) {
 bool CSkinPicture::LoadFromFile(const std::string& path) {
     Attach(nullptr);
     if (KindOfPath(path) == PictureKind::Bitmap) {
-        const CBitmapRows rows(path);
+        const CBitmapRows rows(ToWide(path));
         if (std::int64_t{rows.GetWidth()} * rows.GetHeight() > mostKept) {
             largeFile = AbsolutePath(path);
             size = {rows.GetWidth(), rows.GetHeight()};

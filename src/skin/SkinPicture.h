@@ -41,6 +41,6 @@ private:
     void CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cells) const;
 
     CSkinBitmap bitmap;
-    std::string largeFile; // where the picture stays, if `bitmap` doesn't hold it
+    std::wstring largeFile; // where the picture stays, if `bitmap` doesn't hold it
     CSize size;
 };
