@@ -97,23 +97,6 @@ TEST_F(HardUse, ThePortIsClosedOpenedAndChangedWhilePolling) {
     ExpectPollingGoesOn();
 }
 
-TEST_F(HardUse, ClosedWithCommandsQueuedTheProgramIsGoneAtOnce) {
-    const std::pair<const char*, std::function<void()>> ways[] = {
-        {"close message", [this] { ::PostMessageA(program.Frame(), WM_CLOSE, 0, 0); }},
-        {"Alt+F4", [] { PressKey(VK_F4, VK_MENU); }}};
-    counters->BringFaults({"torn *"}); // an answer that is shown in no box
-    for (const auto& [name, close] : ways) {
-        SCOPED_TRACE(name);
-        ASSERT_NO_FATAL_FAILURE(StartPolling());
-        for (int i = 0; i < 30; ++i) program.PostCommand(IDC_CLEAR);
-        EXPECT_TRUE(counters->AwaitFrames(1));
-        const auto closed = Clock::now();
-        close();
-        EXPECT_EQ(program.AwaitExit(5s), 0U);
-        EXPECT_LT(Clock::now() - closed, 1s * TimeFactor());
-    }
-}
-
 // However it is asked to, and whatever stands in front of the window: its end is the end of everything.
 TEST_F(HardUse, ClosedUnderAnyWindowOrMenuTheProgramIsGoneAtOnce) {
     const auto boxStands = [this] {
