@@ -18,6 +18,11 @@ bool GetShape(HWND window, CRgn& shape) {
     return ::GetWindowRgn(window, shape.GetHandle()) != ERROR;
 }
 
+bool PointerIsOn(HWND window) {
+    POINT place{};
+    return ::GetCursorPos(&place) != FALSE && ::WindowFromPoint(place) == window;
+}
+
 } // namespace
 
 const CMessageMap& CSkinButton::ClassMap() {
@@ -199,6 +204,10 @@ void CSkinButton::OnLButtonUp(UINT, CPoint) {
 }
 
 void CSkinButton::OnMouseLeave() {
+    if (PointerIsOn(GetHandle())) { // it was back before the message was
+        if (hover != 0) AwaitMouseLeave();
+        return;
+    }
     if (pressed != 0 && !HasCapture()) pressed = 0; // nobody will tell where it comes up
     if (std::exchange(hover, 0) != 0) RepaintNow();
     if (pressed == 0 && HasCapture()) ::ReleaseCapture();
