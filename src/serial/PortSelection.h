@@ -10,9 +10,9 @@
 class CCommPlatform;
 class CCommPort;
 
-// Bounds in ms. With the start of its threads a search takes a second at most. While the program starts, nothing is seen
-// of it; afterwards a port may take most of the time that drivers of Bluetooth ports take, 3 to 5 s, but not so long that
-// the system takes the window for dead, which it does after 5 s.
+// Bounds in ms. With the start of its threads a search takes a second at most. While the program starts, nothing is
+// seen of it; afterwards a port may take most of the time that drivers of Bluetooth ports take, 3 to 5 s, but not so
+// long that the system takes the window for dead, which it does after 5 s.
 inline constexpr std::uint32_t searchLimit = 950;
 inline constexpr std::uint32_t openLimitAtStart = 2000;
 inline constexpr std::uint32_t openLimit = 4000;
