@@ -1,6 +1,5 @@
 #include "framework/Dialog.h"
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 

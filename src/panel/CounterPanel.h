@@ -59,7 +59,7 @@ public:
     void OnCancel() override {}
     bool PreTranslateMessage(MSG& message) override;
 
-    // The end: the poll timer is killed, whatever the captions say.
+    // The end: the poll timer is killed. The captions stay.
     void StopWork();
 
     // Writes the record of the address into the controls; an address beyond the table changes nothing.
