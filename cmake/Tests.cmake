@@ -12,8 +12,25 @@ if(WIN32)
     set(quorvane_test_compile_options -O1 -g0)
 endif()
 
+# quorvane_ground(GROUND ARCHITECTURE): fixtures by which CTest makes what Windows programs stand on, in the build's folder
+# GROUND, before the first test that needs it, and ends it after the last: GROUND-display, GROUND-prefix (Wine with a desktop)
+# and GROUND-ports (two null-modem cables), each on the one before.
+function(quorvane_ground ground architecture)
+    set(script ${PROJECT_SOURCE_DIR}/scripts/ground)
+    set(folder ${PROJECT_BINARY_DIR}/${ground})
+    add_test(NAME ${ground}-display COMMAND ${script} start ${folder} ${architecture})
+    add_test(NAME ${ground}-prefix COMMAND ${script} await ${folder} prefix)
+    add_test(NAME ${ground}-ports COMMAND ${script} await ${folder} ports)
+    add_test(NAME ${ground}-end COMMAND ${script} end ${folder})
+    set_tests_properties(${ground}-display PROPERTIES FIXTURES_SETUP ${ground}-display)
+    set_tests_properties(${ground}-prefix PROPERTIES FIXTURES_SETUP ${ground}-prefix FIXTURES_REQUIRED ${ground}-display)
+    set_tests_properties(${ground}-ports PROPERTIES FIXTURES_SETUP ${ground}-ports FIXTURES_REQUIRED ${ground}-prefix)
+    set_tests_properties(${ground}-end PROPERTIES FIXTURES_CLEANUP "${ground}-display;${ground}-prefix;${ground}-ports")
+    set_tests_properties(${ground}-display ${ground}-prefix ${ground}-ports ${ground}-end PROPERTIES LABELS ground TIMEOUT 300)
+endfunction()
+
 # quorvane_test(NAME SOURCES... [LIBRARIES ...] [LABELS ...]): one GoogleTest program, run whole by CTest (under Wine
-# through the emulator when cross-compiling). Programs land in <build>/tests, so that <build>/bin holds the product alone.
+# through the emulator when cross-compiling; labels say what it needs there). Programs land in <build>/tests, so that <build>/bin holds the product alone.
 function(quorvane_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;LABELS")
     add_executable(${name} ${arg_SOURCES})
@@ -31,4 +48,25 @@ function(quorvane_test name)
     set_tests_properties(${name} PROPERTIES
         LABELS "${arg_LABELS}" TIMEOUT 300
         ENVIRONMENT "GTEST_OUTPUT=xml:${PROJECT_BINARY_DIR}/results/${name}.xml")
+    if(WIN32)
+        set(fixture prefix)
+        if("ports" IN_LIST arg_LABELS OR "system" IN_LIST arg_LABELS)
+            set(fixture ports)
+        endif()
+        set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED ${QUORVANE_GROUND}-${fixture})
+    endif()
+endfunction()
+
+# quorvane_fuzzer(NAME SOURCE LIBRARY): one libFuzzer program, run by CTest for some seconds. What it found in earlier runs is where
+# it goes on from; an input that fails is kept beside it.
+function(quorvane_fuzzer name source library)
+    add_executable(${name} ${source})
+    target_link_libraries(${name} PRIVATE ${library})
+    target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    set(corpus ${PROJECT_BINARY_DIR}/corpus/${name})
+    file(MAKE_DIRECTORY ${corpus})
+    add_test(NAME ${name} COMMAND ${name} -max_total_time=8 -timeout=10 -artifact_prefix=${corpus}.failed- ${corpus})
+    set_tests_properties(${name} PROPERTIES LABELS fuzz PASS_REGULAR_EXPRESSION "Done [1-9][0-9]* runs"
+        FAIL_REGULAR_EXPRESSION "ERROR: ")
 endfunction()

@@ -1,9 +1,9 @@
 # shellcheck shell=bash
-# What ./run and ./test share: messages, the lock on the tree, started processes and their end, builds.
-# To be sourced with the current directory at the root of the tree, under `set -euo pipefail`.
+# shellcheck disable=SC2034 # some of it is for those that source this
+# What ./run, ./test and their helpers share: messages, the lock on the tree, started processes and their end, packages,
+# builds. To be sourced with the current directory at the root of the tree, under `set -euo pipefail`.
 
 root=$PWD
-exec 8>&1 # for what is said at the end: a signal may come while a function's output goes elsewhere
 scratch=$(mktemp -d "${TMPDIR:-/tmp}/quorvane.XXXXXX")
 started=() # process groups that this script began and that may still be there
 
@@ -28,7 +28,7 @@ lock_tree() {
 poll() {
     local deadline=$((SECONDS + $1))
     shift
-    until "$@" >"$scratch/poll.txt" 2>&1; do
+    until "$@" >/dev/null 2>&1; do
         ((SECONDS < deadline)) || return 1
         sleep 0.1
     done
@@ -40,7 +40,7 @@ begin() {
     local log=$1
     shift
     set -m
-    setpriv --pdeathsig KILL "$@" </dev/null >"$log" 2>&1 8>&- 9>&- &
+    setpriv --pdeathsig KILL "$@" </dev/null >"$log" 2>&1 9>&- &
     begun=$!
     set +m
     started+=("$begun")
@@ -51,50 +51,27 @@ begin() {
 attend() {
     local group status=0
     set -m
-    "$@" </dev/null 8>&- 9>&- &
+    "$@" </dev/null 9>&- &
     group=$!
     set +m
     started+=("$group")
     wait "$group" || status=$?
-    forget "$group"
+    # Its number may soon belong to somebody else.
+    mapfile -t started < <(printf '%s\n' "${started[@]}" | grep -vx "$group")
     return "$status"
-}
-
-# forget GROUP: it has ended, and its number may soon belong to somebody else.
-forget() {
-    local group kept=()
-    for group in "${started[@]}"; do
-        [[ $group == "$1" ]] || kept+=("$group")
-    done
-    started=("${kept[@]}")
-}
-
-any_started_alive() {
-    local group
-    for group in "${started[@]}"; do
-        ! kill -0 -- "-$group" || return 0
-    done
-    return 1
 }
 
 signal_started() {
     local group
-    for group in "${started[@]}"; do
-        kill "-$1" -- "-$group" || true
-    done
+    for group in "${started[@]}"; do kill "-$1" -- "-$group"; done 2>/dev/null
 }
+
+none_left() { ! signal_started 0; }
 
 # end_started: ends all that this script began, and removes its scratch folder.
 end_started() {
-    {
-        signal_started TERM
-        for _ in {1..50}; do
-            any_started_alive || break
-            sleep 0.1
-        done
-        signal_started KILL
-        wait
-    } 2>/dev/null
+    signal_started TERM || true
+    poll 5 none_left || signal_started KILL || true
     rm -rf "$scratch"
 }
 
@@ -102,45 +79,37 @@ trap 'exit 129' HUP
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
-# tell_progress LOG: keeps Ninja's output from standard input in LOG, and says every 20 s how far it is.
-tell_progress() {
-    local line next=$((SECONDS + 20))
-    while IFS= read -r line; do
-        printf '%s\n' "$line" >>"$1"
-        if [[ $line == \[* ]] && ((SECONDS >= next)); then
-            say "  ${line%%]*}]"
-            next=$((SECONDS + 20))
-        fi
-    done
+as_root() { if ((EUID == 0)); then "$@"; else sudo "$@"; fi; }
+
+# install_packages: what of scripts/packages.txt is missing; asks the package archive nothing if nothing is. An update that
+# fails for one of the machine's archives, perhaps none that matters here, is no reason to stop.
+install_packages() {
+    local missing log=build/packages.log
+    command -v apt-get >/dev/null || {
+        say "No apt-get here: what scripts/packages.txt lists has to be installed by hand."
+        return 0
+    }
+    mapfile -t missing < <(comm -23 <(sed -e 's/ *#.*//' -e '/^$/d' scripts/packages.txt | sort) \
+        <(dpkg-query -W -f '${db:Status-Status} ${Package}\n' | sed -n 's/^installed //p' | sort))
+    ((${#missing[@]})) || return 0
+    say "Installing ${#missing[@]} Debian packages: ${missing[*]}"
+    as_root apt-get update -qq </dev/null >"$log" 2>&1 || say "apt-get update failed; trying with the lists at hand"
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq -o DPkg::Lock::Timeout=120 --no-install-recommends \
+        "${missing[@]}" </dev/null >>"$log" 2>&1 || die "no packages: $(tail -n 5 "$log")"
 }
 
-# build_target PRESET LOG [TARGET...]: on a terminal Ninja shows its progress itself.
-build_target() {
-    local log=$2 command=(cmake --build --preset "$1" -j "$(nproc)")
-    shift 2
-    (($# == 0)) || command+=(--target "$@")
-    if [[ -t 1 ]]; then
-        "${command[@]}"
-    else
-        "${command[@]}" 2>&1 | tell_progress "$log"
-    fi
-}
+configure() { attend cmake --preset "$1" && cp CMakePresets.json "build/$1/presets.json"; }
 
 # build PRESET [TARGET...]: configures where that hasn't been done with these presets, and builds; Ninja itself sees to other
 # changes of the build description. What went wrong is shown.
 build() {
-    local preset=$1 log=$root/build/$1.log
+    local preset=$1 log=build/$1.log start=$SECONDS
     shift
-    : >"$log"
-    if ! cmp -s CMakePresets.json "build/$preset/presets.json"; then
-        attend cmake --preset "$preset" >"$log" 2>&1 || {
-            tail -n 40 "$log"
-            return 1
-        }
-        cp CMakePresets.json "build/$preset/presets.json"
-    fi
-    attend build_target "$preset" "$log" "$@" || {
+    say "Building $preset"
+    if ! { cmp -s CMakePresets.json "build/$preset/presets.json" || configure "$preset"; } >"$log" 2>&1 ||
+        ! attend cmake --build --preset "$preset" ${1+--target "$@"} >"$log" 2>&1; then
         tail -n 60 "$log"
         return 1
-    }
+    fi
+    say "  built $preset in $((SECONDS - start)) s"
 }

@@ -17,7 +17,6 @@ case ${1-} in
 esac
 
 source scripts/common.sh
-source scripts/packages.sh
 source scripts/wine.sh
 
 finish() {
@@ -43,7 +42,7 @@ int main(int, char** arguments) {
 }
 END
 }
-send_command() { attend "$WINELOADER" "$scratch/send.exe" "$1"; }
+send_command() { attend "$QUORVANE_WINE" "$scratch/send.exe" "$1"; }
 
 look() { import -window root "$shot"; }
 
@@ -112,7 +111,7 @@ connect_line() {
 start_program() {
     rm -f "$trafficLog"
     cd "$bin"
-    begin "$root/build/program.log" "$WINELOADER" Quorvane.exe
+    begin "$root/build/program.log" "$QUORVANE_WINE" Quorvane.exe
     cd "$root"
     poll 60 window_stands || die "no window after 60 s"
     rest_pointer
@@ -217,7 +216,7 @@ make_sender
 start_display
 prepare_prefix wine-pictures win64 < <(settings 0) || die "the Wine prefix could not be made"
 connect_line
-begin "$root/build/desktop.log" "$WINELOADER" explorer /desktop=Quorvane,1024x768
+begin "$root/build/desktop.log" "$QUORVANE_WINE" explorer /desktop=Quorvane,1024x768
 poll 60 xdotool search --onlyvisible --name 'Wine desktop' || die "Wine's desktop did not come up"
 for language in en zh; do
     [[ $language == zh ]] && number=1 || number=0

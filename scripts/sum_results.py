@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Sums up the results of one preset's test programs.
+"""Sums up the results of presets' tests.
 
-    sum_results.py FOLDER
+    sum_results.py FOLDER...
 
-FOLDER holds ctest.xml, which CTest wrote with --output-junit and which names every program, and PROGRAM.xml of each
-GoogleTest program that came to its end. Prints "PASSED FAILED SKIPPED" to standard output, and what failed or was skipped
-to standard error. A program counts as one failed test if it left no results, ran no case, or failed although none of its
-cases did (a crash or a sanitizer's report at its end).
+In each FOLDER, results/ctest.xml, which CTest wrote with --output-junit, names every test, and results/NAME.xml of a GoogleTest
+program its cases. Prints "PASSED FAILED SKIPPED" to standard output, and what failed or was skipped to standard error.
+A program without such a file counts as one test; one that failed although none of its cases did (a crash, a sanitizer's
+report at its end) as one that failed besides.
 """
 
 import sys
@@ -31,24 +31,22 @@ def read_cases(path):
         return []
 
 
-def program_states(program, folder):
-    """(name, state) of all that counts of one program, as CTest saw it and as it told itself."""
-    name, succeeded = program.get("name"), program.get("status") == "run"
-    cases = read_cases(folder / f"{name}.xml")
-    if not cases:
-        return [(f"{name}: no results (crashed, out of time, not built, or without cases)", "failed")]
-    states = [(f"{name}: {case}", state) for case, state in cases]
-    if not succeeded and all(state != "failed" for _, state in states):
-        states.append((f"{name}: failed, though none of its cases did", "failed"))
+def test_states(test, folder):
+    """(name, state) of all that counts of one test, as CTest saw it and as it told itself."""
+    name, status = test.get("name"), test.get("status")
+    own = {"run": "passed", "disabled": "skipped"}.get(status, "failed")
+    states = [(f"{name}: {case}", state) for case, state in read_cases(folder / f"{name}.xml")]
+    if not states or (own == "failed" and all(state != "failed" for _, state in states)):
+        states.append((name, own))
     return states
 
 
 def main():
-    folder = Path(sys.argv[1])
-    programs = ElementTree.parse(folder / "ctest.xml").getroot().iter("testcase")
-    states = [state for program in programs for state in program_states(program, folder)]
-    if not states:
-        states = [("there is no test program", "failed")]
+    states = []
+    for folder in (Path(name) / "results" for name in sys.argv[1:]):
+        tests = ElementTree.parse(folder / "ctest.xml").getroot().iter("testcase")
+        found = [state for test in tests for state in test_states(test, folder)]
+        states += found or [(f"{folder}: no test", "failed")]
     for name, state in states:
         if state != "passed":
             print(f"  {state:7} {name}", file=sys.stderr)
