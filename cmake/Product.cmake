@@ -15,3 +15,11 @@ function(quorvane_product target)
         COMMAND ${CMAKE_OBJCOPY} --strip-all --add-gnu-debuglink=${symbols} $<TARGET_FILE:${target}>
         VERBATIM)
 endfunction()
+
+# quorvane_check_product(): a test for each check of scripts/check_product.sh on what users get.
+function(quorvane_check_product)
+    foreach(check headers imports resources themes)
+        add_test(NAME product-${check} COMMAND ${PROJECT_SOURCE_DIR}/scripts/check_product.sh ${QUORVANE_ARCHITECTURE} ${check})
+        set_tests_properties(product-${check} PROPERTIES LABELS gate)
+    endforeach()
+endfunction()

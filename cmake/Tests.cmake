@@ -30,7 +30,8 @@ function(quorvane_ground ground architecture)
 endfunction()
 
 # quorvane_test(NAME SOURCES... [LIBRARIES ...] [LABELS ...]): one GoogleTest program, run whole by CTest (under Wine
-# through the emulator when cross-compiling; labels say what it needs there). Programs land in <build>/tests, so that <build>/bin holds the product alone.
+# through the emulator when cross-compiling; labels say what it needs there). Programs land in <build>/tests, so that <build>/bin
+# holds the product alone.
 function(quorvane_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;LABELS")
     add_executable(${name} ${arg_SOURCES})
@@ -68,5 +69,5 @@ function(quorvane_fuzzer name source library)
     file(MAKE_DIRECTORY ${corpus})
     add_test(NAME ${name} COMMAND ${name} -max_total_time=8 -timeout=10 -artifact_prefix=${corpus}.failed- ${corpus})
     set_tests_properties(${name} PROPERTIES LABELS fuzz PASS_REGULAR_EXPRESSION "Done [1-9][0-9]* runs"
-        FAIL_REGULAR_EXPRESSION "ERROR: ")
+        FAIL_REGULAR_EXPRESSION "ERROR: |runtime error: ")
 endfunction()

@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
-"""Sums up the results of presets' tests.
+"""Sums up the results of one preset's tests.
 
-    sum_results.py FOLDER...
+    sum_results.py FOLDER
 
-In each FOLDER, results/ctest.xml, which CTest wrote with --output-junit, names every test, and results/NAME.xml of a GoogleTest
-program its cases. Prints "PASSED FAILED SKIPPED" to standard output, and what failed or was skipped to standard error.
-A program without such a file counts as one test; one that failed although none of its cases did (a crash, a sanitizer's
-report at its end) as one that failed besides.
+In FOLDER, ctest.xml, which CTest wrote with --output-junit, names every test, and NAME.xml of a GoogleTest program its
+cases. Prints "PASSED FAILED SKIPPED" to standard output, and what failed or was skipped to standard error.
+What isn't named ..._test has no such file, and counts as one test. A program without its file counts as one that failed, as
+under Wine one that runs out of stack ends with success; so does, besides its cases, one that failed although none of them did
+(a crash, a sanitizer's report at its end).
 """
 
 import sys
@@ -35,18 +36,18 @@ def test_states(test, folder):
     """(name, state) of all that counts of one test, as CTest saw it and as it told itself."""
     name, status = test.get("name"), test.get("status")
     own = {"run": "passed", "disabled": "skipped"}.get(status, "failed")
-    states = [(f"{name}: {case}", state) for case, state in read_cases(folder / f"{name}.xml")]
-    if not states or (own == "failed" and all(state != "failed" for _, state in states)):
-        states.append((name, own))
-    return states
+    cases = [(f"{name}: {case}", state) for case, state in read_cases(folder / f"{name}.xml")]
+    if not cases and name.endswith("_test"):
+        return [(f"{name}: no results (crashed, out of time, not built, or without cases)", "failed")]
+    if not cases or (own == "failed" and all(state != "failed" for _, state in cases)):
+        cases.append((name, own))
+    return cases
 
 
 def main():
-    states = []
-    for folder in (Path(name) / "results" for name in sys.argv[1:]):
-        tests = ElementTree.parse(folder / "ctest.xml").getroot().iter("testcase")
-        found = [state for test in tests for state in test_states(test, folder)]
-        states += found or [(f"{folder}: no test", "failed")]
+    folder = Path(sys.argv[1])
+    tests = ElementTree.parse(folder / "ctest.xml").getroot().iter("testcase")
+    states = [state for test in tests for state in test_states(test, folder)] or [("there is no test", "failed")]
     for name, state in states:
         if state != "passed":
             print(f"  {state:7} {name}", file=sys.stderr)
