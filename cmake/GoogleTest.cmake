@@ -1,5 +1,5 @@
-# The targets gtest and gtest_main: Debian's library on the host. For Windows Debian has the sources
-# only, so each of those builds compiles them once, and briefly.
+# The targets gtest and gtest_main, and on the host rapidcheck: Debian's libraries there. For Windows Debian has the
+# sources of GoogleTest only, so each of those builds compiles them once, and briefly.
 if(WIN32)
     set(INSTALL_GTEST OFF)
     set(gtest_disable_pthreads OFF)
@@ -9,6 +9,7 @@ if(WIN32)
     endforeach()
 else()
     find_package(GTest REQUIRED)
+    find_package(rapidcheck REQUIRED)
     add_library(gtest ALIAS GTest::gtest)
     add_library(gtest_main ALIAS GTest::gtest_main)
 endif()

@@ -1,0 +1,41 @@
+// Bytes as the traffic log writes them, and whole frames from what they carry.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// "02 1f 03": two lower-case digits for each byte, blanks between them.
+inline std::string HexOf(std::span<const std::uint8_t> bytes) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string text;
+    for (const std::uint8_t byte : bytes) {
+        if (!text.empty()) text += ' ';
+        text += digits[byte >> 4];
+        text += digits[byte & 0x0F];
+    }
+    return text;
+}
+
+// The bytes of such a text; digits may be of either case.
+inline std::vector<std::uint8_t> BytesOf(std::string_view hex) {
+    std::vector<std::uint8_t> bytes;
+    for (std::size_t at = 0; at + 1 < hex.size(); at += 3) {
+        bytes.push_back(static_cast<std::uint8_t>(std::stoi(std::string(hex.substr(at, 2)), nullptr, 16)));
+    }
+    return bytes;
+}
+
+// Start byte, what is given, the low byte of its sum as checksum, end byte.
+inline std::vector<std::uint8_t> FrameOf(std::string_view hex) {
+    std::vector<std::uint8_t> frame{0x02};
+    std::uint8_t sum = 0;
+    for (const std::uint8_t byte : BytesOf(hex)) {
+        frame.push_back(byte);
+        sum = static_cast<std::uint8_t>(sum + byte);
+    }
+    frame.insert(frame.end(), {sum, 0x03});
+    return frame;
+}
