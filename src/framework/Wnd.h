@@ -19,7 +19,7 @@
 #include "framework/Types.h"
 
 class CDC;
-class CDataExchange;
+struct CDataExchange;
 
 struct WindowMessage {
     HWND window;

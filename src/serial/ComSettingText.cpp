@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr std::string_view portPrefix = "COM";
-
 // None where no number begins, blanks before it aside.
 std::optional<std::int32_t> ReadNumber(const char* text) {
     using Limits = std::numeric_limits<std::int32_t>;

@@ -4,6 +4,8 @@
 // misbehaves. Results and GetLastError are as Win32 documents them; an override that fails sets the error itself.
 #pragma once
 
+#include <cstdint>
+
 #include <windows.h>
 
 #include "serial/DeviceTurns.h"
@@ -50,3 +52,7 @@ public:
     virtual BOOL GetOverlappedResult(HANDLE line, OVERLAPPED* overlapped, DWORD* count, BOOL wait);
     virtual BOOL CancelIoEx(HANDLE line, OVERLAPPED* overlapped);
 };
+
+inline std::int32_t LastPlatformError() {
+    return static_cast<std::int32_t>(::GetLastError());
+}

@@ -15,10 +15,6 @@ namespace {
 
 constexpr std::uint32_t openEventMask = EV_RXCHAR | EV_BREAK | EV_ERR;
 
-std::int32_t LastPlatformError() {
-    return static_cast<std::int32_t>(::GetLastError());
-}
-
 // What a platform call has answered, as an error code. To be used on the call itself, so that nothing comes between.
 std::int32_t ErrorOf(BOOL succeeded) {
     return succeeded ? 0 : LastPlatformError();

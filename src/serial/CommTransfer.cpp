@@ -25,10 +25,6 @@ struct TransferBlock {
     std::vector<std::byte> bytes;
 };
 
-std::int32_t LastPlatformError() {
-    return static_cast<std::int32_t>(::GetLastError());
-}
-
 std::int32_t CheckTerms(const CCommLine& line, const TransferTerms& terms) {
     const bool blocks = !line.IsOverlapped();
     return blocks && (terms.overlapped != nullptr || terms.timeout != INFINITE) ? ERROR_INVALID_FUNCTION : 0;

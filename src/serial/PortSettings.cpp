@@ -5,7 +5,6 @@
 
 namespace {
 
-constexpr std::string_view portPrefix = "COM";
 constexpr std::string_view devicePrefix = R"(\\.\)";
 
 bool IsNumber(std::string_view text) {

@@ -7,6 +7,9 @@
 #include <string>
 #include <string_view>
 
+// What the name of a port begins with.
+inline constexpr std::string_view portPrefix = "COM";
+
 // The settings that every start begins with; only the port number is ever stored.
 struct PortSettings {
     std::int32_t portNumber = 1;

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr UINT_PTR onlyTool = 1;
+constexpr UINT_PTR linkTool = 1;
 
 // The hand of the system's help program: a private copy, since the program is let go of at once. Null without it.
 HCURSOR LoadHelpHand() {
@@ -50,7 +50,7 @@ void CLinkStatic::PreSubclassWindow() {
     LoadDefaultCursor();
     toolTip.DestroyWindow(); // of a former window
     toolTip.Create(*this);
-    toolTip.AddTool(*this, onlyTool, GetClientRect(), target);
+    toolTip.AddTool(*this, linkTool, GetClientRect(), target);
     toolTip.Activate(true);
     CInputControl::PreSubclassWindow();
 }
@@ -139,7 +139,7 @@ void CLinkStatic::SetTarget(const std::string& newTarget) {
     target = newTarget;
     if (GetHandle() == nullptr) return;
     FitToText();
-    toolTip.UpdateTipText(*this, onlyTool, target);
+    toolTip.UpdateTipText(*this, linkTool, target);
 }
 
 void CLinkStatic::SetColors(COLORREF link, COLORREF visitedLink, COLORREF hover) {

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr UINT captionFormat = DT_VCENTER | DT_SINGLELINE;
+constexpr UINT lineFormat = DT_VCENTER | DT_SINGLELINE;
 
 } // namespace
 
@@ -38,7 +38,7 @@ void CSkinStatic::PaintOn(CDC& dc) {
         PrepareFace(client);
         face.Draw(dc.GetHandle(), client);
     }
-    DrawCaption(dc, {captionLeft, client.top, client.right, client.bottom}, captionFormat);
+    DrawCaption(dc, {captionLeft, client.top, client.right, client.bottom}, lineFormat);
 }
 
 void CSkinStatic::PrepareFace(const CRect& client) {
