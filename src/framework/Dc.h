@@ -58,8 +58,8 @@ private:
     PAINTSTRUCT paint{};
 };
 
-// The same for a window that has no edge, no ground to erase and no caret: what BeginPaint does about them takes several
-// calls of the window system, for each window of many. Drawing is clipped to the region that was to be painted.
+// The same for a window that has no edge, no ground to erase and no caret: what BeginPaint does about them takes
+// several calls of the window system, for each window of many. Drawing is clipped to the region that was to be painted.
 class CBarePaintDC : public CDC {
 public:
     [[nodiscard]] explicit CBarePaintDC(const CWnd& painted);

@@ -13,7 +13,6 @@ public:
     CMenuMemDC& operator=(const CMenuMemDC&) = delete;
     ~CMenuMemDC();
 
-
 private:
     CBitmap bitmap;
     HGDIOBJ previousBitmap = nullptr;
