@@ -1,5 +1,6 @@
 #include "framework/Dialog.h"
 
+#include <ranges>
 #include <utility>
 #include <vector>
 
@@ -182,7 +183,7 @@ void CDialog::EndAllLoops() {
     Modals().ending = !dialogs.empty();
     EndMoving();
     LetGoOfMouse();
-    for (auto dialog = dialogs.rbegin(); dialog != dialogs.rend(); ++dialog) (*dialog)->EndDialog(IDCANCEL);
+    for (CDialog* dialog : std::views::reverse(dialogs)) dialog->EndDialog(IDCANCEL);
     ::EnumThreadWindows(::GetCurrentThreadId(), &EndForeignDialog, 0);
 }
 

@@ -1,12 +1,15 @@
 // Points, sizes and rectangles: the Win32 structures with constructors and the few operations that drawing code asks
-// for.
+// for. Members are assigned where analysis loses track of a base's braces.
 #pragma once
 
 #include <windows.h>
 
 struct CPoint : POINT {
     CPoint() : POINT{0, 0} {}
-    CPoint(LONG left, LONG top) : POINT{left, top} {}
+    CPoint(LONG left, LONG top) : POINT() {
+        x = left;
+        y = top;
+    }
     CPoint(const POINT& point) : POINT(point) {} // NOLINT(google-explicit-constructor): a POINT is a point
 
     bool operator==(const CPoint& other) const { return x == other.x && y == other.y; }
@@ -14,7 +17,10 @@ struct CPoint : POINT {
 
 struct CSize : SIZE {
     CSize() : SIZE{0, 0} {}
-    CSize(LONG width, LONG height) : SIZE{width, height} {}
+    CSize(LONG width, LONG height) : SIZE() {
+        cx = width;
+        cy = height;
+    }
 
     bool operator==(const CSize& other) const { return cx == other.cx && cy == other.cy; }
 };
