@@ -1,6 +1,9 @@
 # quorvane_product(TARGET): a file that users get. It lands in <build>/bin without its debugging information, of which a
 # system may load every byte into memory; that stays in <build>/symbols, and a debugger finds it by the link in the file.
 function(quorvane_product target)
+    if(QUORVANE_COMPILE_ONLY)
+        return()
+    endif()
     set(symbols ${PROJECT_BINARY_DIR}/symbols/$<TARGET_FILE_NAME:${target}>.debug)
     set_target_properties(${target} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
@@ -16,10 +19,9 @@ function(quorvane_product target)
         VERBATIM)
 endfunction()
 
-# quorvane_check_product(): a test for each check of scripts/check_product.sh on what users get.
+# quorvane_check_product(): a test for each check of scripts/check_product.py on what users get.
 function(quorvane_check_product)
     foreach(check headers imports resources themes)
-        add_test(NAME product-${check} COMMAND ${PROJECT_SOURCE_DIR}/scripts/check_product.sh ${QUORVANE_ARCHITECTURE} ${check})
-        set_tests_properties(product-${check} PROPERTIES LABELS gate)
+        quorvane_gate(product-${check} scripts/check_product.py ${QUORVANE_ARCHITECTURE} ${PROJECT_BINARY_DIR} ${check})
     endforeach()
 endfunction()
