@@ -1,105 +1,121 @@
-// What the rest stands on: the archive, formatted text, the lock, and threads.
-#include <atomic>
+// What the rest stands on: local time, the archive, formatted text.
+#include <array>
+#include <cstdlib>
+#include <limits>
 
 #include <gtest/gtest.h>
 
 #include "framework/Archive.h"
-#include "framework/Mutex.h"
 #include "framework/Text.h"
-#include "framework/WorkerThread.h"
+#include "framework/Time.h"
 #include "support/Hex.h"
-#include "support/Seed.h"
 
 namespace {
 
-std::string StoredHex(const CArchive& archive) {
-    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(archive.GetStored().data());
-    return HexOf({bytes, archive.GetStored().size()});
+TEST(Time, FieldsOutOfRangeAreCarriedOverAndWhatTheCountCannotHoldIsNoTime) {
+    using Pair = std::array<CalendarFields, 2>;
+    for (const auto& [given, meant] : {Pair{{{2010, 13, 1, 12, 0, 0}, {2011, 1, 1, 12, 0, 0}}},
+                                       Pair{{{2011, 0, 1, 12, 0, 0}, {2010, 12, 1, 12, 0, 0}}},
+                                       Pair{{{2010, 2, 29, 12, 0, 0}, {2010, 3, 1, 12, 0, 0}}},
+                                       Pair{{{2012, 3, 0, 12, 0, 0}, {2012, 2, 29, 12, 0, 0}}},
+                                       Pair{{{2099, 12, 32, 36, -1, 60}, {2100, 1, 2, 12, 0, 0}}}})
+        EXPECT_EQ(CTime(given).GetLocalFields(), meant);
+    const auto expectNone = [](const CalendarFields& fields) {
+        EXPECT_EQ(CTime(fields).GetTime(), 0U) << fields.year << '-' << fields.month << '-' << fields.day;
+    };
+    for (const auto& [year, month, day] : {std::array{1969, 12, 30}, {2106, 2, 9}, {0, 0, 0}, {2010, 1, 1'000'000'000}})
+        expectNone({year, month, day, 12, 0, 0});
+    using Fields = CalendarFields;
+    for (int Fields::*field : {&Fields::year, &Fields::month, &Fields::day, &Fields::hour, &Fields::minute}) {
+        for (const int value : {std::numeric_limits<int>::min(), std::numeric_limits<int>::max(), -999'999'999}) {
+            Fields fields{2010, 1, 1, 12, 0, 0};
+            fields.*field = value;
+            expectNone(fields);
+        }
+    }
+    CalendarFields last = CTime(0xFFFFFFFF).GetLocalFields();
+    EXPECT_EQ(CTime(last).GetTime(), 0xFFFFFFFF);
+    ++last.second;
+    EXPECT_EQ(CTime(last).GetTime(), 0U);
 }
 
-TEST(Archive, CountsAreShortUntilTheirMark) {
-    const std::pair<std::uint32_t, const char*> rows[] = {{0, "00 00"},
-                                                          {0x1234, "34 12"},
-                                                          {0xFFFE, "fe ff"},
-                                                          {0xFFFF, "ff ff ff ff 00 00"},
-                                                          {0x10000, "ff ff 00 00 01 00"},
-                                                          {0xFEDCBA98, "ff ff 98 ba dc fe"}};
-    for (const auto& [count, bytes] : rows) {
-        CArchive archive;
-        archive.WriteCount(count);
-        EXPECT_EQ(StoredHex(archive), bytes);
-    }
+TEST(Text, HasAnyLengthButTimesTakeUpTo255Bytes) {
+    EXPECT_EQ(FormatText("%d %s %02X", -7, "x", 0xAU) + FormatText("%s", ""), "-7 x 0A");
+    EXPECT_EQ(FormatText("%5000d|", 1).size(), 5001U);
+    const CTime time(CalendarFields{2010, 10, 1, 9, 5, 7});
+    EXPECT_EQ(time.Format("%Y/%m/%d %H:%M:%S"), "2010/10/01 09:05:07");
+    EXPECT_EQ(time.Format(std::string(251, '.').append("%Y").c_str()).size(), 255U);
+    EXPECT_EQ(time.Format(std::string(252, '.').append("%Y").c_str()), "");
 }
+
+#ifndef _WIN32
+// Against a calendar that goes through all days one by one, in zones with odd distances and summer time.
+TEST(Time, EveryDayIsThatOfThePlainCalendar) {
+    struct Zone {
+        const char* name;         // as the system reads it
+        int offset, summerOffset; // minutes east
+        int start, end;           // on the first of these months at 2 o'clock summer time begins and ends; 0: never
+    };
+    for (const Zone& zone : {Zone{"UTC0", 0, 0, 0, 0}, Zone{"XST-5:45", 345, 345, 0, 0},
+                             Zone{"XST3:30XDT,J60,J305", -210, -150, 3, 11}, Zone{"XST-1XDT,J91,J274", 60, 120, 4, 10},
+                             Zone{"XST-10:30XDT-11,J274,J91", 630, 660, 10, 4}}) { // the last in the south
+        ::setenv("TZ", zone.name, 1);
+        ::tzset();
+        bool summer = zone.start > zone.end;
+        CalendarFields date;
+        for (int day = 0; date.year < 2106; ++day) {
+            const auto expect = [&](int second, bool inSummer) {
+                const CalendarFields fields{date.year,     date.month,       date.day,
+                                            second / 3600, second / 60 % 60, second % 60};
+                const std::int64_t offset = 60 * (inSummer ? zone.summerOffset : zone.offset);
+                const auto count = static_cast<std::uint32_t>(std::int64_t{86400} * day + second - offset);
+                ASSERT_EQ(CTime(count).GetLocalFields(), fields) << zone.name << ' ' << count;
+                // In the hour that the end of summer time repeats, two counts share their fields.
+                ASSERT_EQ(CTime(fields, inSummer ? 1 : 0).GetTime(), count) << zone.name;
+                ASSERT_EQ(CTime(fields).GetLocalFields(), fields) << zone.name << ' ' << count;
+            };
+            if (date.day == 1 && date.month == (summer ? zone.end : zone.start)) {
+                expect(7199, summer);
+                expect(7200 + (summer ? -1 : 1) * 60 * (zone.summerOffset - zone.offset), !summer);
+                summer = !summer;
+            }
+            if (day % 5 == 1) expect(86399 - day % 3600, summer);
+            const bool leap = date.year % 4 == 0 && date.year != 2100;
+            constexpr int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+            if (++date.day > days[date.month - 1] + (leap && date.month == 2)) date = {date.year, date.month + 1};
+            if (date.month > 12) date = {date.year + 1};
+        }
+    }
+    ::unsetenv("TZ");
+    ::tzset();
+}
+#endif
 
 // Each value comes back, and a cut takes nothing of the value that it hits.
 TEST(Archive, LoadsWhatItStoredUpToAnyCut) {
-    const unsigned seed = TestSeed();
-    SCOPED_TRACE(SeedText(seed));
-    std::mt19937 random(seed);
-    for (int round = 0; round < 100; ++round) {
-        CArchive storing;
-        std::vector<std::tuple<bool, std::uint32_t, std::size_t>> values; // whether a count, and where it ends
-        for (auto count = random() % 6; count > 0; --count) {
-            const bool isCount = random() % 2 == 0;
-            const auto value = static_cast<std::uint32_t>(random() >> random() % 32);
-            isCount ? storing.WriteCount(value) : storing.WriteDword(value);
-            values.emplace_back(isCount, value, storing.GetStored().size());
-        }
-        ASSERT_TRUE(storing.IsStoring());
-        for (std::size_t size = 0; size <= storing.GetStored().size(); ++size) {
-            const std::vector<std::byte> cut(storing.GetStored().begin(),
-                                             storing.GetStored().begin() + static_cast<std::ptrdiff_t>(size));
-            CArchive loading(cut);
-            ASSERT_FALSE(loading.IsStoring());
-            for (const auto& [isCount, value, end] : values) {
-                const std::size_t rest = loading.GetRest();
-                const auto read = isCount ? loading.ReadCount() : loading.ReadDword();
-                ASSERT_EQ(read, end <= size ? std::optional(value) : std::nullopt);
-                ASSERT_EQ(loading.GetRest(), read ? size - end : rest);
-                if (!read) break;
-            }
-        }
+    CArchive storing;
+    std::vector<std::pair<std::uint32_t, std::size_t>> values; // with their ends; counts and others by turns
+    for (const std::uint32_t value : {0U, 0x1234U, 0xFFFEU, 0xFFFFU, 0x10000U, 0xFEDCBA98U}) {
+        storing.WriteCount(value);
+        values.emplace_back(value, storing.GetStored().size());
+        storing.WriteDword(value);
+        values.emplace_back(value, storing.GetStored().size());
     }
-}
-
-TEST(FormatText, HasAnyLength) {
-    EXPECT_EQ(FormatText("%d %s %02X", -7, "x", 0xAU), "-7 x 0A");
-    EXPECT_EQ(FormatText("%s", ""), "");
-    EXPECT_EQ(FormatText("%5000d|", 1).size(), 5001U);
-}
-
-// The lock is its thread's own, as often as that took it; others wait until it is free, or as long as they said.
-TEST(Mutex, LetsOneThreadInAtATime) {
-    static CMutex mutex;
-    static int entered = 0;
-    static std::atomic<int> refused, running;
-    constexpr auto enter = [](void* wait) noexcept {
-        const bool held = mutex.Lock(wait == nullptr ? 0 : CMutex::infinite);
-        held ? ++entered : ++refused;
-        if (held) mutex.Unlock();
-        --running;
-        return 0U;
-    };
-    const auto awaitThem = [] {
-        while (running != 0) PauseThread(1);
-    };
-    CWorkerThread threads[3];
-    {
-        const CMutexGuard outer(mutex);
-        EXPECT_TRUE(mutex.Lock(0));
-        mutex.Unlock();
-        running = 1;
-        EXPECT_TRUE(threads[0].Start(enter, nullptr));
-        awaitThem();
-        EXPECT_EQ(refused, 1);
-        running = 3;
-        for (CWorkerThread& thread : threads) EXPECT_TRUE(thread.Start(enter, &mutex));
-        PauseThread(20);
-        EXPECT_EQ(running, 3);
+    const std::vector<std::byte>& stored = storing.GetStored();
+    EXPECT_EQ(HexOf({reinterpret_cast<const std::uint8_t*>(stored.data()), stored.size()}),
+              "00 00 00 00 00 00 34 12 34 12 00 00 fe ff fe ff 00 00 ff ff ff ff 00 00 ff ff 00 00 "
+              "ff ff 00 00 01 00 00 00 01 00 ff ff 98 ba dc fe 98 ba dc fe");
+    for (std::size_t size = 0; size <= stored.size(); ++size) {
+        const std::vector<std::byte> cut(stored.begin(), stored.begin() + static_cast<std::ptrdiff_t>(size));
+        CArchive loading(cut);
+        EXPECT_TRUE(storing.IsStoring() && !loading.IsStoring());
+        std::size_t rest = size, i = 0;
+        const auto read = [&] { return i % 2 == 0 ? loading.ReadCount() : loading.ReadDword(); };
+        for (; i < values.size() && values[i].second <= size; rest = size - values[i++].second)
+            ASSERT_EQ(read(), values[i].first);
+        ASSERT_FALSE(read());
+        EXPECT_EQ(loading.GetRest(), rest);
     }
-    awaitThem();
-    EXPECT_EQ(refused, 1);
-    EXPECT_EQ(entered, 3);
 }
 
 } // namespace

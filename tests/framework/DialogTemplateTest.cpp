@@ -13,95 +13,77 @@ namespace {
 
 using Bytes = std::vector<std::byte>;
 
-// Writes a template as resource compilers do.
-class CWriter {
-public:
+int AnyNumber() {
+    return *rc::gen::arbitrary<std::int16_t>();
+}
+
+// Writes resources as their compiler does.
+struct CWriter {
     Bytes bytes;
 
     void Number(std::size_t size, std::uint64_t value) {
         for (; size-- > 0; value >>= 8) bytes.push_back(static_cast<std::byte>(value & 0xFF));
     }
-    void Place(const DialogPlace& place) {
-        for (const int value : {place.x, place.y, place.width, place.height}) Word(static_cast<std::uint16_t>(value));
+    void Word(int value) { Number(2, static_cast<std::uint64_t>(value)); }
+    void Noise(std::size_t size) { // what readers pass over
+        for (; size > 0; --size) Number(1, bytes.size() * 37 + 11);
     }
     void Text(const std::u16string& text) {
         for (const char16_t character : text) Word(character);
         Word(0);
     }
-    // What readers pass over.
-    void Noise(std::size_t size) {
-        for (; size > 0; --size) Number(1, bytes.size() * 37 + 11);
+    void Name() { // a class, a menu, or a caption: a number, or a text that may be empty
+        const std::size_t kind = *rc::gen::inRange<std::size_t>(0, 4);
+        if (kind == 0) Number(4, 0x0080FFFF);
+        if (kind != 0) Text(std::u16string(kind - 1, u'\uFFFE'));
     }
-    // A class, a menu, or a caption: nothing, a number, or a text.
-    void Name() {
-        const int kind = *rc::gen::inRange(0, 3);
-        if (kind == 1) Word(0xFFFF);
-        if (kind == 1) Word(*rc::gen::arbitrary<std::uint16_t>());
-        if (kind != 1) Text(kind == 0 ? u"" : u"Ab" + std::u16string(*rc::gen::inRange<std::size_t>(0, 3), u'\uFFFE'));
+    DialogPlace Place() {
+        const DialogPlace place{AnyNumber(), AnyNumber(), AnyNumber(), AnyNumber()};
+        for (const int value : {place.x, place.y, place.width, place.height}) Word(value);
+        return place;
     }
-    void Word(std::uint16_t value) { Number(2, value); }
 };
-
-int AnyNumber() {
-    return *rc::gen::arbitrary<std::int16_t>();
-}
-DialogPlace AnyPlace() {
-    return {AnyNumber(), AnyNumber(), AnyNumber(), AnyNumber()};
-}
 
 // A random layout, its bytes, and where its style ends.
 struct Template {
     DialogLayout layout;
-    Bytes bytes;
-    std::size_t styleEnd = 0;
+    CWriter writer;
+    std::size_t styleEnd;
 };
 
 Template AnyTemplate() {
-    Template made;
-    DialogLayout& layout = made.layout;
-    const bool extended = *rc::gen::arbitrary<bool>(), hasFont = *rc::gen::arbitrary<bool>();
-    // No plain form has the style that marks the extended one.
-    layout.style = (*rc::gen::arbitrary<std::uint32_t>() & 0xFFFEFFBF) | (hasFont ? 0x40U : 0U);
-    layout.place = AnyPlace();
-    const std::size_t count = *rc::gen::inRange<std::size_t>(0, 6);
-    CWriter writer;
-    if (extended) writer.Number(4, 0xFFFF0001);
-    if (extended) writer.Noise(8); // help id and extended style
+    Template made{{*rc::gen::arbitrary<std::uint32_t>() & 0xFFFEFFFF, {}, {0, 0, false, 1, u""}, {}}, {}, 0};
+    auto& [layout, writer, styleEnd] = made;
+    const bool extended = *rc::gen::arbitrary<bool>();
+    const int count = *rc::gen::inRange(0, 6);
+    if (extended) writer.Number(4, 0xFFFF0001); // which no style of a plain one is
+    if (extended) writer.Noise(8);
     writer.Number(4, layout.style);
-    made.styleEnd = writer.bytes.size();
+    styleEnd = writer.bytes.size();
     if (!extended) writer.Noise(4);
-    writer.Word(static_cast<std::uint16_t>(count));
-    writer.Place(layout.place);
+    writer.Word(count);
+    layout.place = writer.Place();
     for (int name = 0; name < 3; ++name) writer.Name();
-    if (hasFont) {
-        DialogFont& font = layout.font;
-        font.pointSize = *rc::gen::arbitrary<std::uint16_t>();
-        font.face = *rc::gen::element<std::u16string>(u"", u"System", u"\u5B8B\u4F53");
-        writer.Word(static_cast<std::uint16_t>(font.pointSize));
-        if (extended) {
-            font.weight = *rc::gen::arbitrary<std::uint16_t>();
-            font.characterSet = *rc::gen::arbitrary<std::uint8_t>();
-            const int italic = *rc::gen::element(0, 1, 0x80);
-            font.italic = italic != 0;
-            writer.Word(static_cast<std::uint16_t>(font.weight));
-            writer.Word(static_cast<std::uint16_t>(italic | font.characterSet << 8));
-        }
+    if ((layout.style & 0x40) != 0) {
+        const int italic = *rc::gen::element(0, 1, 0x80);
+        DialogFont font{AnyNumber() & 0xFFFF, AnyNumber() & 0xFFFF, italic != 0, 0x86, u"\u5B8B\u4F53"};
+        writer.Word(font.pointSize);
+        if (extended) writer.Word(font.weight);
+        if (extended) writer.Word(italic | 0x8600);
         writer.Text(font.face);
+        layout.font = extended ? font : DialogFont{font.pointSize, 0, false, 1, font.face};
     }
-    for (std::size_t item = 0; item < count; ++item) {
-        if (writer.bytes.size() % 4 != 0) writer.Word(0xDEAD);
-        layout.items.push_back(AnyPlace());
+    for (int item = 0; item < count; ++item) {
+        if (writer.bytes.size() % 4 != 0) writer.Noise(2);
         writer.Noise(extended ? 12 : 8);
-        writer.Place(layout.items.back());
+        layout.items.push_back(writer.Place());
         writer.Noise(extended ? 4 : 2);
         writer.Name();
         writer.Name();
-        const std::size_t data = 2 * *rc::gen::inRange<std::size_t>(0, 4);
-        writer.Word(
-            static_cast<std::uint16_t>(extended || data == 0 ? data : data + 2)); // plain: and the length itself
-        writer.Noise(data);
+        const int data = 2 * *rc::gen::inRange(0, 4);
+        writer.Word(extended || data == 0 ? data : data + 2); // the plain form counts the length itself as well
+        writer.Noise(static_cast<std::size_t>(data));
     }
-    made.bytes = std::move(writer.bytes);
     return made;
 }
 
@@ -109,70 +91,59 @@ Bytes Prefix(const Bytes& bytes, std::size_t size) {
     return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)};
 }
 
-void ExpectRead(const std::optional<DialogLayout>& read, const DialogLayout& layout) {
-    RC_ASSERT(read.has_value());
-    RC_ASSERT(read->style == layout.style);
-    RC_ASSERT(read->place == layout.place);
-    RC_ASSERT(read->font == layout.font);
-    RC_ASSERT(read->items == layout.items);
+bool Reads(const Bytes& bytes, const DialogLayout& layout) {
+    const auto read = ReadDialogLayout(bytes);
+    return read && read->style == layout.style && read->place == layout.place && read->font == layout.font &&
+           read->items == layout.items;
 }
 
 RC_GTEST_PROP(DialogTemplate, IsReadBackWholeAndRefusedAtEveryCut, ()) {
-    auto [layout, bytes, styleEnd] = AnyTemplate();
-    ExpectRead(ReadDialogLayout(bytes), layout);
-    for (std::size_t size = 0; size < bytes.size(); ++size) RC_ASSERT(!ReadDialogLayout(Prefix(bytes, size)));
+    const auto [layout, writer, styleEnd] = AnyTemplate();
+    Bytes bytes = writer.bytes;
+    RC_ASSERT(Reads(bytes, layout));
     for (std::size_t size = 0; size <= bytes.size(); ++size) {
-        Bytes hidden = Prefix(bytes, size);
+        Bytes hidden = Prefix(bytes, size), expected = hidden;
+        RC_ASSERT(ReadDialogLayout(hidden).has_value() == (size == bytes.size()));
         RC_ASSERT(HideDialogTemplate(hidden) == (size >= styleEnd));
-        Bytes expected = Prefix(bytes, size);
         if (size >= styleEnd) expected[styleEnd - 1] &= std::byte{0xEF};
         RC_ASSERT(hidden == expected);
     }
-}
-
-// What was read doesn't depend on what lies behind it.
-RC_GTEST_PROP(DialogTemplate, HostileBytesAreReadWithinTheirEnd, ()) {
-    Bytes bytes = AnyTemplate().bytes;
-    for (int change = *rc::gen::inRange(0, 5); change > 0; --change)
-        bytes[*rc::gen::inRange<std::size_t>(0, bytes.size())] =
-            *rc::gen::element(std::byte{0}, std::byte{1}, std::byte{0xFF});
-    const auto read = ReadDialogLayout(Prefix(bytes, *rc::gen::inRange<std::size_t>(0, bytes.size() + 1)));
+    // Of hostile bytes too, what is read doesn't depend on what lies behind them.
+    for (int change = 0; change < 3; ++change)
+        bytes[*rc::gen::inRange<std::size_t>(0, bytes.size())] = static_cast<std::byte>(*rc::gen::element(0, 1, 0xFF));
+    const auto read = ReadDialogLayout(bytes);
     bytes.insert(bytes.end(), 3, std::byte{0xFF});
-    if (read) ExpectRead(ReadDialogLayout(bytes), *read);
+    RC_ASSERT(!read || Reads(bytes, *read));
 }
 
+// Behind the entries comes the end mark, or an entry that claims more than there is.
 RC_GTEST_PROP(DialogInit, EveryCutGivesTheEntriesThatAreWhole, ()) {
     struct Entry {
-        std::uint16_t id, message;
-        Bytes data;
-        std::size_t end;
+        int id, message;
+        std::size_t begin, end; // of its data
     };
-    std::vector<Entry> entries(*rc::gen::inRange<std::size_t>(0, 5));
+    std::vector<Entry> entries;
     CWriter writer;
-    for (Entry& entry : entries) {
-        entry.id = *rc::gen::nonZero<std::uint16_t>();
-        entry.message = *rc::gen::arbitrary<std::uint16_t>();
-        const std::size_t length = *rc::gen::inRange<std::size_t>(0, 300);
-        writer.Word(entry.id);
-        writer.Word(entry.message);
+    for (int count = *rc::gen::inRange(0, 5); count > 0; --count) {
+        const std::size_t length = *rc::gen::element<std::size_t>(0, 1, 300), begin = writer.bytes.size() + 8;
+        entries.push_back({*rc::gen::inRange(1, 0x10000), *rc::gen::inRange(0, 0x10000), begin, begin + length});
+        writer.Word(entries.back().id);
+        writer.Word(entries.back().message);
         writer.Number(4, length);
         writer.Noise(length);
-        entry.data = {writer.bytes.end() - static_cast<std::ptrdiff_t>(length), writer.bytes.end()};
-        entry.end = writer.bytes.size();
     }
-    const std::size_t end = writer.bytes.size();
-    writer.Word(*rc::gen::element<std::uint16_t>(0, 7)); // the end mark, or an entry that claims more than there is
-    writer.Word(0x403);
-    writer.Number(4, writer.bytes[end] == std::byte{0} ? 1 : *rc::gen::element(2U, 0x80000000, 0xFFFFFFF8, 0xFFFFFFFF));
+    const bool ends = *rc::gen::arbitrary<bool>();
+    writer.Number(4, ends ? 0x04030000 : 0x04030007);
+    writer.Number(4, ends ? 1 : *rc::gen::element(2U, 0x80000000, 0xFFFFFFF8, 0xFFFFFFFF));
     writer.Noise(1);
     for (std::size_t size = 0; size <= writer.bytes.size(); ++size) {
         const Bytes list = Prefix(writer.bytes, size);
         const auto whole = ParseDialogInit(list);
         const auto last = std::ranges::find_if(entries, [&](const Entry& entry) { return entry.end > size; });
         RC_ASSERT(
-            std::equal(whole.begin(), whole.end(), entries.begin(), last, [](const auto& read, const Entry& entry) {
+            std::equal(whole.begin(), whole.end(), entries.begin(), last, [&](const auto& read, const Entry& entry) {
                 return read.controlId == entry.id && read.message == entry.message &&
-                       std::ranges::equal(read.data, entry.data);
+                       read.data.data() == list.data() + entry.begin && read.data.size() == entry.end - entry.begin;
             }));
     }
 }

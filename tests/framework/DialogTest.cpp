@@ -2,15 +2,54 @@
 #include "framework/Dialog.h"
 
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
-#include "TestDialog.h"
+#include "TestIds.h"
 #include "framework/App.h"
+#include "framework/DataExchange.h"
+#include "framework/HandleMaps.h"
+#include "framework/Modality.h"
+#include "support/Meanwhile.h"
 
 namespace {
 
-// A visible top-level window, to own dialogs or to stand by.
+constexpr UINT destroy = WM_APP + 1, comesAgain = WM_APP + 2;
+
+class CTestDialog : public CDialog {
+public:
+    using CDialog::CDialog;
+    std::function<void()> atInit;
+    std::string trace; // "ok " and "cancel "
+    bool closes = true, everVisible = false;
+    CWnd bound;
+
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        everVisible = everVisible || IsWindowVisible();
+        if (message == comesAgain) trace += ComesAgainBehindMenu() ? "menu " : "now ";
+        return message == destroy ? DestroyWindow() : CDialog::WindowProc(message, wParam, lParam);
+    }
+
+    // Runs it, with one step at each tick from when it shows.
+    INT_PTR Play(std::vector<std::function<void()>> steps) {
+        const CMeanwhile meanwhile(
+            [&, next = std::size_t{0}]() mutable { return steps[next++](), next == steps.size(); });
+        return DoModal();
+    }
+    // Runs it for one step.
+    template <class Step>
+    INT_PTR Run(Step step) {
+        return Play({step, [&] { EndDialog(IDYES); }});
+    }
+
+protected:
+    bool OnInitDialog() override { return CDialog::OnInitDialog() && (atInit ? atInit() : void(), true); }
+    void DoDataExchange(CDataExchange& exchange) override { DDX_Control(exchange, IDC_BUTTON, bound); }
+    void OnOK() override { return trace += "ok ", closes ? CDialog::OnOK() : void(); }
+    void OnCancel() override { return trace += "cancel ", closes ? CDialog::OnCancel() : void(); }
+};
+
 class CTopWindow : public CWnd {
 public:
     CTopWindow() { Create("STATIC", "Top", WS_OVERLAPPEDWINDOW | WS_VISIBLE, {0, 0, 200, 100}, nullptr, 0); }
@@ -22,104 +61,39 @@ public:
     bool InitInstance() override { return false; }
 };
 
-TEST(ModalDialog, NeverShowsIfItEndsInItsInitialisation) {
-    for (const UINT form : {IDD_PLAIN, IDD_EXTENDED}) {
-        CTopWindow owner;
-        CScriptedDialog dialog(form, &owner);
-        dialog.atInit = [&] {
-            EXPECT_FALSE(owner.IsWindowEnabled());
-            dialog.EndDialog(5);
-        };
-        EXPECT_EQ(dialog.DoModal(), 5);
-        EXPECT_FALSE(dialog.everVisible) << form;
-        EXPECT_TRUE(owner.IsWindowEnabled());
-
-        dialog.atInit = nullptr; // and runs again
-        dialog.steps = {[&] { EXPECT_TRUE(dialog.IsWindowVisible()); }};
-        EXPECT_EQ(dialog.DoModal(), CScriptedDialog::scriptOver);
-    }
-}
-
-// Its parent may be a child window. Hiding the active window while its owner is disabled would activate whatever other
-// window there is.
-TEST(ModalDialog, DisablesItsWholeOwnerAndGivesActivationAndFocusBackToIt) {
-    const CTopWindow bystander;
-    CScriptedDialog outer(IDD_PLAIN), panel(IDD_PANEL), inner(IDD_PLAIN, &panel);
-    outer.atInit = [&] { EXPECT_TRUE(panel.Create(outer)); };
-    outer.steps = {[&] {
-        bystander.SetWindowPos(HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-        ::SetFocus(outer.GetDlgItem(IDC_SECOND));
-        EXPECT_EQ(inner.DoModal(), IDOK);
-        EXPECT_EQ(::GetFocus(), outer.GetDlgItem(IDC_SECOND));
-    }};
-    inner.steps = {[&] {
-        EXPECT_FALSE(outer.IsWindowEnabled());
-        inner.EndDialog(IDOK);
-        EXPECT_TRUE(outer.IsWindowEnabled());
-        EXPECT_EQ(::GetActiveWindow(), outer.GetHandle());
-    }};
-    EXPECT_EQ(outer.DoModal(), CScriptedDialog::scriptOver);
-}
-
-TEST(ModalDialog, WithoutParentIsOwnedByTheLastPopupOfTheMainWindow) {
-    CTopWindow main;
-    const CTestApp app(main);
-    const auto expectOwner = [&](const CWnd& dialog, const CWnd& owner) {
-        EXPECT_EQ(::GetWindow(dialog.GetHandle(), GW_OWNER), owner.GetHandle());
-        EXPECT_FALSE(main.IsWindowEnabled());
+TEST(ModalDialog, EndsHoweverThatGoes) {
+    static std::thread thread;
+    using Act = void (*)(CTestDialog&);
+    const Act end = [](CTestDialog& dialog) { dialog.EndDialog(5); };
+    const Act close = [](CTestDialog& dialog) { dialog.PostMessage(WM_SYSCOMMAND, SC_CLOSE); };
+    const Act destroyIt = [](CTestDialog& dialog) { dialog.DestroyWindow(); };
+    const Act quit = [](CTestDialog&) { ::PostQuitMessage(3); };
+    const Act sendLater = [](CTestDialog& dialog) { // which doesn't end a wait for posted messages
+        thread = std::thread([window = dialog.GetHandle()] { ::Sleep(200), ::SendMessageA(window, destroy, 0, 0); });
     };
-    CScriptedDialog outer(IDD_PLAIN), inner(IDD_PLAIN), last(IDD_PLAIN);
-    outer.steps = {[&] {
-        expectOwner(outer, main);
-        inner.DoModal();
-        outer.meanwhile = [&] { // the platform's box is one of them
-            const HWND box = ::GetLastActivePopup(main.GetHandle());
-            if (box == outer.GetHandle() || box == main.GetHandle()) return;
-            EXPECT_EQ(::GetWindow(box, GW_OWNER), outer.GetHandle());
-            EXPECT_FALSE(outer.IsWindowEnabled());
-            ::EndDialog(box, IDOK);
-        };
-        EXPECT_EQ(main.MessageBox("text"), IDOK);
-        outer.meanwhile = nullptr;
-        EXPECT_TRUE(outer.IsWindowEnabled());
-        EXPECT_FALSE(main.IsWindowEnabled());
-        const CTopWindow bystander;
-        ::SetActiveWindow(bystander.GetHandle());
-        outer.EndDialog(IDOK);
-        last.DoModal();
-    }};
-    inner.steps = {[&] { expectOwner(inner, outer); }};
-    last.steps = {[&] { expectOwner(last, main); }}; // for the outer dialog has ended, though its handler still runs
-    EXPECT_EQ(outer.DoModal(), IDOK);
-    EXPECT_TRUE(main.IsWindowEnabled());
-}
-
-TEST(ModalDialog, EndsWithItsWindowHoweverThatGoes) {
-    constexpr UINT destroy = WM_APP + 1;
-    class CDestroyable : public CScriptedDialog {
-    public:
-        using CScriptedDialog::CScriptedDialog;
-        LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-            return message == destroy ? DestroyWindow() : CScriptedDialog::WindowProc(message, wParam, lParam);
-        }
-    };
+    const std::tuple<UINT, Act, Act, INT_PTR, bool> rows[] = {
+        {IDD_PLAIN, end, nullptr, 5, false},       {IDD_EXTENDED, end, nullptr, 5, false},
+        {IDD_EXTENDED, nullptr, end, 5, true},     {IDD_PLAIN, nullptr, close, IDCANCEL, true},
+        {IDD_NONE, nullptr, nullptr, -1, false},   {IDD_PLAIN, destroyIt, nullptr, -1, false},
+        {IDD_PLAIN, nullptr, destroyIt, -1, true}, {IDD_PLAIN, sendLater, nullptr, -1, true},
+        {IDD_PLAIN, nullptr, quit, -1, true}};
     CTopWindow owner;
-    CDestroyable missing(IDD_NONE, &owner), inHandler(IDD_PLAIN, &owner), inInit(IDD_PLAIN, &owner);
-    CDestroyable byThread(IDD_PLAIN, &owner), quit(IDD_PLAIN, &owner);
-    inHandler.steps = {[&] { inHandler.DestroyWindow(); }};
-    inInit.atInit = [&] { inInit.DestroyWindow(); };
-    std::thread thread;
-    byThread.atInit = [&] { // a sent message doesn't end a wait for posted ones
-        thread = std::thread([window = byThread.GetHandle()] {
-            ::Sleep(200);
-            ::SendMessageA(window, destroy, 0, 0);
-        });
-    };
-    quit.steps = {[] { ::PostQuitMessage(3); }};
-    EXPECT_FALSE(inInit.Create(owner));
-    for (CDestroyable* dialog : {&missing, &inHandler, &inInit, &byThread, &quit}) {
-        EXPECT_EQ(dialog->DoModal(), -1);
-        EXPECT_EQ(dialog->GetHandle(), nullptr);
+    CWnd child;
+    ASSERT_TRUE(child.Create("STATIC", "", WS_CHILD | WS_VISIBLE, {0, 0, 50, 50}, owner.GetHandle(), 1));
+    int number = 0;
+    for (const auto& [form, inInit, inStep, result, shows] : rows) {
+        SCOPED_TRACE(++number);
+        CTestDialog dialog(form, &child); // the whole top-level window is its owner
+        dialog.atInit = [&, act = inInit] {
+            EXPECT_FALSE(owner.IsWindowEnabled());
+            EXPECT_EQ(::GetCapture(), nullptr); // it would go on hearing the mouse
+            EXPECT_EQ(dialog.DoModal(), -1);
+            if (act != nullptr) act(dialog);
+        };
+        ::SetCapture(child.GetHandle());
+        EXPECT_EQ(inStep != nullptr ? dialog.Play({[&, act = inStep] { act(dialog); }}) : dialog.DoModal(), result);
+        EXPECT_EQ(dialog.everVisible, shows);
+        EXPECT_EQ(dialog.GetHandle(), nullptr);
         EXPECT_TRUE(owner.IsWindowEnabled());
     }
     thread.join();
@@ -128,135 +102,150 @@ TEST(ModalDialog, EndsWithItsWindowHoweverThatGoes) {
     EXPECT_EQ(message.wParam, 3U);
 }
 
-// A capture would go on hearing the mouse, as the platform only disables the window.
-TEST(ModalDialog, TakesTheMouseAwayBeforeItDisables) {
-    CTopWindow owner;
-    CWnd child;
-    ASSERT_TRUE(child.Create("STATIC", "", WS_CHILD | WS_VISIBLE, {0, 0, 50, 50}, owner.GetHandle(), 1));
-    CScriptedDialog dialog(IDD_PLAIN, &owner);
-    ::SetCapture(child.GetHandle());
-    dialog.atInit = [] { EXPECT_EQ(::GetCapture(), nullptr); };
-    dialog.steps = {[] {}};
-    EXPECT_EQ(dialog.DoModal(), CScriptedDialog::scriptOver);
+// Hiding the active window while its owner is disabled would activate whatever other window there is.
+TEST(ModalDialog, BelongsToTheLastPopupAndGivesItsFocusBack) {
+    CTopWindow main;
+    const CTopWindow bystander;
+    const CTestApp app(main);
+    CTestDialog outer(IDD_PLAIN), panel(IDD_PANEL), inner(IDD_PLAIN, &panel), next(IDD_PLAIN);
+    const auto ownerOf = [](HWND dialog) { return ::GetWindow(dialog, GW_OWNER); };
+    const auto inInner = [&] {
+        EXPECT_FALSE(outer.IsWindowEnabled());
+        EXPECT_TRUE(HaveTemporaryWrappers()); // still of use to the handler that runs this dialog
+        inner.EndDialog(IDOK);
+        EXPECT_TRUE(outer.IsWindowEnabled());
+        EXPECT_EQ(::GetActiveWindow(), outer.GetHandle());
+    };
+    const auto atBox = [&] { // the platform's box is one of them
+        const HWND box = ShownDialog(outer.GetHandle());
+        EXPECT_TRUE(box == nullptr || (ownerOf(box) == outer.GetHandle() && !outer.IsWindowEnabled()));
+        return box != nullptr && ::EndDialog(box, IDRETRY) != FALSE;
+    };
+    const auto inOuter = [&] {
+        EXPECT_EQ(ownerOf(outer.GetHandle()), main.GetHandle());
+        EXPECT_TRUE(panel.Create(outer) && !panel.Create(outer));
+        bystander.SetWindowPos(HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        const CWnd* const second = CWnd::FromHandle(outer.GetDlgItem(IDC_SECOND));
+        second->SetFocus();
+        EXPECT_EQ(inner.Play({inInner}), IDOK);
+        EXPECT_EQ(::GetFocus(), second->GetHandle());
+        next.Run([&] { EXPECT_EQ(ownerOf(next.GetHandle()), outer.GetHandle()); });
+        {
+            const CMeanwhile box(atBox);
+            EXPECT_EQ(main.MessageBox("text"), IDRETRY);
+        }
+        EXPECT_TRUE(outer.IsWindowEnabled() && !main.IsWindowEnabled());
+        ::SetActiveWindow(bystander.GetHandle());
+        outer.EndDialog(IDOK);
+        // It has ended, though its handler still runs.
+        next.Run([&] { EXPECT_EQ(ownerOf(next.GetHandle()), main.GetHandle()); });
+    };
+    EXPECT_EQ(outer.Play({inOuter}), IDOK);
+    EXPECT_TRUE(main.IsWindowEnabled());
 }
 
 TEST(ModalDialog, AllOfThemEndTogetherAndNoneComesUpMeanwhile) {
     CTopWindow main;
     const CTestApp app(main);
-    CScriptedDialog outer(IDD_PLAIN), inner(IDD_PLAIN), late(IDD_PLAIN);
-    outer.steps = {[&] {
-        EXPECT_EQ(inner.DoModal(), IDCANCEL);
+    CTestDialog outer(IDD_PLAIN), inner(IDD_PLAIN), late(IDD_PLAIN);
+    const auto atBox = [&] { return ShownDialog(inner.GetHandle()) != nullptr && (CDialog::EndAllLoops(), true); };
+    const auto inInner = [&] {
+        const CMeanwhile box(atBox);
+        main.MessageBox("text");
+    };
+    const auto inOuter = [&] {
+        EXPECT_EQ(inner.Play({inInner}), IDCANCEL);
         EXPECT_EQ(late.DoModal(), IDCANCEL);
         EXPECT_EQ(main.MessageBox("text"), IDCANCEL);
-    }};
-    inner.steps = {[&] { main.MessageBox("text"); }};
-    inner.meanwhile = [] { CDialog::EndAllLoops(); };
-    EXPECT_EQ(outer.DoModal(), IDCANCEL);
-    EXPECT_FALSE(late.everVisible);
-    EXPECT_TRUE(main.IsWindowEnabled());
-    late.steps = {[] {}};
-    EXPECT_EQ(late.DoModal(), CScriptedDialog::scriptOver) << "now one comes up again";
+    };
+    EXPECT_EQ(outer.Play({inOuter}), IDCANCEL);
+    EXPECT_TRUE(main.IsWindowEnabled() && !late.everVisible);
+    EXPECT_EQ(late.Run([] {}), IDYES); // now one comes up again
 }
 
-TEST(ModalDialog, CloseBoxCancels) {
-    CScriptedDialog dialog(IDD_PLAIN);
-    dialog.steps = {[&] { dialog.PostMessage(WM_SYSCOMMAND, SC_CLOSE); }, [] {}, [] {}};
-    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+TEST(ModalDialog, EndsAnOpenMenu) {
+    CTopWindow main;
+    CTestDialog modeless(IDD_PLAIN), dialog(IDD_PLAIN, &main);
+    ASSERT_TRUE(modeless.Create(main));
+    CMenu menu;
+    menu.CreatePopupMenu();
+    ::AppendMenuA(menu.GetHandle(), MF_STRING, 1, "item");
+    for (const bool byMessage : {true, false}) {
+        const CMeanwhile open([&] {
+            if (!IsMenuOpen()) return false;
+            if (byMessage)
+                modeless.SendMessage(comesAgain);
+            else
+                EXPECT_EQ(dialog.Run([] {}), IDYES);
+            return true;
+        });
+        EXPECT_EQ(menu.TrackPopupMenu(TPM_RETURNCMD, 50, 50, main), 0);
+        PumpMessages();
+    }
+    EXPECT_EQ(modeless.trace, "menu now ");
 }
 
 TEST(Dialog, FocusIsWhereTheInitialisationPutItElseOnTheFirstTabStop) {
     for (const int placed : {0, IDC_FIRST, IDC_BUTTON}) {
-        CScriptedDialog dialog(IDD_PLAIN);
+        CTestDialog dialog(IDD_PLAIN);
         dialog.atInit = [&] { ::SetFocus(placed != 0 ? dialog.GetDlgItem(placed) : nullptr); };
-        dialog.steps = {[&] { EXPECT_EQ(::GetFocus(), dialog.GetDlgItem(placed != 0 ? placed : IDC_FIRST)); }};
-        dialog.DoModal();
+        dialog.Run([&] { EXPECT_EQ(::GetFocus(), dialog.GetDlgItem(placed != 0 ? placed : IDC_FIRST)); });
     }
 }
 
-// A modal dialog with a child panel, which puts a check box into one of its static controls and gives it the focus.
-class DialogWithPanel : public testing::Test {
-protected:
-    DialogWithPanel() {
-        outer.closes = panel.closes = false;
-        panel.atInit = [this] {
-            container.SubclassWindow(panel.GetDlgItem(IDC_CONTAINER));
-            nested = panel.GetDlgItem(IDC_NESTED);
-            CWnd::FromHandle(nested)->SetParent(container);
-            ::SetFocus(nested);
-        };
-        outer.atInit = [this] { ASSERT_TRUE(panel.Create(outer)); };
-    }
-    static void Press(WPARAM key) { ::PostMessageA(::GetFocus(), WM_KEYDOWN, key, 0); }
-
-    CScriptedDialog outer{IDD_PLAIN}, panel{IDD_PANEL};
+// A panel within a dialog puts a check box into one of its static controls. The platform's search for the next control
+// has no end where it can't find back to the one it began with.
+TEST(Dialog, KeysGoToTheOneThatHasTheFocus) {
+    CTestDialog outer(IDD_PLAIN), panel(IDD_PANEL);
     CWnd container;
     HWND nested = nullptr;
-};
-
-TEST_F(DialogWithPanel, EnterAndEscapeGoToTheDialogThatHasTheFocus) {
-    outer.steps = {[&] { EXPECT_EQ(::GetFocus(), nested); }};
-    const auto addCase = [&](const std::function<HWND()>& focus, WPARAM key, const char* outerTrace,
-                             const char* panelTrace) {
-        outer.steps.emplace_back([=] {
-            ::SetFocus(focus());
-            Press(key);
+    outer.closes = panel.closes = false;
+    panel.atInit = [&] {
+        EXPECT_EQ(panel.bound.GetHandle(), panel.GetDlgItem(IDC_BUTTON));
+        container.SubclassWindow(panel.GetDlgItem(IDC_CONTAINER));
+        nested = panel.GetDlgItem(IDC_NESTED);
+        CWnd::FromHandle(nested)->SetParent(container);
+        ::SetFocus(nested);
+    };
+    outer.atInit = [&] { ASSERT_TRUE(panel.Create(outer)); };
+    std::vector<std::function<void()>> steps{[&] { EXPECT_EQ(::GetFocus(), nested); }};
+    const auto press = [&](const CWnd* focus, WPARAM key, const std::function<void()>& expect) {
+        steps.emplace_back([=, &nested] {
+            if (key != VK_TAB) ::SetFocus(focus != nullptr ? focus->GetDlgItem(IDC_FIRST) : nested);
+            ::PostMessageA(::GetFocus(), WM_KEYDOWN, key, 0);
         });
-        outer.steps.emplace_back([=, this] {
-            EXPECT_EQ(std::exchange(outer.trace, {}), outerTrace) << key;
-            EXPECT_EQ(std::exchange(panel.trace, {}), panelTrace) << key;
-        });
+        steps.emplace_back(expect);
     };
-    addCase([&] { return outer.GetDlgItem(IDC_FIRST); }, VK_RETURN, "ok ", "");
-    addCase([&] { return outer.GetDlgItem(IDC_FIRST); }, VK_ESCAPE, "cancel ", "");
-    addCase([&] { return panel.GetDlgItem(IDC_FIRST); }, VK_RETURN, "", "ok ");
-    addCase([&] { return panel.GetDlgItem(IDC_FIRST); }, VK_ESCAPE, "", "cancel ");
-    addCase([&] { return nested; }, VK_RETURN, "", "ok ");
-    addCase([&] { return nested; }, VK_ESCAPE, "", "cancel ");
-    outer.DoModal();
+    const auto traces = [&](const char* seen) {
+        return [&, seen] { EXPECT_EQ(std::exchange(outer.trace, {}) + '|' + std::exchange(panel.trace, {}), seen); };
+    };
+    press(&outer, VK_RETURN, traces("ok |"));
+    press(&outer, VK_ESCAPE, traces("cancel |"));
+    press(&panel, VK_RETURN, traces("|ok "));
+    press(nullptr, VK_ESCAPE, traces("|cancel "));
+    press(nullptr, VK_TAB, [&] { EXPECT_EQ(::GetFocus(), panel.GetDlgItem(IDC_FIRST)); });
+    press(nullptr, VK_TAB, [&] { EXPECT_EQ(::GetFocus(), panel.GetDlgItem(IDC_BUTTON)); });
+    press(nullptr, VK_TAB, [&] { EXPECT_EQ(::GetFocus(), nested); });
+    steps.emplace_back([&] { outer.EndDialog(HaveTemporaryWrappers() ? 1 : 0); }); // none, as nothing waited
+    EXPECT_EQ(outer.Play(steps), 0);
 }
 
-// The platform's search for the next control has no end where it can't find back to the one it began with.
-TEST_F(DialogWithPanel, TabVisitsEveryControlOfThePanelAndComesBack) {
-    std::vector<HWND> visited;
-    for (int press = 0; press < 3; ++press) {
-        outer.steps.emplace_back([] { Press(VK_TAB); });
-        outer.steps.emplace_back([&] { visited.push_back(::GetFocus()); });
-    }
-    outer.steps.emplace_back([&] {
-        const std::vector<HWND> expected{panel.GetDlgItem(IDC_FIRST), panel.GetDlgItem(IDC_BUTTON), nested};
-        EXPECT_EQ(visited, expected);
-    });
-    outer.DoModal();
-}
-
-TEST(Dialog, FillsItsListsFromTheInitialisationList) {
-    CScriptedDialog dialog(IDD_LISTS);
-    std::string texts;
-    const auto read = [&](int id, UINT message, WPARAM index) {
-        std::array<char, 100> text{};
-        ::SendDlgItemMessageA(dialog.GetHandle(), id, message, index, reinterpret_cast<LPARAM>(text.data()));
-        texts += std::string(text.data()) + '|';
-    };
-    dialog.atInit = [&] {
-        read(IDC_COMBO, CB_GETLBTEXT, 0);
-        read(IDC_COMBO, CB_GETLBTEXT, 1);
-        read(IDC_LIST, LB_GETTEXT, 0);
-        dialog.EndDialog(0);
-    };
-    dialog.DoModal();
-    EXPECT_EQ(texts, "one|中文|item|");
-}
-
-TEST(Dialog, ModelessWindowEndsWithItsObject) {
+TEST(Dialog, HasThePlacesOfItsFontAndTheRowsOfItsInitialisationList) {
     CTopWindow owner;
-    HWND window = nullptr;
-    {
-        CScriptedDialog dialog(IDD_PLAIN);
-        ASSERT_TRUE(dialog.Create(owner));
-        EXPECT_FALSE(dialog.Create(owner));
-        window = dialog.GetHandle();
-    }
-    EXPECT_FALSE(::IsWindow(window));
+    CTestDialog classic(IDD_PLAIN), small(IDD_EXTENDED), other(IDD_LISTS);
+    ASSERT_TRUE(classic.Create(owner) && small.Create(owner) && other.Create(owner));
+    EXPECT_EQ(PlaceText(classic.GetDlgItem(IDC_FIRST)), "8,8,80,24");
+    EXPECT_EQ(PlaceText(small.GetDlgItem(IDC_FIRST)), "6,7,60,20");
+    EXPECT_EQ(small.GetClientRect(), CRect(0, 0, 180, 130));
+    const CRect place = small.GetWindowRect();
+    EXPECT_EQ(place.left, (::GetSystemMetrics(SM_CXFULLSCREEN) - place.Width()) / 2); // centred
+    RECT units{4, 4, 64, 30};
+    ::MapDialogRect(other.GetHandle(), &units); // the platform's own
+    EXPECT_EQ(PlaceInParent(other.GetDlgItem(IDC_LIST)).top, units.bottom);
+    char combo[100]{}, list[100]{};
+    ::SendDlgItemMessageA(other.GetHandle(), IDC_COMBO, CB_GETLBTEXT, 1, reinterpret_cast<LPARAM>(combo));
+    ::SendDlgItemMessageA(other.GetHandle(), IDC_LIST, LB_GETTEXT, 0, reinterpret_cast<LPARAM>(list));
+    EXPECT_EQ(std::string(combo) + list, "中文item");
 }
 
 } // namespace

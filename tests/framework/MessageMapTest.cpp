@@ -8,144 +8,97 @@
 #include "framework/Controls.h"
 #include "framework/Dc.h"
 #include "framework/Dialog.h"
+#include "framework/Menu.h"
 #include "framework/Text.h"
 
 namespace {
 
-constexpr UINT ownMessage = WM_APP + 7, notified = 0xFFFFFFFE; // notification codes count down from 0
-constexpr UINT first = 1000, last = 1003;
+constexpr UINT throwing = WM_APP + 8, notified = 0xFFFFFFFE; // notification codes count down from 0
 
-std::string trace; // what the handlers have seen, in their order
+// What the handlers have seen, in their order.
+struct Trace {
+    static inline std::string text;
+    static bool Add(const std::string& more) { return (text += more + ' ', true); }
+    static std::string Take() { return std::exchange(text, {}); }
+};
 
-std::string Taken() {
-    return std::exchange(trace, {});
+template <UINT message, class... Wanted>
+void ExpectCracked(WPARAM wParam, LPARAM lParam, Wanted... wanted) {
+    EXPECT_TRUE(MessageTraits<message>::Crack(wParam, lParam) == std::tuple(wanted...)) << std::hex << message;
 }
 
-class CProbeApp : public CWinApp {
-public:
-    bool InitInstance() override { return false; }
-    bool OnCmdMsg(UINT id, UINT) override {
-        trace += FormatText("app:%u ", id);
-        return true;
-    }
-};
+TEST(Cracking, GivesEveryMessageItsArguments) {
+    CWnd window;
+    CMenu menu;
+    ASSERT_TRUE(window.Create("STATIC", "", WS_POPUP, {0, 0, 9, 9}, nullptr, 0) && menu.CreatePopupMenu());
+    CWnd* const none = nullptr;
+    const auto handle = reinterpret_cast<LPARAM>(window.GetHandle()),
+               popup = reinterpret_cast<LPARAM>(menu.GetHandle());
+    const auto handleFirst = static_cast<WPARAM>(handle);
+    ExpectCracked<WM_PAINT>(1, 2);
+    ExpectCracked<WM_QUERYDRAGICON>(1, 2);
+    ExpectCracked<WM_GETDLGCODE>(1, 2);
+    ExpectCracked<WM_MOUSEMOVE>(MK_LBUTTON, MAKELPARAM(-3, -32768), 1U, CPoint(-3, -32768));
+    ExpectCracked<WM_LBUTTONDBLCLK>(MK_SHIFT, MAKELPARAM(32767, 7), 4U, CPoint(32767, 7));
+    ExpectCracked<WM_SETFOCUS>(handleFirst, 0, &window);
+    ExpectCracked<WM_KILLFOCUS>(0, handle, none);
+    ExpectCracked<WM_CAPTURECHANGED>(0, handle, &window);
+    ExpectCracked<WM_TIMER>(70'000, 1, 70'000U);
+    ExpectCracked<WM_SIZE>(SIZE_MAXIMIZED, MAKELPARAM(40'000, 7), 2U, 40'000, 7);
+    ExpectCracked<WM_ENABLE>(2, 0, true);
+    ExpectCracked<WM_ENABLE>(0, 2, false);
+    ExpectCracked<WM_ACTIVATE>(MAKEWPARAM(WA_CLICKACTIVE, 2), handle, 2U, &window, true);
+    ExpectCracked<WM_ACTIVATE>(WA_ACTIVE, 0, 1U, none, false);
+    ExpectCracked<WM_SYSCOMMAND>(SC_CLOSE, -5, UINT{SC_CLOSE}, LPARAM{-5});
+    ExpectCracked<WM_ERASEBKGND>(0x1234, 0, reinterpret_cast<HDC>(UINT_PTR{0x1234}));
+    ExpectCracked<WM_SETCURSOR>(handleFirst, MAKELPARAM(HTCAPTION, WM_MOUSEMOVE), &window, 2U, 0x200U);
+    ExpectCracked<WM_MENUCHAR>(MAKEWPARAM('x', MF_POPUP), popup, UINT{'x'}, UINT{MF_POPUP}, &menu);
+    DRAWITEMSTRUCT drawn{};
+    MEASUREITEMSTRUCT measured{};
+    const auto draw = MessageTraits<WM_DRAWITEM>::Crack(3, reinterpret_cast<LPARAM>(&drawn));
+    const auto measure = MessageTraits<WM_MEASUREITEM>::Crack(4, reinterpret_cast<LPARAM>(&measured));
+    EXPECT_TRUE(std::get<0>(draw) == 3 && &std::get<1>(draw) == &drawn);
+    EXPECT_TRUE(std::get<0>(measure) == 4 && &std::get<1>(measure) == &measured);
+}
 
 class CBaseProbe : public CDialog {
 public:
     using CDialog::CDialog;
     static const CMessageMap& ClassMap() {
-        static constexpr std::array entries{On<WM_ENABLE, &CBaseProbe::OnEnable>(),
-                                            OnCommandIds<first, last, &CBaseProbe::OnRange>()};
+        static constexpr std::array entries{OnCommandIds<1000, 1003, &CBaseProbe::OnRange>(),
+                                            On<WM_ERASEBKGND, &CBaseProbe::OnErase>()};
         static const CMessageMap map{&CDialog::ClassMap(), entries};
         return map;
     }
-    const CMessageMap& GetMessageMap() const override { return ClassMap(); }
-    void OnEnable(bool enabled) { trace += enabled ? "enabled " : "disabled "; }
-    void OnRange(UINT id) { trace += FormatText("range:%u ", id); }
+    void OnRange(UINT id) { Trace::Add(FormatText("range:%u", id)); }
+    bool OnErase(HDC dc) { return dc != nullptr; }
 };
 
 class CProbe : public CBaseProbe {
 public:
     using CBaseProbe::CBaseProbe;
-    static const CMessageMap& ClassMap() {
-        static constexpr std::array entries{On<WM_MOUSEMOVE, &CProbe::OnMouseMove>(),
-                                            On<WM_SETCURSOR, &CProbe::OnSetCursor>(),
-                                            OnMessage<ownMessage, &CProbe::OnOwnMessage>(),
-                                            OnCommandId<first + 1, &CProbe::OnSecond>(),
-                                            OnCommandId<IDC_BUTTON, &CProbe::OnClick>(),
-                                            OnControl<EN_CHANGE, IDC_FIRST, &CProbe::OnChange>(),
+    const CMessageMap& GetMessageMap() const override {
+        static constexpr std::array entries{OnMessage<throwing, &CProbe::OnThrowing>(),
+                                            OnCommandId<1001, &CProbe::Hear<1>>(),
+                                            OnCommandId<IDC_BUTTON, &CProbe::Hear<2>>(),
+                                            OnControl<EN_CHANGE, IDC_FIRST, &CProbe::Hear<3>>(),
                                             OnNotifyCode<notified, IDC_FIRST, &CProbe::OnNotified>(),
-                                            On<WM_MEASUREITEM, &CProbe::OnMeasureItem>(),
                                             OnColor<&CProbe::OnControlColor>()};
         static const CMessageMap map{&CBaseProbe::ClassMap(), entries};
         return map;
     }
-    const CMessageMap& GetMessageMap() const override { return ClassMap(); }
-    void OnMouseMove(UINT keys, CPoint point) { trace += FormatText("move:%u,%ld,%ld ", keys, point.x, point.y); }
-    bool OnSetCursor(CWnd* window, UINT hit, UINT message) {
-        trace += FormatText("cursor:%d,%u,%X ", window == this, hit, message);
-        return hit == HTCAPTION;
+    template <int number>
+    void Hear() {
+        Trace::Add(std::to_string(number));
     }
-    LRESULT OnOwnMessage(WPARAM wParam, LPARAM lParam) { return static_cast<LRESULT>(wParam) - lParam; }
-    void OnSecond() { trace += "second "; }
-    void OnClick() { trace += "click "; }
-    void OnChange() { trace += "change "; }
-    void OnMeasureItem(int id, MEASUREITEMSTRUCT& item) { item.itemHeight = static_cast<UINT>(id); }
+    LRESULT OnThrowing(WPARAM wParam, LPARAM lParam) { return wParam == 0 ? throw 1 : LRESULT(wParam) - lParam; }
     LRESULT OnNotified(NMHDR& header) { return static_cast<LRESULT>(header.idFrom) + 1; }
     HBRUSH OnControlColor(CDC& dc, CWnd* control, UINT message) {
         if (message == WM_CTLCOLOREDIT) return static_cast<HBRUSH>(::GetStockObject(GRAY_BRUSH));
-        return reinterpret_cast<HBRUSH>(RouteColor(message, reinterpret_cast<WPARAM>(dc.GetHandle()),
-                                                   reinterpret_cast<LPARAM>(control->GetHandle())));
+        const auto window = reinterpret_cast<LPARAM>(control->GetHandle());
+        return reinterpret_cast<HBRUSH>(RouteColor(message, reinterpret_cast<WPARAM>(dc.GetHandle()), window));
     }
 };
-
-class MessageMap : public testing::Test {
-protected:
-    MessageMap() {
-        owner.Create("STATIC", "", WS_OVERLAPPEDWINDOW, {0, 0, 100, 100}, nullptr, 0);
-        EXPECT_TRUE(dialog.Create(owner));
-        Taken();
-    }
-    std::string Command(const CDialog& target, UINT id, UINT code = 0) {
-        const HWND control = target.GetDlgItem(static_cast<int>(id));
-        target.SendMessage(WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(control));
-        return Taken();
-    }
-
-    CProbeApp app;
-    CWnd owner;
-    CProbe dialog{IDD_PLAIN};
-};
-
-TEST_F(MessageMap, CracksArgumentsAndGivesResults) {
-    const auto self = dialog.GetHandle();
-    const struct {
-        UINT message;
-        WPARAM wParam;
-        LPARAM lParam;
-        const char* trace;
-        LRESULT result;
-    } cases[] = {
-        {WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(-3, -32768), "move:1,-3,-32768 ", 0},
-        {WM_MOUSEMOVE, 0, MAKELPARAM(32767, 0), "move:0,32767,0 ", 0},
-        {WM_SETCURSOR, reinterpret_cast<WPARAM>(self), MAKELPARAM(HTCAPTION, WM_MOUSEMOVE), "cursor:1,2,200 ", 1},
-        {WM_SETCURSOR, 0, MAKELPARAM(HTCLIENT, 0), "cursor:0,1,0 ", 0},
-        {ownMessage, 3, 5, "", -2},
-        {WM_ENABLE, FALSE, 0, "disabled ", 0}, // in the base class's table
-    };
-    for (const auto& each : cases) {
-        EXPECT_EQ(dialog.SendMessage(each.message, each.wParam, each.lParam), each.result) << each.message;
-        EXPECT_EQ(Taken(), each.trace) << each.message;
-    }
-}
-
-TEST_F(MessageMap, CommandsFindTheNearestTarget) {
-    CDialog panel(IDD_PANEL);
-    ASSERT_TRUE(panel.Create(dialog));
-    for (const CDialog* target : {static_cast<CDialog*>(&dialog), &panel}) { // the panel has no entries itself
-        EXPECT_EQ(Command(*target, first - 1), "app:999 ");
-        EXPECT_EQ(Command(*target, first), "range:1000 ");
-        EXPECT_EQ(Command(*target, first, 1), "range:1000 "); // from an accelerator
-        EXPECT_EQ(Command(*target, first + 1), "second ");    // the derived table comes first
-        EXPECT_EQ(Command(*target, last), "range:1003 ");
-        EXPECT_EQ(Command(*target, last + 1), "app:1004 ");
-        EXPECT_EQ(Command(*target, IDC_BUTTON, BN_CLICKED), "click ");
-        EXPECT_EQ(Command(*target, IDC_FIRST, EN_UPDATE), "");
-    }
-    EXPECT_EQ(Command(dialog, IDC_FIRST, EN_CHANGE), "change ");
-    EXPECT_EQ(Command(panel, IDC_FIRST, EN_CHANGE), ""); // notifications concern the control's own dialog alone
-    EXPECT_EQ(Command(panel, IDOK), "");                 // and so do OK and Cancel
-    EXPECT_NE(dialog.GetHandle(), nullptr);
-}
-
-TEST_F(MessageMap, HandsStructuresOnAndRefusesNullOnes) {
-    NMHDR header{dialog.GetDlgItem(IDC_FIRST), IDC_FIRST, notified};
-    EXPECT_EQ(dialog.SendMessage(WM_NOTIFY, IDC_FIRST, reinterpret_cast<LPARAM>(&header)), IDC_FIRST + 1);
-    MEASUREITEMSTRUCT item{};
-    dialog.SendMessage(WM_MEASUREITEM, 3, reinterpret_cast<LPARAM>(&item));
-    EXPECT_EQ(item.itemHeight, 3U);
-    for (const UINT message : {WM_NOTIFY, WM_MEASUREITEM, WM_DRAWITEM}) EXPECT_EQ(dialog.SendMessage(message), 0);
-}
 
 // A control that takes part in its click, its colour and its drawing.
 class CReflecting : public CButton {
@@ -153,31 +106,82 @@ public:
     bool endsClick = false;
     HBRUSH brush = nullptr;
 
-    static const CMessageMap& ClassMap() {
+    const CMessageMap& GetMessageMap() const override {
         static constexpr std::array entries{OnReflect<BN_CLICKED, &CReflecting::OnClicked>(),
                                             OnReflect<BN_SETFOCUS, &CReflecting::OnFocus>(),
                                             OnReflectColor<&CReflecting::OnOwnColor>()};
         static const CMessageMap map{&CButton::ClassMap(), entries};
         return map;
     }
-    const CMessageMap& GetMessageMap() const override { return ClassMap(); }
-    void DrawItem(DRAWITEMSTRUCT& item) override { trace += FormatText("draw:%u ", item.itemState); }
-    bool OnClicked() {
-        trace += "own ";
-        return endsClick;
-    }
-    void OnFocus() { trace += "focus "; }
+    void DrawItem(DRAWITEMSTRUCT& item) override { Trace::Add(FormatText("draw:%u", item.itemState)); }
+    bool OnClicked() { return Trace::Add("own") && endsClick; }
+    void OnFocus() { Trace::Add("focus"); }
     HBRUSH OnOwnColor(CDC&, UINT) { return brush; }
 };
 
-TEST_F(MessageMap, ControlsHearOfTheirOwnMessagesFirst) {
-    CReflecting button;
-    ASSERT_TRUE(button.SubclassWindow(dialog.GetDlgItem(IDC_BUTTON)));
-    EXPECT_EQ(Command(dialog, IDC_BUTTON, BN_CLICKED), "own click ");
-    button.endsClick = true;
-    EXPECT_EQ(Command(dialog, IDC_BUTTON, BN_CLICKED), "own ");
-    EXPECT_EQ(Command(dialog, IDC_BUTTON, BN_SETFOCUS), "focus ");
+// A container that hands its children's commands on before it handles them itself.
+class CPassingStatic : public CStatic {
+    bool OnCommand(WPARAM wParam, LPARAM lParam) override {
+        GetParent()->SendMessage(WM_COMMAND, wParam, lParam);
+        return CStatic::OnCommand(wParam, lParam);
+    }
+};
 
+class CProbeApp : public CWinApp {
+    bool InitInstance() override { return false; }
+    bool OnCmdMsg(UINT id, UINT) override { return Trace::Add(FormatText("app:%u", id)); }
+};
+
+class MessageMap : public testing::Test {
+protected:
+    MessageMap() {
+        owner.Create("STATIC", "", WS_OVERLAPPEDWINDOW, {0, 0, 100, 100}, nullptr, 0);
+        EXPECT_TRUE(dialog.Create(owner) && panel.Create(dialog));
+        EXPECT_TRUE(button.SubclassWindow(dialog.GetDlgItem(IDC_BUTTON)));
+        Trace::Take();
+    }
+    std::string Command(const CWnd& target, UINT id, UINT code, HWND control) {
+        target.SendMessage(WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(control));
+        return Trace::Take();
+    }
+
+    CProbeApp app;
+    CWnd owner;
+    CProbe dialog{IDD_PLAIN};
+    CDialog panel{IDD_PANEL}; // has no entries itself
+    CReflecting button;
+};
+
+TEST_F(MessageMap, CommandsFindTheNearestTarget) {
+    const std::tuple<const CDialog*, UINT, UINT, const char*> rows[] = {
+        {&dialog, 999, 0, "app:999 "},
+        {&dialog, 1000, 0, "range:1000 "},
+        {&dialog, 1000, 1, "range:1000 "}, // from an accelerator
+        {&dialog, 1001, 0, "1 "},          // the derived table comes first
+        {&dialog, 1003, 0, "range:1003 "},
+        {&panel, 1003, 0, "range:1003 "}, // through its parent
+        {&panel, 1004, 0, "app:1004 "},
+        {&panel, IDC_BUTTON, BN_CLICKED, "2 "},
+        {&panel, IDC_FIRST, EN_CHANGE, ""}, // notifications concern the control's own dialog alone
+        {&panel, IDOK, 0, ""},              // and so do OK and Cancel
+        {&dialog, IDC_FIRST, EN_CHANGE, "3 "},
+        {&dialog, IDC_FIRST, EN_UPDATE, ""},
+        {&dialog, IDC_BUTTON, BN_CLICKED, "own 2 "}, // the control hears of it first
+        {&dialog, IDC_BUTTON, BN_SETFOCUS, "focus "}};
+    for (const auto& [target, id, code, seen] : rows)
+        EXPECT_EQ(Command(*target, id, code, target->GetDlgItem(static_cast<int>(id))), seen) << id << ' ' << code;
+    button.endsClick = true;
+    EXPECT_EQ(Command(dialog, IDC_BUTTON, BN_CLICKED, button.GetHandle()), "own ");
+
+    CPassingStatic outer, inner;
+    CReflecting deep;
+    ASSERT_TRUE(outer.Create("STATIC", "", WS_CHILD, {0, 0, 50, 50}, dialog.GetHandle(), 0));
+    ASSERT_TRUE(inner.Create("STATIC", "", WS_CHILD, {0, 0, 40, 40}, outer.GetHandle(), 0));
+    ASSERT_TRUE(deep.Create("BUTTON", "", WS_CHILD, {0, 0, 20, 20}, inner.GetHandle(), IDC_BUTTON));
+    EXPECT_EQ(Command(inner, IDC_BUTTON, BN_CLICKED, deep.GetHandle()), "2 own "); // each once
+}
+
+TEST_F(MessageMap, ControlsAreAskedForWhatIsTheirs) {
     const CClientDC dc(dialog.GetHandle());
     const auto color = [&](UINT message, int id) {
         return reinterpret_cast<HBRUSH>(dialog.SendMessage(message, reinterpret_cast<WPARAM>(dc.GetHandle()),
@@ -186,33 +190,32 @@ TEST_F(MessageMap, ControlsHearOfTheirOwnMessagesFirst) {
     EXPECT_EQ(color(WM_CTLCOLOREDIT, IDC_FIRST), ::GetStockObject(GRAY_BRUSH));
     EXPECT_NE(color(WM_CTLCOLORBTN, IDC_BUTTON), nullptr); // the platform's, since the control gives none
     button.brush = static_cast<HBRUSH>(::GetStockObject(HOLLOW_BRUSH));
-    EXPECT_EQ(color(WM_CTLCOLORBTN, IDC_BUTTON), button.brush);
+    for (const UINT message : {WM_CTLCOLORMSGBOX, WM_CTLCOLORBTN, WM_CTLCOLORSTATIC})
+        EXPECT_EQ(color(message, IDC_BUTTON), button.brush);
 
-    DRAWITEMSTRUCT item{};
-    item.CtlType = ODT_BUTTON;
-    item.itemState = ODS_DISABLED;
-    item.hwndItem = button.GetHandle();
+    DRAWITEMSTRUCT item{ODT_BUTTON, IDC_BUTTON, 0, 0, ODS_DISABLED, button.GetHandle(), nullptr, {}, 0};
     EXPECT_EQ(dialog.SendMessage(WM_DRAWITEM, IDC_BUTTON, reinterpret_cast<LPARAM>(&item)), TRUE);
-    EXPECT_EQ(Taken(), "draw:4 ");
+    EXPECT_EQ(Trace::Take(), "draw:4 ");
+    NMHDR header{dialog.GetDlgItem(IDC_FIRST), IDC_FIRST, notified};
+    EXPECT_EQ(dialog.SendMessage(WM_NOTIFY, IDC_FIRST, reinterpret_cast<LPARAM>(&header)), IDC_FIRST + 1);
+    for (const UINT message : {WM_NOTIFY, WM_DRAWITEM, WM_MEASUREITEM}) EXPECT_EQ(dialog.SendMessage(message), 0);
+    EXPECT_EQ(dialog.SendMessage(WM_MENUCHAR), MAKELRESULT(0, MNC_IGNORE));
+    EXPECT_EQ(dialog.SendMessage(WM_ERASEBKGND, 7), 1);
+    EXPECT_EQ(dialog.SendMessage(WM_ERASEBKGND), 0);
+    EXPECT_EQ(dialog.SendMessage(throwing, 3, 5), -2);
 }
 
-// A container that hands its children's commands on before it handles them itself.
-class CPassingStatic : public CStatic {
-protected:
-    bool OnCommand(WPARAM wParam, LPARAM lParam) override {
-        GetParent()->SendMessage(WM_COMMAND, wParam, lParam);
-        return CStatic::OnCommand(wParam, lParam);
-    }
-};
-
-TEST_F(MessageMap, CommandsHandedOnByContainersArriveOnce) {
-    CPassingStatic outer, inner;
-    CReflecting button;
-    ASSERT_TRUE(outer.Create("STATIC", "", WS_CHILD, {0, 0, 50, 50}, dialog.GetHandle(), 0));
-    ASSERT_TRUE(inner.Create("STATIC", "", WS_CHILD, {0, 0, 40, 40}, outer.GetHandle(), 0));
-    ASSERT_TRUE(button.Create("BUTTON", "", WS_CHILD, {0, 0, 20, 20}, inner.GetHandle(), IDC_BUTTON));
-    inner.SendMessage(WM_COMMAND, IDC_BUTTON, reinterpret_cast<LPARAM>(button.GetHandle()));
-    EXPECT_EQ(Taken(), "click own ");
+// No exception unwinds through the window manager.
+TEST_F(MessageMap, WhatAHandlerThrowsStopsTheProgram) {
+    EXPECT_DEATH(
+        {
+            try {
+                dialog.SendMessage(throwing);
+            } catch (int) {
+                std::exit(0);
+            }
+        },
+        "");
 }
 
 } // namespace

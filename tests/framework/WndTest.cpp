@@ -8,6 +8,7 @@
 #include "framework/HandleMaps.h"
 #include "framework/ResourceModule.h"
 #include "framework/Text.h"
+#include "support/Seed.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ constexpr UINT deleteObject = WM_APP + 1, destroyWindow = WM_APP + 2;
 // Ends itself or its window while it handles a message.
 class CMortal : public CWnd {
 public:
-    int windowsLost = 0;
+    static inline int windowsLost = 0;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (message == destroyWindow) return DestroyWindow() ? 12 : 0;
@@ -27,57 +28,88 @@ public:
     void PostNcDestroy() override { ++windowsLost; }
 };
 
+HWND MakeEdit(const CWnd& parent) {
+    return ::CreateWindowExA(0, "EDIT", "text", WS_CHILD, 0, 0, 50, 20, parent.GetHandle(),
+                             reinterpret_cast<HMENU>(UINT_PTR{IDC_FIRST}), nullptr, nullptr);
+}
+
 class Window : public testing::Test {
 protected:
-    Window() {
-        parent.Create("STATIC", "Parent", WS_OVERLAPPEDWINDOW, {0, 0, 200, 100}, nullptr, 0);
-        edit = ::CreateWindowExA(0, "EDIT", "text", WS_CHILD, 0, 0, 50, 20, parent.GetHandle(),
-                                 reinterpret_cast<HMENU>(UINT_PTR{IDC_FIRST}), nullptr, nullptr);
-    }
-    // Its own procedure answers, as no other would.
-    void ExpectEditWorks() const {
-        ::SetWindowTextA(edit, "other");
-        EXPECT_EQ(::SendMessageA(edit, EM_LINELENGTH, 0, 0), 5);
-    }
-
-    CWnd parent;
-    HWND edit = nullptr;
+    struct CParent : CWnd {
+        CParent() { Create("STATIC", "Parent", WS_OVERLAPPEDWINDOW, {0, 0, 200, 100}, nullptr, 0); }
+    } parent;
+    const LONG_PTR editProcedure = ::GetWindowLongPtrA(MakeEdit(parent), GWLP_WNDPROC);
 };
 
-TEST_F(Window, OutlivesAnObjectThatSubclassedIt) {
-    const LONG_PTR procedure = ::GetWindowLongPtrA(edit, GWLP_WNDPROC);
-    {
-        CMortal object, second;
-        ASSERT_TRUE(object.SubclassWindow(edit));
-        EXPECT_FALSE(second.SubclassWindow(edit));
-        EXPECT_FALSE(object.SubclassWindow(parent.GetHandle()));
-        ExpectEditWorks();
+// Objects and windows come together, part and end in any order, from outside and from within their handlers.
+TEST_F(Window, FollowsTheModelThroughRandomOperations) {
+    const unsigned seed = TestSeed();
+    SCOPED_TRACE(SeedText(seed));
+    std::mt19937 random(seed);
+    struct Model {
+        std::unique_ptr<CMortal> object;
+        int window = -1; // none
+        bool owned = false;
+    };
+    Model models[4];
+    HWND windows[4]{};
+    int lost = CMortal::windowsLost = 0;
+    for (Model& model : models) model.object = std::make_unique<CMortal>();
+    const auto partner = [&](int window) -> Model* {
+        Model* const found = std::ranges::find(models, window, &Model::window);
+        return found != std::end(models) ? found : nullptr;
+    };
+    for (int round = 0; round < 3000; ++round) {
+        const auto operation = random() % 8;
+        SCOPED_TRACE(FormatText("round %d, operation %u", round, static_cast<unsigned>(operation)));
+        const int at = static_cast<int>(random() % 4);
+        const bool inHandler = random() % 2 == 0;
+        HWND& window = windows[at];
+        Model &model = models[random() % 4], *const holder = partner(at);
+        auto& [object, own, owned] = model;
+        if (operation == 0 && window == nullptr) {
+            window = MakeEdit(parent);
+        } else if (operation == 1) {
+            const bool fits = own < 0 && window != nullptr && holder == nullptr;
+            ASSERT_EQ(object->SubclassWindow(window), fits);
+            if (fits) own = at;
+        } else if (operation == 2) {
+            ASSERT_EQ(object->UnsubclassWindow(), own < 0 ? nullptr : windows[own]);
+            own = -1, owned = false;
+        } else if (operation == 3 && window == nullptr) {
+            const bool made = object->Create("EDIT", "", WS_CHILD, {0, 0, 9, 9}, parent.GetHandle(), IDC_FIRST);
+            ASSERT_EQ(made, own < 0);
+            if (made) window = object->GetHandle(), own = at, owned = true;
+        } else if (operation == 4 && window != nullptr) {
+            ASSERT_NE(inHandler ? ::SendMessageA(window, destroyWindow, 0, 0) : ::DestroyWindow(window), -1);
+            if (inHandler && holder == nullptr) continue; // its own procedure doesn't know that message
+            if (holder != nullptr) ++lost, holder->window = -1, holder->owned = false;
+            ASSERT_FALSE(::IsWindow(std::exchange(window, nullptr)));
+        } else if (operation == 5) {
+            if (inHandler && own >= 0) object.release()->SendMessage(deleteObject);
+            object = std::make_unique<CMortal>();
+            ASSERT_FALSE(owned && ::IsWindow(std::exchange(windows[own], nullptr)));
+            own = -1, owned = false;
+        } else if (operation == 6 && window != nullptr) {
+            CWnd* const found = CWnd::FromHandle(window);
+            ASSERT_TRUE(holder != nullptr ? found == holder->object.get() : found->GetHandle() == window);
+            ASSERT_EQ(CWnd::FromHandle(window), found);
+        } else if (operation == 7) {
+            DropTemporaryWrappers();
+        }
+        ASSERT_EQ(CMortal::windowsLost, lost);
+        for (const Model& each : models)
+            ASSERT_EQ(each.object->GetHandle(), each.window < 0 ? nullptr : windows[each.window]);
+        for (int i = 0; i < 4; ++i) {
+            if (windows[i] == nullptr) continue;
+            ASSERT_EQ(CWnd::FromHandlePermanent(windows[i]),
+                      partner(i) != nullptr ? partner(i)->object.get() : nullptr);
+            ASSERT_EQ(::GetWindowLongPtrA(windows[i], GWLP_WNDPROC) == editProcedure, partner(i) == nullptr);
+            ::SetWindowTextA(windows[i], "other");
+            ASSERT_EQ(::SendMessageA(windows[i], EM_LINELENGTH, 0, 0), 5); // as its own procedure alone answers
+        }
     }
-    EXPECT_EQ(::GetWindowLongPtrA(edit, GWLP_WNDPROC), procedure);
-    auto* selfEnding = new CMortal;
-    ASSERT_TRUE(selfEnding->SubclassWindow(edit));
-    EXPECT_EQ(::SendMessageA(edit, deleteObject, 0, 0), 11);
-    ExpectEditWorks();
-}
-
-TEST_F(Window, MayGoBeforeItsObject) {
-    CMortal object;
-    ASSERT_TRUE(object.SubclassWindow(edit));
-    EXPECT_EQ(object.SendMessage(destroyWindow), 12);
-    EXPECT_FALSE(::IsWindow(edit));
-    EXPECT_EQ(object.GetHandle(), nullptr);
-    ASSERT_TRUE(object.Create("EDIT", "", WS_CHILD, {0, 0, 9, 9}, parent.GetHandle(), 1));
-    parent.DestroyWindow();
-    EXPECT_EQ(object.GetHandle(), nullptr);
-    EXPECT_EQ(object.windowsLost, 2);
-}
-
-TEST_F(Window, EndsWithTheObjectThatMadeIt) {
-    auto* owning = new CMortal;
-    ASSERT_TRUE(owning->Create("EDIT", "", WS_CHILD, {0, 0, 9, 9}, parent.GetHandle(), 1));
-    const HWND owned = owning->GetHandle();
-    EXPECT_EQ(::SendMessageA(owned, deleteObject, 0, 0), 11);
-    EXPECT_FALSE(::IsWindow(owned));
+    EXPECT_EQ(CWnd::FromHandle(nullptr), nullptr);
 }
 
 WNDPROC behind = nullptr;
@@ -88,32 +120,17 @@ LRESULT CALLBACK ForeignProcedure(HWND window, UINT message, WPARAM wParam, LPAR
 
 // A procedure that was put in front since stays there, and leads through to the window's own.
 TEST_F(Window, SurvivesAnObjectBehindAForeignProcedure) {
-    const WNDPROC foreign = &ForeignProcedure;
-    {
+    const auto foreign = reinterpret_cast<LONG_PTR>(static_cast<WNDPROC>(&ForeignProcedure));
+    const HWND edit = MakeEdit(parent);
+    for (int round = 0; round < 2; ++round) {
         CMortal object;
         ASSERT_TRUE(object.SubclassWindow(edit));
-        behind =
-            reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(foreign)));
+        if (round == 0) behind = reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(edit, GWLP_WNDPROC, foreign));
+        EXPECT_EQ(object.GetWindowText(), "text");
+        object.UnsubclassWindow();
+        EXPECT_EQ(::GetWindowLongPtrA(edit, GWLP_WNDPROC), foreign);
+        EXPECT_EQ(::SendMessageA(edit, EM_LINELENGTH, 0, 0), 4);
     }
-    EXPECT_EQ(::GetWindowLongPtrA(edit, GWLP_WNDPROC), reinterpret_cast<LONG_PTR>(foreign));
-    ExpectEditWorks();
-    CMortal second;
-    ASSERT_TRUE(second.SubclassWindow(edit));
-    ExpectEditWorks();
-    EXPECT_EQ(::SendMessageA(edit, destroyWindow, 0, 0), 12);
-}
-
-TEST_F(Window, HasATemporaryWrapperUntilTheMapIsCleared) {
-    EXPECT_EQ(CWnd::FromHandle(nullptr), nullptr);
-    CWnd* wrapper = CWnd::FromHandle(edit);
-    EXPECT_EQ(CWnd::FromHandle(edit), wrapper);
-    EXPECT_EQ(CWnd::FromHandlePermanent(edit), nullptr);
-    CMortal object;
-    ASSERT_TRUE(object.SubclassWindow(edit));
-    EXPECT_EQ(CWnd::FromHandle(edit), &object);
-    EXPECT_EQ(wrapper->GetWindowText(), "text"); // good to the end of the handler that got it
-    DropTemporaryWrappers();
-    ExpectEditWorks();
 }
 
 TEST_F(Window, TextIsUtf8) {
@@ -121,12 +138,12 @@ TEST_F(Window, TextIsUtf8) {
     for (const std::string text : {"", "plain", "人数统计", "a\xC3\xA9\xF0\x9F\x9A\xAA"}) {
         parent.SetDlgItemText(IDC_FIRST, text);
         EXPECT_EQ(parent.GetDlgItemText(IDC_FIRST), text);
+        std::array<wchar_t, 20> wide{};
+        ::GetWindowTextW(parent.GetDlgItem(IDC_FIRST), wide.data(), 20);
+        EXPECT_EQ(ToNarrow(wide.data()), text);
+        EXPECT_EQ(ToWide(text), wide.data());
     }
-    parent.SetDlgItemText(IDC_FIRST, "人数");
-    std::array<wchar_t, 8> wide{};
-    ::GetWindowTextW(edit, wide.data(), 8);
-    EXPECT_EQ(std::wstring(wide.data()), L"\u4EBA\u6570");
-    EXPECT_EQ(ToWide("a\xFF"), L"a\uFFFD");
+    EXPECT_EQ(ToWide("a\u4EBA\xFF"), L"a\u4EBA\uFFFD");
     EXPECT_EQ(parent.GetDlgItemText(IDC_SECOND), ""); // no such control
 }
 
@@ -141,8 +158,7 @@ TEST(ResourceModule, FallsBackToTheProgramForWhatTheLibraryLacks) {
     owner.Create("STATIC", "", WS_POPUP, {0, 0, 9, 9}, nullptr, 0);
     CDialog both(IDD_PLAIN), programOnly(IDD_EXTENDED);
     EXPECT_TRUE(both.Create(owner) && programOnly.Create(owner));
-    EXPECT_EQ(both.GetWindowText(), "Library");
-    EXPECT_EQ(programOnly.GetWindowText(), "Extended");
+    EXPECT_EQ(both.GetWindowText() + programOnly.GetWindowText(), "LibraryExtended");
     SetResourceModule(nullptr);
     ::FreeLibrary(library);
     EXPECT_EQ(LoadText(IDS_BOTH), "program");
