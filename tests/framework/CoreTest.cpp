@@ -1,14 +1,12 @@
-// What the rest stands on: local time, the archive, formatted text.
+// What the rest stands on: local time and formatted text.
 #include <array>
 #include <cstdlib>
 #include <limits>
 
 #include <gtest/gtest.h>
 
-#include "framework/Archive.h"
 #include "framework/Text.h"
 #include "framework/Time.h"
-#include "support/Hex.h"
 
 namespace {
 
@@ -90,32 +88,5 @@ TEST(Time, EveryDayIsThatOfThePlainCalendar) {
     ::tzset();
 }
 #endif
-
-// Each value comes back, and a cut takes nothing of the value that it hits.
-TEST(Archive, LoadsWhatItStoredUpToAnyCut) {
-    CArchive storing;
-    std::vector<std::pair<std::uint32_t, std::size_t>> values; // with their ends; counts and others by turns
-    for (const std::uint32_t value : {0U, 0x1234U, 0xFFFEU, 0xFFFFU, 0x10000U, 0xFEDCBA98U}) {
-        storing.WriteCount(value);
-        values.emplace_back(value, storing.GetStored().size());
-        storing.WriteDword(value);
-        values.emplace_back(value, storing.GetStored().size());
-    }
-    const std::vector<std::byte>& stored = storing.GetStored();
-    EXPECT_EQ(HexOf({reinterpret_cast<const std::uint8_t*>(stored.data()), stored.size()}),
-              "00 00 00 00 00 00 34 12 34 12 00 00 fe ff fe ff 00 00 ff ff ff ff 00 00 ff ff 00 00 "
-              "ff ff 00 00 01 00 00 00 01 00 ff ff 98 ba dc fe 98 ba dc fe");
-    for (std::size_t size = 0; size <= stored.size(); ++size) {
-        const std::vector<std::byte> cut(stored.begin(), stored.begin() + static_cast<std::ptrdiff_t>(size));
-        CArchive loading(cut);
-        EXPECT_TRUE(storing.IsStoring() && !loading.IsStoring());
-        std::size_t rest = size, i = 0;
-        const auto read = [&] { return i % 2 == 0 ? loading.ReadCount() : loading.ReadDword(); };
-        for (; i < values.size() && values[i].second <= size; rest = size - values[i++].second)
-            ASSERT_EQ(read(), values[i].first);
-        ASSERT_FALSE(read());
-        EXPECT_EQ(loading.GetRest(), rest);
-    }
-}
 
 } // namespace

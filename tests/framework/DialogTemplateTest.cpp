@@ -3,7 +3,6 @@
 #include "framework/DialogTemplate.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include <gtest/gtest.h>
 
@@ -146,18 +145,6 @@ RC_GTEST_PROP(DialogInit, EveryCutGivesTheEntriesThatAreWhole, ()) {
                        read.data.data() == list.data() + entry.begin && read.data.size() == entry.end - entry.begin;
             }));
     }
-}
-
-TEST(DialogUnits, AreThoseOfTheClassicFontsAlone) {
-    EXPECT_EQ(BaseUnitsOf({10, 700, false, 134, u"System"}), (BaseUnits{8, 16}));
-    EXPECT_EQ(BaseUnitsOf({8, 0, false, 1, u"MS Sans Serif"}), (BaseUnits{6, 13}));
-    for (const DialogFont& other : {DialogFont{8, 0, false, 1, u"System"}, {9, 0, false, 134, u"SimSun"}, {}})
-        EXPECT_EQ(BaseUnitsOf(other), std::nullopt);
-}
-
-RC_GTEST_PROP(DialogUnits, RoundToTheNearestPixel, ()) {
-    const int units = AnyNumber(), base = *rc::gen::inRange(1, 40), perBase = *rc::gen::element(4, 8);
-    RC_ASSERT(ToPixels(units, base, perBase) == std::lround(double{1} * units * base / perBase));
 }
 
 } // namespace

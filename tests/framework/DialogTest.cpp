@@ -185,14 +185,6 @@ TEST(ModalDialog, EndsAnOpenMenu) {
     EXPECT_EQ(modeless.trace, "menu now ");
 }
 
-TEST(Dialog, FocusIsWhereTheInitialisationPutItElseOnTheFirstTabStop) {
-    for (const int placed : {0, IDC_FIRST, IDC_BUTTON}) {
-        CTestDialog dialog(IDD_PLAIN);
-        dialog.atInit = [&] { ::SetFocus(placed != 0 ? dialog.GetDlgItem(placed) : nullptr); };
-        dialog.Run([&] { EXPECT_EQ(::GetFocus(), dialog.GetDlgItem(placed != 0 ? placed : IDC_FIRST)); });
-    }
-}
-
 // A panel within a dialog puts a check box into one of its static controls. The platform's search for the next control
 // has no end where it can't find back to the one it began with.
 TEST(Dialog, KeysGoToTheOneThatHasTheFocus) {

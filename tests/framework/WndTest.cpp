@@ -112,41 +112,6 @@ TEST_F(Window, FollowsTheModelThroughRandomOperations) {
     EXPECT_EQ(CWnd::FromHandle(nullptr), nullptr);
 }
 
-WNDPROC behind = nullptr;
-
-LRESULT CALLBACK ForeignProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    return ::CallWindowProcA(behind, window, message, wParam, lParam);
-}
-
-// A procedure that was put in front since stays there, and leads through to the window's own.
-TEST_F(Window, SurvivesAnObjectBehindAForeignProcedure) {
-    const auto foreign = reinterpret_cast<LONG_PTR>(static_cast<WNDPROC>(&ForeignProcedure));
-    const HWND edit = MakeEdit(parent);
-    for (int round = 0; round < 2; ++round) {
-        CMortal object;
-        ASSERT_TRUE(object.SubclassWindow(edit));
-        if (round == 0) behind = reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(edit, GWLP_WNDPROC, foreign));
-        EXPECT_EQ(object.GetWindowText(), "text");
-        object.UnsubclassWindow();
-        EXPECT_EQ(::GetWindowLongPtrA(edit, GWLP_WNDPROC), foreign);
-        EXPECT_EQ(::SendMessageA(edit, EM_LINELENGTH, 0, 0), 4);
-    }
-}
-
-TEST_F(Window, TextIsUtf8) {
-    ASSERT_EQ(::GetACP(), 65001U) << "the manifest is not in force";
-    for (const std::string text : {"", "plain", "人数统计", "a\xC3\xA9\xF0\x9F\x9A\xAA"}) {
-        parent.SetDlgItemText(IDC_FIRST, text);
-        EXPECT_EQ(parent.GetDlgItemText(IDC_FIRST), text);
-        std::array<wchar_t, 20> wide{};
-        ::GetWindowTextW(parent.GetDlgItem(IDC_FIRST), wide.data(), 20);
-        EXPECT_EQ(ToNarrow(wide.data()), text);
-        EXPECT_EQ(ToWide(text), wide.data());
-    }
-    EXPECT_EQ(ToWide("a\u4EBA\xFF"), L"a\u4EBA\uFFFD");
-    EXPECT_EQ(parent.GetDlgItemText(IDC_SECOND), ""); // no such control
-}
-
 TEST(ResourceModule, FallsBackToTheProgramForWhatTheLibraryLacks) {
     const HMODULE library = ::LoadLibraryExA("framework_test_language.dll", nullptr, LOAD_LIBRARY_AS_DATAFILE);
     ASSERT_NE(library, nullptr);

@@ -1,0 +1,179 @@
+// Both languages have the same resources, which differ in their words alone, and every text fits into its control. What
+// the program shows is measured in its own windows; texts that come up only in use, in the control that takes them.
+#include <algorithm>
+#include <set>
+
+#include <gtest/gtest.h>
+
+#include <commctrl.h>
+
+#include "ChineseLibrary.h"
+#include "framework/Dc.h"
+#include "framework/Text.h"
+#include "panel/CounterPanel.h"
+#include "panel/ResultText.h"
+#include "resources/ResourceIds.h"
+#include "serial/ComSettingDlg.h"
+#include "serial/CommPort.h"
+#include "shell/AboutDlg.h"
+#include "shell/MessageDlg.h"
+#include "support/Meanwhile.h"
+
+namespace {
+
+// Each test runs in English and in Chinese, from the folder from which the theme is loaded.
+class Resources : public testing::TestWithParam<bool> {
+protected:
+    Resources() {
+        const INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX), ICC_DATE_CLASSES};
+        ::InitCommonControlsEx(&classes);
+        ::SetCurrentDirectoryA(ProductFolder().c_str());
+        if (GetParam()) SetResourceModule(ChineseLibrary());
+    }
+    ~Resources() override { SetResourceModule(nullptr); }
+    void SetUp() override { ASSERT_NE(ChineseLibrary(), nullptr) << "no QuorvaneZHCN.dll"; }
+};
+
+INSTANTIATE_TEST_SUITE_P(Languages, Resources, testing::Bool());
+
+// What is the same in both languages: the numbers, the controls with their styles, and their places where code counts
+// on those; of the strings their blanks, since they are joined to others, and their marks.
+std::string CommonPart(HMODULE module) {
+    static std::string seen;
+    struct CSee {
+        static BOOL CALLBACK Resource(HMODULE from, const char* type, char* name, LONG_PTR) {
+            const auto number = static_cast<unsigned>(reinterpret_cast<UINT_PTR>(name));
+            seen += FormatText("\nresource %u ", number);
+            if (type != RT_DIALOG) return TRUE;
+            CWnd host;
+            host.Create("STATIC", "", WS_OVERLAPPEDWINDOW, {0, 0, 600, 500}, nullptr, 0);
+            const HWND dialog = ::CreateDialogParamA(from, name, host.GetHandle(), &Nothing, 0);
+            Window(dialog, 0);
+            ::EnumChildWindows(dialog, &Window, number != IDD_ABOUT && number != IDD_COM_SETTING);
+            return TRUE;
+        }
+        static BOOL CALLBACK Window(HWND window, LPARAM withPlace) {
+            char name[32]{};
+            ::GetClassNameA(window, name, sizeof name);
+            const std::string place = withPlace != 0 ? PlaceText(window) : "";
+            seen += FormatText("\n%d %s %lx %lx ", ::GetDlgCtrlID(window), name, ::GetWindowLongA(window, GWL_STYLE),
+                               ::GetWindowLongA(window, GWL_EXSTYLE)) +
+                    place;
+            return TRUE;
+        }
+        static INT_PTR CALLBACK Nothing(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
+    };
+    seen.clear();
+    constexpr UINT_PTR initLists = 240;
+    for (const char* type : {RT_DIALOG, RT_GROUP_ICON, MAKEINTRESOURCEA(initLists)})
+        ::EnumResourceNamesA(module, type, &CSee::Resource, 0);
+    for (UINT id = 1; id < 0x10000; ++id) {
+        const wchar_t* characters = nullptr;
+        const int length = ::LoadStringW(module, id, reinterpret_cast<wchar_t*>(&characters), 0);
+        if (length <= 0) continue;
+        const std::wstring text(characters, static_cast<std::size_t>(length));
+        std::wstring formats;
+        for (std::size_t at = 0; (at = text.find(L'%', at)) != text.npos; at += 2) formats += text.substr(at, 2);
+        seen += FormatText("\nstring %u: %d %d %d ", id, static_cast<int>(text.find_first_not_of(L' ')),
+                           static_cast<int>(text.size() - text.find_last_not_of(L' ')),
+                           static_cast<int>(std::ranges::count(text, L'&'))) +
+                ToNarrow(formats);
+    }
+    return seen;
+}
+
+TEST_P(Resources, DifferInTheirWordsAlone) {
+    EXPECT_EQ(CommonPart(ResourceModule()), CommonPart(ProgramModule()));
+    const std::set<UINT> names{IDS_COM, IDS_MENU_ENGLISH, IDS_ENGLISH, IDS_TX, IDS_RX}; // read the same in both
+    int strings = 0;
+    for (UINT id = 1; id < 0x10000; ++id) {
+        SetResourceModule(nullptr);
+        const std::string text = LoadText(id);
+        SetResourceModule(ChineseLibrary());
+        strings += text.empty() ? 0 : 1;
+        EXPECT_EQ(LoadText(id) == text, text.empty() || names.contains(id)) << text;
+    }
+    EXPECT_GE(strings, 40);
+}
+
+void ExpectFits(HWND control, const std::string& text, LONG usedByOthers = 0) {
+    const CClientDC dc(control);
+    LRESULT font = 0;
+    for (HWND window = control; font == 0 && window != nullptr; window = ::GetParent(window))
+        font = ::SendMessageA(window, WM_GETFONT, 0, 0);
+    const CSelectObject selected(dc, reinterpret_cast<HFONT>(font));
+    const CSize size = dc.GetTextExtent(text);
+    RECT client{};
+    ::GetClientRect(control, &client);
+    EXPECT_TRUE(size.cx <= client.right - usedByOthers && size.cy <= client.bottom)
+        << "\"" << text << "\" in control " << ::GetDlgCtrlID(control);
+}
+
+// Of the labels and buttons that are seen; the displays draw figures of their own, and others show a picture alone.
+int ExpectTextsFit(HWND top) {
+    const std::set<int> pictures{IDC_PANEL_STATIC, IDC_TOP_BAR,    IDC_UPPER_BORDER, IDC_LOWER_BORDER,
+                                 IDC_RIGHT_BORDER, IDC_IN_DISPLAY, IDC_OUT_DISPLAY,  IDC_TOTALS_LABEL};
+    int measured = 0;
+    FindBelow(top, [&](HWND control) {
+        const int id = ::GetDlgCtrlID(control);
+        const bool onPanel = ::GetWindow(top, GW_OWNER) == nullptr;
+        if (!IsOfClass(control, "Static") && !IsOfClass(control, "Button")) return false;
+        if (!::IsWindowVisible(control) || TextOf(control).empty() || (onPanel && pictures.contains(id))) return false;
+        // A label's value begins at 136 of its 350 pixels, its own text at 24.
+        const bool isLabel = onPanel && PlaceInParent(control).right - PlaceInParent(control).left == 340;
+        ExpectFits(control, TextOf(control), isLabel ? 340 - 112 : id == IDC_MESSAGE_TEXT ? 10 : 0);
+        ++measured;
+        return false;
+    });
+    return measured;
+}
+
+void ExpectDialogFits(CDialog& dialog, int texts) {
+    const CMeanwhile meanwhile([&] {
+        if (!dialog.IsWindowVisible()) return false;
+        EXPECT_EQ(ExpectTextsFit(dialog.GetHandle()), texts);
+        dialog.SendMessage(WM_COMMAND, IDCANCEL);
+        return true;
+    });
+    dialog.DoModal();
+}
+
+TEST_P(Resources, TextsFitOnThePanel) {
+    CWnd host;
+    host.Create("STATIC", "Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, {0, 0, 500, 400}, nullptr, 0);
+    CCounterPanel panel;
+    ASSERT_TRUE(panel.Create(host));
+    panel.ShowWindow(SW_SHOW);
+    const auto control = [&](int id) { return FindControl(panel.GetHandle(), id); };
+    EXPECT_EQ(ExpectTextsFit(panel.GetHandle()), 9 + 10) << "labels and buttons";
+    ExpectFits(control(IDC_START), LoadText(IDS_STOP));
+    ExpectFits(control(IDC_PORT), LoadText(IDS_CLOSE_COM));
+    ExpectFits(control(IDC_TOTALS_LABEL), LoadText(IDS_TX) + "999999    " + LoadText(IDS_RX) + "999999", 10);
+    const RECT arrows = PlaceInParent(::GetWindow(control(IDC_DATE_PICKER), GW_CHILD));
+    ExpectFits(control(IDC_DATE_PICKER), "2099-12-28 20:58:58", arrows.right - arrows.left);
+    CCommPort::Instance()->SetTap(nullptr);
+}
+
+TEST_P(Resources, TextsFitInEveryDialog) {
+    std::vector<std::string> texts;
+    for (const UINT id : {IDS_NO_RESPONSE, IDS_ADDRESS_DONE, IDS_ADDRESS_FAILED, IDS_LANGUAGE_SET})
+        texts.push_back(LoadText(id));
+    for (const UINT done : {IDS_CLEAR_DONE, IDS_WRITE_DONE, IDS_CLOCK_DONE}) {
+        const ResultPhrases phrases{LoadText(IDS_DEVICE), LoadText(done), LoadText(done + 1)};
+        const std::string few = phrases.device + " 0", many = phrases.device + " 0, 1, 2, 3, 4";
+        texts.push_back(ResultText{many, few}.Join(phrases));
+    }
+    for (const std::string& text : texts) {
+        CMessageDlg message;
+        message.text = text;
+        message.style = 1; // Cancel can be seen too
+        ExpectDialogFits(message, 3);
+    }
+    CAboutDlg about;
+    ExpectDialogFits(about, 5);
+    CComSettingDlg setting([](const std::string&) { return false; });
+    setting.SetValues({255, 256000, 'N', 8, 1});
+    ExpectDialogFits(setting, 5 + 2);
+}
+
+} // namespace
