@@ -10,12 +10,11 @@
 #include "framework/App.h"
 #include "framework/DataExchange.h"
 #include "framework/HandleMaps.h"
-#include "framework/Modality.h"
 #include "support/Meanwhile.h"
 
 namespace {
 
-constexpr UINT destroy = WM_APP + 1, comesAgain = WM_APP + 2;
+constexpr UINT destroy = WM_APP + 1;
 
 class CTestDialog : public CDialog {
 public:
@@ -27,7 +26,6 @@ public:
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
         everVisible = everVisible || IsWindowVisible();
-        if (message == comesAgain) trace += ComesAgainBehindMenu() ? "menu " : "now ";
         return message == destroy ? DestroyWindow() : CDialog::WindowProc(message, wParam, lParam);
     }
 
@@ -163,28 +161,6 @@ TEST(ModalDialog, AllOfThemEndTogetherAndNoneComesUpMeanwhile) {
     EXPECT_EQ(late.Run([] {}), IDYES); // now one comes up again
 }
 
-TEST(ModalDialog, EndsAnOpenMenu) {
-    CTopWindow main;
-    CTestDialog modeless(IDD_PLAIN), dialog(IDD_PLAIN, &main);
-    ASSERT_TRUE(modeless.Create(main));
-    CMenu menu;
-    menu.CreatePopupMenu();
-    ::AppendMenuA(menu.GetHandle(), MF_STRING, 1, "item");
-    for (const bool byMessage : {true, false}) {
-        const CMeanwhile open([&] {
-            if (!IsMenuOpen()) return false;
-            if (byMessage)
-                modeless.SendMessage(comesAgain);
-            else
-                EXPECT_EQ(dialog.Run([] {}), IDYES);
-            return true;
-        });
-        EXPECT_EQ(menu.TrackPopupMenu(TPM_RETURNCMD, 50, 50, main), 0);
-        PumpMessages();
-    }
-    EXPECT_EQ(modeless.trace, "menu now ");
-}
-
 // A panel within a dialog puts a check box into one of its static controls. The platform's search for the next control
 // has no end where it can't find back to the one it began with.
 TEST(Dialog, KeysGoToTheOneThatHasTheFocus) {
@@ -220,24 +196,6 @@ TEST(Dialog, KeysGoToTheOneThatHasTheFocus) {
     press(nullptr, VK_TAB, [&] { EXPECT_EQ(::GetFocus(), nested); });
     steps.emplace_back([&] { outer.EndDialog(HaveTemporaryWrappers() ? 1 : 0); }); // none, as nothing waited
     EXPECT_EQ(outer.Play(steps), 0);
-}
-
-TEST(Dialog, HasThePlacesOfItsFontAndTheRowsOfItsInitialisationList) {
-    CTopWindow owner;
-    CTestDialog classic(IDD_PLAIN), small(IDD_EXTENDED), other(IDD_LISTS);
-    ASSERT_TRUE(classic.Create(owner) && small.Create(owner) && other.Create(owner));
-    EXPECT_EQ(PlaceText(classic.GetDlgItem(IDC_FIRST)), "8,8,80,24");
-    EXPECT_EQ(PlaceText(small.GetDlgItem(IDC_FIRST)), "6,7,60,20");
-    EXPECT_EQ(small.GetClientRect(), CRect(0, 0, 180, 130));
-    const CRect place = small.GetWindowRect();
-    EXPECT_EQ(place.left, (::GetSystemMetrics(SM_CXFULLSCREEN) - place.Width()) / 2); // centred
-    RECT units{4, 4, 64, 30};
-    ::MapDialogRect(other.GetHandle(), &units); // the platform's own
-    EXPECT_EQ(PlaceInParent(other.GetDlgItem(IDC_LIST)).top, units.bottom);
-    char combo[100]{}, list[100]{};
-    ::SendDlgItemMessageA(other.GetHandle(), IDC_COMBO, CB_GETLBTEXT, 1, reinterpret_cast<LPARAM>(combo));
-    ::SendDlgItemMessageA(other.GetHandle(), IDC_LIST, LB_GETTEXT, 0, reinterpret_cast<LPARAM>(list));
-    EXPECT_EQ(std::string(combo) + list, "中文item");
 }
 
 } // namespace

@@ -1,11 +1,9 @@
-// Menus and what is drawn in them: how owner-draw messages find their menu, and the guards and owners of GDI objects.
+// Menu objects: how owner-draw messages find them, at any depth.
 #include "framework/Menu.h"
 
 #include <gtest/gtest.h>
 
-#include "framework/Dc.h"
 #include "framework/HandleMaps.h"
-#include "support/Handles.h"
 
 namespace {
 
@@ -52,31 +50,6 @@ TEST(Menu, ItemsAreFoundByTheirDataInAnyMenuBelowAndEachMenuOnce) {
     EXPECT_TRUE(wrapper == CMenu::FromHandle(plain) && CMenu::FromHandlePermanent(plain) == nullptr);
     DropTemporaryWrappers();
     EXPECT_TRUE(::IsMenu(plain) && !other.Attach(plain));
-}
-
-TEST(Gdi, GuardsBringTheStateBackAndNothingIsLost) {
-    ExpectNoGdiObjectLost(20, [&] {
-        CMemoryDC memory(nullptr);
-        const HDC dc = memory.GetHandle();
-        const auto state = [&] {
-            RECT clip{};
-            return std::tuple(::GetClipBox(dc, &clip), clip.right, ::GetTextColor(dc), ::GetCurrentObject(dc, OBJ_PEN));
-        };
-        const auto former = state();
-        {
-            CRgn region(::CreateRectRgn(0, 0, 0, 0));
-            const CRgn moved(std::move(region));
-            const CPen pen(PS_SOLID, 1, 0xFF);
-            const CSavedDC saved(memory);
-            const CSavedClip clip(dc);
-            const CClientDC screen(nullptr);
-            const CSelectObject withPen(memory, pen.GetHandle()), nothing(memory, nullptr);
-            ::SelectClipRgn(dc, moved.GetHandle());
-            memory.SetTextColor(2);
-            EXPECT_NE(state(), former);
-        }
-        EXPECT_EQ(state(), former);
-    });
 }
 
 } // namespace

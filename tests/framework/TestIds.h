@@ -4,7 +4,6 @@
 #define IDD_PLAIN 100
 #define IDD_EXTENDED 101
 #define IDD_PANEL 102
-#define IDD_LISTS 103
 #define IDD_NONE 199
 
 #define IDC_FIRST 300
@@ -12,8 +11,3 @@
 #define IDC_BUTTON 302
 #define IDC_CONTAINER 303
 #define IDC_NESTED 304
-#define IDC_COMBO 305
-#define IDC_LIST 306
-
-#define IDS_BOTH 500
-#define IDS_PROGRAM_ONLY 501

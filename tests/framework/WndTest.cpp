@@ -1,12 +1,10 @@
-// Window objects and their windows: who outlives whom, wrappers, text, and the resources that windows are made from.
+// Window objects and their windows: who outlives whom, and temporary wrappers.
 #include "framework/Wnd.h"
 
 #include <gtest/gtest.h>
 
 #include "TestIds.h"
-#include "framework/Dialog.h"
 #include "framework/HandleMaps.h"
-#include "framework/ResourceModule.h"
 #include "framework/Text.h"
 #include "support/Seed.h"
 
@@ -110,24 +108,6 @@ TEST_F(Window, FollowsTheModelThroughRandomOperations) {
         }
     }
     EXPECT_EQ(CWnd::FromHandle(nullptr), nullptr);
-}
-
-TEST(ResourceModule, FallsBackToTheProgramForWhatTheLibraryLacks) {
-    const HMODULE library = ::LoadLibraryExA("framework_test_language.dll", nullptr, LOAD_LIBRARY_AS_DATAFILE);
-    ASSERT_NE(library, nullptr);
-    SetResourceModule(library);
-    EXPECT_EQ(LoadText(IDS_BOTH), "library");
-    EXPECT_EQ(LoadText(IDS_PROGRAM_ONLY), "program, 中文");
-    EXPECT_EQ(LoadText(999), "");
-    CWnd owner;
-    owner.Create("STATIC", "", WS_POPUP, {0, 0, 9, 9}, nullptr, 0);
-    CDialog both(IDD_PLAIN), programOnly(IDD_EXTENDED);
-    EXPECT_TRUE(both.Create(owner) && programOnly.Create(owner));
-    EXPECT_EQ(both.GetWindowText() + programOnly.GetWindowText(), "LibraryExtended");
-    SetResourceModule(nullptr);
-    ::FreeLibrary(library);
-    EXPECT_EQ(LoadText(IDS_BOTH), "program");
-    EXPECT_TRUE(ProgramFolder().ends_with("\\tests\\")) << ProgramFolder();
 }
 
 } // namespace
