@@ -1,6 +1,6 @@
 #include "framework/Dialog.h"
 
-#include <ranges>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -183,7 +183,7 @@ void CDialog::EndAllLoops() {
     Modals().ending = !dialogs.empty();
     EndMoving();
     LetGoOfMouse();
-    for (CDialog* dialog : std::views::reverse(dialogs)) dialog->EndDialog(IDCANCEL);
+    std::for_each(dialogs.rbegin(), dialogs.rend(), [](CDialog* dialog) { dialog->EndDialog(IDCANCEL); });
     ::EnumThreadWindows(::GetCurrentThreadId(), &EndForeignDialog, 0);
 }
 
