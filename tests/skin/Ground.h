@@ -1,5 +1,5 @@
-// A window on the screen for skin controls to stand on: it paints itself in the colour 'g' and takes note of the
-// commands that reach it.
+// A window on the screen for skin controls to stand on: it paints itself in the colour 'g', sends notifications back to
+// its controls as a dialog does, and takes note of the commands that reach it.
 #pragma once
 
 #include <array>
@@ -7,11 +7,15 @@
 #include <string>
 #include <vector>
 
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include <gtest/gtest.h>
 
 #include "Pictures.h"
-#include "Repeats.h"
 #include "framework/Wnd.h"
+#include "support/Windows.h"
 
 struct ReceivedCommand {
     UINT id;
@@ -23,10 +27,11 @@ struct ReceivedCommand {
 class CGround : public CWnd {
 public:
     CGround() {
+        ::SetCursorPos(700, 700); // on the desktop, another program's window
         Create("STATIC", "", WS_POPUP | WS_VISIBLE, {20, 20, 320, 220}, nullptr, 0, WS_EX_TOPMOST);
         ::SetForegroundWindow(GetHandle());
         ::SetActiveWindow(GetHandle());
-        Pump();
+        PumpMessages();
     }
 
     static const CMessageMap& ClassMap() {
@@ -37,30 +42,6 @@ public:
         return map;
     }
     const CMessageMap& GetMessageMap() const override { return ClassMap(); }
-
-    // Handles what waits, paints included.
-    static void Pump() {
-        MSG message{};
-        while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) ::DispatchMessageA(&message);
-    }
-
-    // Puts the pointer there for good: the display may tell of its former place for a while yet, and a control would
-    // feel it.
-    static void RestCursorAt(int x, int y) {
-        for (DWORD now = ::GetTickCount(), resting = now, limit = now + 2000; now < limit && now - resting < 30;
-             now = ::GetTickCount()) {
-            POINT place{};
-            ::GetCursorPos(&place);
-            if (place.x != x || place.y != y) {
-                ::SetCursorPos(x, y);
-                resting = now;
-            }
-            Pump();
-            ::Sleep(2);
-        }
-    }
-    // On the desktop, another program's window.
-    static void RestCursorElsewhere() { RestCursorAt(700, 700); }
 
     // What the screen shows in a rectangle of this window.
     Art Look(const CRect& rect) const {
@@ -80,6 +61,7 @@ public:
 
 protected:
     bool OnCommand(WPARAM wParam, LPARAM lParam) override {
+        if (CWnd::OnCommand(wParam, lParam)) return true;
         commands.push_back({LOWORD(wParam), HIWORD(wParam), reinterpret_cast<HWND>(lParam)});
         if (atCommand) atCommand();
         return true;
@@ -98,23 +80,41 @@ private:
     }
 };
 
-// A control that counts its paints, and the changes of its place, size or shape.
+// A control that counts its paints.
 template <class Control>
 class CCounted : public Control {
 public:
+    using Control::Control;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (message == WM_PAINT) ++paints;
-        if (message == WM_WINDOWPOSCHANGED) ++reshapes;
         return Control::WindowProc(message, wParam, lParam);
     }
-
     int paints = 0;
-    int reshapes = 0;
 };
+
+// A mouse message; the pointer isn't really there, of which the control would be told soon.
+inline void Mouse(const CWnd& control, UINT message, int x, int y, WPARAM keys = 0) {
+    const HWND window = control.GetHandle();
+    control.SendMessage(message, keys, MAKELPARAM(x, y));
+    TRACKMOUSEEVENT untold{sizeof untold, TME_CANCEL | TME_LEAVE, window, 0};
+    ::TrackMouseEvent(&untold);
+    MSG leave{};
+    ::PeekMessageA(&leave, window, WM_MOUSELEAVE, WM_MOUSELEAVE, PM_REMOVE);
+}
 
 // What the control draws into a context that it is given.
 inline void Print(const CWnd& control, const CSurface& surface) {
     control.SendMessage(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(surface.GetHandle()), PRF_CLIENT);
+}
+
+// What an owner-drawn button of this size draws in a state.
+template <class Button>
+void DrawButton(Button& button, const CSurface& surface, UINT state, const CRect& rect) {
+    DRAWITEMSTRUCT item{};
+    item.itemState = state;
+    item.hDC = surface.GetHandle();
+    item.rcItem = rect;
+    button.DrawItem(item);
 }
 
 // The text as a caption ought to stand.
@@ -126,18 +126,32 @@ inline void DrawExpected(CSurface& surface, const CGround& ground, const char* t
     surface.DrawText(text, rect, format);
 }
 
-// Paints often, and expects that no handle is lost. Gives the mean time of a paint in microseconds.
-inline double PaintOften(const CWnd& control) {
-    const std::size_t before = FreeGdiObjects();
-    LARGE_INTEGER start{}, end{}, frequency{};
-    ::QueryPerformanceFrequency(&frequency);
-    ::QueryPerformanceCounter(&start);
-    const int rounds = Repeats(2'000);
-    for (int round = 0; round < rounds; ++round) {
-        control.Invalidate();
-        control.UpdateWindow();
-    }
-    ::QueryPerformanceCounter(&end);
-    EXPECT_NEAR(static_cast<double>(FreeGdiObjects()), static_cast<double>(before), 8);
-    return static_cast<double>(end.QuadPart - start.QuadPart) * 1e6 / static_cast<double>(frequency.QuadPart) / rounds;
+// The tip window of the control; null without one. `text` becomes that of its one tool.
+inline HWND FindTip(const CWnd& control, std::string& text) {
+    struct CSearch {
+        HWND owner, found;
+        std::string& text;
+        static BOOL CALLBACK See(HWND window, LPARAM parameter) {
+            auto& search = *reinterpret_cast<CSearch*>(parameter);
+            if (!IsOfClass(window, TOOLTIPS_CLASSA)) return TRUE;
+            std::array<char, 300> text{};
+            TOOLINFOA tool{};
+            tool.cbSize = TTTOOLINFOA_V1_SIZE;
+            tool.hwnd = search.owner;
+            tool.uId = 1;
+            tool.lpszText = text.data();
+            ::SendMessageA(window, TTM_GETTEXTA, text.size(), reinterpret_cast<LPARAM>(&tool));
+            if (text[0] == '\0') return TRUE;
+            search.found = window;
+            search.text = text.data();
+            return FALSE;
+        }
+    } search{control.GetHandle(), nullptr, text};
+    ::EnumThreadWindows(::GetCurrentThreadId(), &CSearch::See, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+inline std::string TipOf(const CWnd& control) {
+    std::string text;
+    FindTip(control, text);
+    return text;
 }

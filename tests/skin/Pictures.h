@@ -12,11 +12,11 @@
 
 #include <windows.h>
 
-#include "GdiHandles.h"
 #include "PictureFiles.h"
 
 #include "framework/Dc.h"
 #include "skin/SkinBitmap.h"
+#include "support/Handles.h"
 
 using Art = std::vector<std::string>; // rows from the top, all of one length
 

@@ -11,93 +11,89 @@
 namespace {
 
 constexpr int side = 30, middle = 15;
-constexpr COLORREF black = 0;
-
-COLORREF System(int color) {
-    return ::GetSysColor(color);
-}
 
 class RoundButton : public testing::Test {
 protected:
     RoundButton() {
         button.Create("BUTTON", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, {10, 20, 40, 60}, ground.GetHandle(), 7);
-        CGround::Pump();
+        PumpMessages();
     }
     std::vector<COLORREF> Draw(UINT state, const char* text = "") {
         button.SetWindowText(text);
-        CSurface surface(side, side);
-        surface.SetTextColor(black);
-        DRAWITEMSTRUCT item{};
-        item.itemState = state;
-        item.hDC = surface.GetHandle();
-        item.rcItem = {0, 0, side, side};
-        button.DrawItem(item);
+        const CSurface surface(side, side);
+        ::SetTextColor(surface.GetHandle(), 0);
+        DrawButton(button, surface, state, {0, 0, side, side});
         return surface.Pixels();
     }
     static std::size_t Index(int x, int y) { return static_cast<std::size_t>(y * side + x); }
 
     CGround ground;
-    CCounted<CRoundButton> button;
-};
-
-struct Ring {
-    int radius;
-    COLORREF light, dark;
-    bool dotted = false;
+    CRoundButton button;
 };
 
 TEST_F(RoundButton, BecomesRoundAtItsUpperLeftCorner) {
-    CRect place = button.GetWindowRect();
-    ::MapWindowPoints(nullptr, ground.GetHandle(), reinterpret_cast<POINT*>(&place), 2);
-    EXPECT_EQ(place, CRect(10, 20, 40, 50));
+    EXPECT_EQ(PlaceText(button.GetHandle()), "10,20,30,30");
     const CRgn shape(::CreateRectRgn(0, 0, 0, 0)), circle(::CreateEllipticRgn(0, 0, side, side));
     EXPECT_NE(::GetWindowRgn(button.GetHandle(), shape.GetHandle()), ERROR);
     EXPECT_EQ(::CombineRgn(shape.GetHandle(), shape.GetHandle(), circle.GetHandle(), RGN_XOR), NULLREGION);
-    button.SendMessage(WM_KEYDOWN, VK_SPACE);
-    button.SendMessage(WM_KEYUP, VK_SPACE);
-    EXPECT_EQ(ground.commands, (std::vector<ReceivedCommand>{{7, BN_CLICKED, button.GetHandle()}}));
-    RecordProperty("MicrosecondsPerPaint", std::to_string(PaintOften(button)));
 }
 
+// Two rings, which are black below the focus, lit from the upper left: by their distance from the middle.
 TEST_F(RoundButton, StatesChooseTheRings) {
-    const COLORREF highlight = System(COLOR_BTNHIGHLIGHT), dark = System(COLOR_3DDKSHADOW);
-    const COLORREF light = System(COLOR_3DLIGHT), shadow = System(COLOR_BTNSHADOW);
+    const auto system = [](int color) { return ::GetSysColor(color); };
+    const COLORREF highlight = system(COLOR_BTNHIGHLIGHT), dark = system(COLOR_3DDKSHADOW), black = 0;
+    const COLORREF light = system(COLOR_3DLIGHT), shadow = system(COLOR_BTNSHADOW), face = system(COLOR_BTNFACE);
+    using Rings = std::vector<std::pair<COLORREF, COLORREF>>; // from outside, upper left and lower right
     struct Row {
         UINT state;
         DWORD style;
         bool focusBorder;
-        std::vector<Ring> rings;
+        Rings rings;
     };
-    const Ring focusRing{14, black, black}, dots{9, black, black, true};
-    const Row rows[] = {{0, 0, true, {{14, highlight, dark}, {13, light, shadow}}},
-                        {ODS_SELECTED, 0, true, {{14, dark, highlight}, {13, shadow, light}}},
-                        {ODS_FOCUS, 0, true, {focusRing, {13, highlight, dark}, {12, light, shadow}, dots}},
-                        {ODS_FOCUS, 0, false, {{14, highlight, dark}, {13, light, shadow}}},
-                        {ODS_SELECTED, BS_FLAT, true, {{14, black, black}, {13, highlight, highlight}}},
-                        {ODS_FOCUS, BS_FLAT, true, {focusRing, {13, black, black}, {12, highlight, highlight}, dots}}};
+    const Rings raised{{highlight, dark}, {light, shadow}}, sunken{{dark, highlight}, {shadow, light}};
+    const Rings flat{{black, black}, {highlight, highlight}};
+    const Row rows[] = {{0, 0, true, raised},
+                        {ODS_SELECTED, 0, true, sunken},
+                        {ODS_FOCUS, 0, true, {{black, black}, raised[0], raised[1]}},
+                        {ODS_FOCUS, 0, false, raised},
+                        {ODS_SELECTED, BS_FLAT, true, flat},
+                        {ODS_FOCUS, BS_FLAT, true, {{black, black}, flat[0], flat[1]}}};
     for (const Row& row : rows) {
+        SCOPED_TRACE(&row - rows);
         button.ModifyStyle(BS_FLAT, row.style);
         button.focusBorder = row.focusBorder;
-        CSurface expected(side, side);
-        expected.FillSolidRect({0, 0, side, side}, System(COLOR_BTNFACE));
-        for (const Ring& ring : row.rings) {
-            if (ring.light == ring.dark) {
-                CRoundButton::DrawCircle(expected, middle, middle, ring.radius, ring.dark, ring.dotted);
-            } else {
-                CRoundButton::DrawShadedCircle(expected, middle, middle, ring.radius, ring.light, ring.dark);
+        const std::vector<COLORREF> look = Draw(row.state);
+        std::size_t dots = 0;
+        for (int y = 0; y < side; ++y) {
+            for (int x = 0; x < side; ++x) {
+                const double distance = std::hypot(x - middle, y - middle);
+                const COLORREF color = look[Index(x, y)];
+                if (distance > 14.8 || distance < 8 || (distance > 10 && distance < 11)) {
+                    EXPECT_EQ(color, face) << x << "," << y;
+                } else if (distance < 9.8) {
+                    EXPECT_TRUE(color == face || color == black);
+                    dots += color == black ? 1 : 0;
+                }
             }
         }
-        EXPECT_EQ(Draw(row.state), expected.Pixels()) << "row " << &row - rows;
+        EXPECT_EQ(dots > 10 && dots < 50, row.rings.size() == 3) << dots;
+        for (int ring = 0; ring < static_cast<int>(row.rings.size()); ++ring) {
+            const auto& [upper, lower] = row.rings[static_cast<std::size_t>(ring)];
+            const int step = static_cast<int>(std::lround((14 - ring) * std::sqrt(0.5)));
+            EXPECT_EQ(look[Index(middle - step, middle - step)], upper) << ring;
+            EXPECT_EQ(look[Index(middle + step, middle + step)], lower) << ring;
+            for (const int at : {middle - 14 + ring, middle + 14 - ring}) EXPECT_NE(look[Index(at, middle)], face);
+        }
     }
 }
 
 TEST_F(RoundButton, CaptionStaysInsideAndFollowsThePress) {
-    const std::vector<COLORREF> up = Draw(0, "i"), down = Draw(ODS_SELECTED, "i");
-    EXPECT_NE(up, Draw(0));
+    const std::vector<COLORREF> bare = Draw(0), up = Draw(0, "i"), down = Draw(ODS_SELECTED, "i");
+    EXPECT_NE(up, bare);
     for (int y = 8; y < 22; ++y) {
         for (int x = 8; x < 22; ++x) EXPECT_EQ(up[Index(x, y)], down[Index(x + 1, y + 1)]) << x << "," << y;
     }
-    const std::vector<COLORREF> bare = Draw(0), wide = Draw(0, "WWWWWWW\xE4\xB8\xAD");
+    const std::vector<COLORREF> wide = Draw(0, "WWWWWWW\xE4\xB8\xAD");
     EXPECT_NE(bare, wide);
     for (int y = 0; y < side; ++y) {
         for (int x = 0; x < side; ++x) {
@@ -107,7 +103,7 @@ TEST_F(RoundButton, CaptionStaysInsideAndFollowsThePress) {
     }
     const std::vector<COLORREF> engraved = Draw(ODS_DISABLED, "&i");
     EXPECT_NE(engraved, bare);
-    EXPECT_EQ(std::count(engraved.begin(), engraved.end(), black), std::count(bare.begin(), bare.end(), black));
+    EXPECT_EQ(std::ranges::count(engraved, 0U), std::ranges::count(bare, 0U));
 }
 
 } // namespace

@@ -1,9 +1,12 @@
-// The seven-segment display on a real window: lines at their pixels, colours, and that the platform's look never shows.
+// The seven-segment display on a real window: its colours and values, and drawing to other scales.
 #include "skin/SegmentDisplay.h"
+
+#include <algorithm>
 
 #include <gtest/gtest.h>
 
 #include "Ground.h"
+#include "framework/Time.h"
 
 namespace {
 
@@ -12,80 +15,41 @@ const CRect place(10, 10, 110, 46); // 36 pixels high: lines of 2, segments of 1
 
 class SegmentDisplay : public testing::Test {
 protected:
-    void Show(const char* text) {
-        if (display.GetHandle() == nullptr)
-            display.Create("STATIC", "Template", WS_CHILD | WS_VISIBLE | SS_CENTER, place, ground.GetHandle(), 1025);
-        display.SetText(text);
-        CGround::Pump();
+    SegmentDisplay() {
+        display.Create("STATIC", "Template", WS_CHILD | WS_VISIBLE | SS_CENTER, place, ground.GetHandle(), 1025);
     }
-    COLORREF At(int x, int y) const { return ::GetPixel(CClientDC(display.GetHandle()).GetHandle(), x, y); }
-    std::vector<COLORREF> Look() const { return ground.Pixels(place); }
+    std::vector<COLORREF> Look() const {
+        PumpMessages();
+        return ground.Pixels(place);
+    }
+    // A "1": its upper segment is lit, the top one isn't; between the segments is ground.
+    void ExpectColors(COLORREF lit, COLORREF ghost, COLORREF back) {
+        const std::vector<COLORREF> look = Look();
+        const auto at = [&](std::size_t x, std::size_t y) { return look[y * 100 + x]; };
+        EXPECT_EQ(at(14, 10), lit);
+        for (const auto& [x, y] : {std::pair(8, 2), {2, 25}, {28, 2}, {34, 10}})
+            EXPECT_EQ(at(static_cast<std::size_t>(x), static_cast<std::size_t>(y)), ghost) << x;
+        EXPECT_EQ(at(25, 32), lit); // the point
+        EXPECT_EQ(at(48, 18), back);
+        for (const COLORREF color : look) EXPECT_TRUE(color == lit || color == ghost || color == back) << color;
+    }
 
     CGround ground;
     CCounted<CSegmentDisplay> display;
 };
 
-TEST_F(SegmentDisplay, UnlitSegmentsHaveAThirdOfTheColourOrOneOfTheirOwn) {
-    Show("1.");
-    EXPECT_EQ(At(14, 10), green);
-    for (const CPoint ghost : {CPoint(8, 2), CPoint(2, 25), CPoint(28, 2), CPoint(34, 10)})
-        EXPECT_EQ(At(ghost.x, ghost.y), RGB(0, 85, 0)) << ghost.x;
-    EXPECT_EQ(At(25, 32), green); // the point
-    EXPECT_EQ(At(48, 18), black);
+TEST_F(SegmentDisplay, ColoursAreItsOwnOrTheSystems) {
+    display.SetText("1.");
+    ExpectColors(green, RGB(0, 85, 0), black);
+    display.SetSegmentColor(RGB(250, 100, 31));
+    ExpectColors(RGB(250, 100, 31), RGB(83, 33, 10), black);
     display.SetOffColor(RGB(9, 8, 7));
-    CGround::Pump();
-    EXPECT_EQ(At(8, 2), RGB(9, 8, 7));
-    EXPECT_EQ(At(14, 10), green);
-    Show("");
-    EXPECT_EQ(Look(), std::vector<COLORREF>(100 * 36, black));
-}
-
-TEST_F(SegmentDisplay, FollowsTheMappingOfTheContext) {
-    const CSurface small(200, 200), large(200, 200);
-    ::SetMapMode(small.GetHandle(), MM_ANISOTROPIC);
-    ::SetViewportExtEx(small.GetHandle(), 2, 2, nullptr);
-    for (const auto& [side, surface] : {std::pair(100, &small), {200, &large}}) {
-        CSegmentDisplay square;
-        square.Create("STATIC", "", WS_CHILD, {0, 0, side, side}, ground.GetHandle(), 9);
-        square.SetText("12");
-        Print(square, *surface);
-    }
-    ::SetMapMode(small.GetHandle(), MM_TEXT);
-    EXPECT_EQ(small.Pixels(), large.Pixels());
-}
-
-TEST_F(SegmentDisplay, DigitsKeepTheirSizeWhenTheControlGrows) {
-    Show("8");
-    const std::vector<COLORREF> before = Look();
-    display.SetWindowPos(nullptr, 10, 10, 100, 90, SWP_NOZORDER);
-    Show("8");
-    EXPECT_EQ(Look(), before);
-    EXPECT_EQ(At(50, 80), black);
-}
-
-TEST_F(SegmentDisplay, ThePlatformsLookNeverShows) {
-    Show("42");
-    const std::vector<COLORREF> look = Look();
-    EXPECT_EQ(display.GetWindowText(), "42");
-    const auto changes = {+[](const CWnd& each) { each.SetWindowText("foreign"); },
-                          +[](const CWnd& each) { each.EnableWindow(false); },
-                          +[](const CWnd& each) { each.SendMessage(WM_SETFONT, 0, TRUE); },
-                          +[](const CWnd& each) { each.SendMessage(WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, 3)); }};
-    for (const auto& change : changes) {
-        change(display);
-        EXPECT_EQ(Look(), look);
-        CGround::Pump();
-        EXPECT_EQ(Look(), look);
-    }
-}
-
-TEST_F(SegmentDisplay, AnswersForItsColoursAndTakesTheSystems) {
+    display.SetBackColor(blue);
+    ExpectColors(RGB(250, 100, 31), RGB(9, 8, 7), blue);
+    display.SetGhostSegments(false);
     display.SetBackColor(CSegmentDisplay::systemColor);
     display.SetSegmentColor(CSegmentDisplay::systemColor);
-    display.SetGhostSegments(false);
-    Show("1");
-    EXPECT_EQ(At(8, 2), ::GetSysColor(COLOR_BTNFACE));
-    EXPECT_EQ(At(14, 10), ::GetSysColor(COLOR_BTNTEXT));
+    ExpectColors(::GetSysColor(COLOR_BTNTEXT), ::GetSysColor(COLOR_BTNFACE), ::GetSysColor(COLOR_BTNFACE));
     display.SetBackColor(blue);
     display.SetSegmentColor(white);
     const CSurface surface(1, 1);
@@ -97,12 +61,41 @@ TEST_F(SegmentDisplay, AnswersForItsColoursAndTakesTheSystems) {
     EXPECT_EQ(::GetTextColor(surface.GetHandle()), white);
 }
 
-TEST_F(SegmentDisplay, RestsBetweenTextsAndLosesNoHandle) {
-    Show("-8:8.8");
-    const int before = display.paints;
-    CGround::Pump();
-    EXPECT_EQ(display.paints, before);
-    RecordProperty("MicrosecondsPerPaint", std::to_string(PaintOften(display)));
+TEST_F(SegmentDisplay, ShowsTextsAndTheTimeInTheSizeOfItsFirstPaint) {
+    display.SetText("8");
+    const std::vector<COLORREF> look = Look();
+    display.SetWindowPos(nullptr, 10, 10, 100, 90, SWP_NOZORDER);
+    EXPECT_EQ(Look(), look);
+    for (const COLORREF below : ground.Pixels({10, 46, 110, 100})) EXPECT_EQ(below, black);
+    display.SetText("");
+    EXPECT_EQ(Look(), std::vector<COLORREF>(100 * 36, black));
+    display.text = "8";
+    display.Refresh();
+    EXPECT_EQ(Look(), look);
+    std::string shown;
+    for (std::string before, after = "-"; before != after;) { // the minute may change meanwhile
+        before = CTime::Now().Format("%d %H:%M");
+        display.SetTimeText("%d %H:%M");
+        shown = display.GetWindowText();
+        after = CTime::Now().Format("%d %H:%M");
+        EXPECT_TRUE(before != after || shown == before) << shown;
+    }
+    EXPECT_NE(Look(), look);
+    EXPECT_EQ(display.text, shown);
+}
+
+TEST_F(SegmentDisplay, FollowsTheMappingOfTheContext) {
+    const CSurface small(200, 200), large(200, 200);
+    ::SetMapMode(small.GetHandle(), MM_ANISOTROPIC);
+    ::SetViewportExtEx(small.GetHandle(), 2, 2, nullptr);
+    for (const auto& [side, surface] : {std::pair(100, &small), {200, &large}}) {
+        CSegmentDisplay square;
+        square.Create("STATIC", "", WS_CHILD, {0, 0, side, side}, ground.GetHandle(), 9);
+        square.SetText("12345678"); // more than there is room for
+        Print(square, *surface);
+    }
+    ::SetMapMode(small.GetHandle(), MM_TEXT);
+    EXPECT_EQ(small.Pixels(), large.Pixels());
 }
 
 } // namespace

@@ -8,73 +8,72 @@
 #include <gtest/gtest.h>
 
 #include "Ground.h"
-#include "Repeats.h"
 
 namespace {
 
 constexpr UINT helpId = 305, languageId = 306, portId = 304;
+const std::array ids{helpId, languageId, portId};
+
+// A picture of rows of three buttons, columns of four states, each cell of 21 x 20 pixels.
+FileBytes PictureOf(std::initializer_list<const char*> rows) {
+    Art cells;
+    for (const char* row : rows) {
+        std::string line;
+        for (const char cell : std::string(row)) line += std::string(21, cell);
+        cells.insert(cells.end(), 20, line);
+    }
+    return BitmapFileOf(cells);
+}
 
 class SkinBar : public testing::Test {
 protected:
     SkinBar() {
         bar.Create("STATIC", "", WS_CHILD | WS_VISIBLE, {0, 0, 200, 26}, ground.GetHandle(), 1039);
         bar.SetButtonIds({helpId, languageId, portId});
-        // Rows of three buttons, columns of four states, each cell of 21 x 20 pixels.
-        Art cells;
-        for (const char* row : {"abcd", "efgh", "ijkl"}) {
-            std::string line;
-            for (const char cell : std::string(row)) line += std::string(21, cell);
-            cells.insert(cells.end(), 20, line);
-        }
-        const CPictureFile file("buttons.bmp", BitmapFileOf(cells));
+        const CPictureFile file("buttons.bmp", PictureOf({"abcd", "efgh", "ijkl"}));
         EXPECT_EQ(bar.LoadButtons(file.name), 1);
-        CGround::Pump();
+        PumpMessages();
     }
-
-    CRect PlaceOf(UINT id) const {
-        CRect rect;
-        ::GetWindowRect(bar.GetDlgItem(static_cast<int>(id)), &rect);
-        ::MapWindowPoints(nullptr, bar.GetHandle(), reinterpret_cast<POINT*>(&rect), 2);
-        return rect;
-    }
-
     void ExpectButtonsAt(int left) const {
-        for (const UINT id : {helpId, languageId, portId}) {
-            EXPECT_EQ(PlaceOf(id), CRect(left, 3, left + 21, 23)) << id;
-            left += 21;
+        for (std::size_t i = 0; i < ids.size(); ++i) {
+            const CRect place = PlaceInParent(bar.GetDlgItem(static_cast<int>(ids[i])));
+            const LONG x = left + 21 * static_cast<LONG>(i);
+            EXPECT_EQ(place, CRect(x, 3, x + 21, 23)) << i;
         }
     }
-
-    char FaceOf(UINT id) const {
-        const CRect place = PlaceOf(id);
-        return ground.Look({place.left + 10, place.top + 10, place.left + 11, place.top + 11})[0][0];
+    std::string Faces() const {
+        std::string faces;
+        for (const UINT id : ids) {
+            const CRect place = PlaceInParent(bar.GetDlgItem(static_cast<int>(id)));
+            const Art look = ground.Look(place);
+            faces += look == Art(20, std::string(21, look[0][0])) ? look[0][0] : '?';
+        }
+        return faces;
     }
 
     CGround ground;
     CSkinBar bar;
 };
 
-TEST_F(SkinBar, ButtonsStandInARowThatFollowsTheWidth) {
+TEST_F(SkinBar, ButtonsStandInARowAndShowTheirOwn) {
     ExpectButtonsAt(200 - 84);
+    EXPECT_EQ(Faces(), "aei");
     EXPECT_EQ(::GetWindowLongA(bar.GetDlgItem(portId), GWL_STYLE) & ~WS_CLIPSIBLINGS, LONG{WS_CHILD | WS_VISIBLE});
+    const HWND language = bar.GetDlgItem(languageId);
+    const CWnd& button = *CWnd::FromHandle(language);
+    Mouse(button, WM_MOUSEMOVE, 20, 0); // no gap: the whole cell is button
+    EXPECT_EQ(Faces(), "afi");
+    Mouse(button, WM_LBUTTONDOWN, 20, 0, MK_LBUTTON);
+    EXPECT_EQ(Faces(), "agi");
+    Mouse(button, WM_LBUTTONUP, 20, 0);
+    ::EnableWindow(language, FALSE);
+    PumpMessages();
+    EXPECT_EQ(Faces(), "ahi");
+    EXPECT_EQ(ground.commands, (std::vector{ReceivedCommand{languageId, BN_CLICKED, language}}));
     for (const int width : {465, 480, 200}) {
         bar.SetWindowPos(nullptr, 0, 0, width, 26, SWP_NOZORDER);
         ExpectButtonsAt(width - 454);
     }
-}
-
-TEST_F(SkinBar, EachButtonShowsItsOwnRow) {
-    EXPECT_EQ((std::string{FaceOf(helpId), FaceOf(languageId), FaceOf(portId)}), "aei");
-    const HWND language = bar.GetDlgItem(languageId);
-    ::SendMessageA(language, WM_MOUSEMOVE, 0, MAKELPARAM(20, 0)); // no gap: the whole cell is button
-    EXPECT_EQ(FaceOf(languageId), 'f');
-    ::SendMessageA(language, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 0));
-    EXPECT_EQ(FaceOf(languageId), 'g');
-    ::SendMessageA(language, WM_LBUTTONUP, 0, MAKELPARAM(20, 0));
-    ::EnableWindow(language, FALSE);
-    CGround::Pump();
-    EXPECT_EQ(FaceOf(languageId), 'h');
-    EXPECT_EQ(ground.commands, (std::vector{ReceivedCommand{languageId, BN_CLICKED, language}}));
 }
 
 TEST_F(SkinBar, LoadingAgainReplacesTheButtons) {
@@ -84,15 +83,22 @@ TEST_F(SkinBar, LoadingAgainReplacesTheButtons) {
     EXPECT_FALSE(::IsWindow(former));
     ExpectButtonsAt(200 - 84);
     ground.atCommand = nullptr;
-    const HWND blank = bar.GetDlgItem(portId);
-    ::SendMessageA(blank, WM_MOUSEMOVE, 0, MAKELPARAM(0, 0));
-    ::SendMessageA(blank, WM_LBUTTONUP, 0, MAKELPARAM(0, 0));
-    EXPECT_EQ(ground.commands.back(), (ReceivedCommand{portId, BN_CLICKED, blank}));
-
-    const std::size_t before = FreeGdiObjects();
-    const CPictureFile file("buttons.bmp", BitmapFileOf(Art(60, std::string(84, 'x'))));
-    for (int round = 0; round < Repeats(100); ++round) bar.LoadButtons(file.name);
-    EXPECT_GE(FreeGdiObjects() + 8, before);
+    const CWnd& blank = *CWnd::FromHandle(bar.GetDlgItem(portId));
+    Mouse(blank, WM_MOUSEMOVE, 0, 0);
+    Mouse(blank, WM_LBUTTONUP, 0, 0);
+    EXPECT_EQ(ground.commands.back(), (ReceivedCommand{portId, BN_CLICKED, blank.GetHandle()}));
+    bar.SetButtonIds({portId, helpId});
+    const CPictureFile file("buttons.bmp", PictureOf({"xxxx", "yyyy", "zzzz"}));
+    bar.LoadButtons(file.name);
+    EXPECT_EQ(bar.GetDlgItem(languageId), nullptr) << "as many as have an id";
+    bar.SetButtonIds({helpId, languageId, portId, 1});
+    bar.LoadButtons(file.name);
+    EXPECT_EQ(bar.GetDlgItem(1), nullptr) << "three at most";
+    PumpMessages();
+    EXPECT_EQ(Faces(), "xyz");
+    bar.DestroyWindow();
+    bar.Create("STATIC", "", WS_CHILD | WS_VISIBLE, {0, 0, 200, 26}, ground.GetHandle(), 1039);
+    EXPECT_EQ(bar.GetDlgItem(helpId), nullptr) << "of another window";
 }
 
 // Stands in for the platform's store of names, and is its own factory: a COM object is a table of calls.
@@ -128,6 +134,7 @@ void* store = calls;
 TEST_F(SkinBar, ItsButtonsAreNamedUntilTheyEnd) {
     bar.SetButtonNames({"About", "Language"});
     bar.LoadButtons("no such.bmp"); // without COM there are no names, and nothing else is amiss
+    ::SendMessageA(bar.GetDlgItem(helpId), WM_GETOBJECT, 0, OBJID_CLIENT);
     ASSERT_TRUE(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
     DWORD cookie = 0;
     EXPECT_TRUE(SUCCEEDED(::CoRegisterClassObject(CLSID_AccPropServices, reinterpret_cast<IUnknown*>(&store),
@@ -135,8 +142,7 @@ TEST_F(SkinBar, ItsButtonsAreNamedUntilTheyEnd) {
     for (int round = 0; round < 2; ++round) {
         bar.LoadButtons("no such.bmp");
         EXPECT_TRUE(names.empty()); // until somebody asks
-        for (const UINT id : {helpId, languageId, portId})
-            ::SendMessageA(bar.GetDlgItem(id), WM_GETOBJECT, 0, OBJID_CLIENT);
+        for (const UINT id : ids) ::SendMessageA(bar.GetDlgItem(static_cast<int>(id)), WM_GETOBJECT, 0, OBJID_CLIENT);
         EXPECT_EQ(names, (std::map<HWND, std::wstring>{{bar.GetDlgItem(helpId), L"About"},
                                                        {bar.GetDlgItem(languageId), L"Language"}}));
     }

@@ -1,20 +1,16 @@
-// The skin button on a real window: mouse states, shape, frames, captions, and that the platform's look never shows.
+// The skin button on a real window: its frames, shape and captions, and what it does besides following the mouse.
 #include "skin/SkinButton.h"
-
-#include <chrono>
-#include <map>
-#include <tuple>
 
 #include <gtest/gtest.h>
 
 #include "Ground.h"
-#include "TimeFactor.h"
 #include "framework/ResourceModule.h"
 #include "resources/ResourceIds.h"
 
 namespace {
 
 constexpr UINT buttonId = 1024;
+constexpr UINT captionFormat = DT_CENTER | DT_VCENTER | DT_SINGLELINE;
 const CRect buttonPlace(10, 10, 16, 14);
 
 // Frames of 6 x 4; each has an outline of its own, and none the top left corner.
@@ -28,266 +24,89 @@ const Art disabled{"g4444g", "444444", "444444", "g4444g"};
 
 class SkinButton : public testing::Test {
 protected:
-    SkinButton() { Make(button, buttonPlace); }
+    SkinButton() { Make(button, buttonPlace, strip); }
 
-    void Make(CSkinButton& made, const CRect& rect) {
+    void Make(CSkinButton& made, const CRect& rect, const Art& art) {
         made.Create("BUTTON", "Window text", WS_CHILD | WS_VISIBLE | WS_TABSTOP, rect, ground.GetHandle(), buttonId);
-        const CBitmap picture(MakeBitmap(strip));
-        const CBitmap former(made.SetBitmapHandle(picture.GetHandle()));
+        const CBitmap picture(MakeBitmap(art)), former(made.SetBitmapHandle(picture.GetHandle()));
         EXPECT_TRUE(former.IsEmpty());
-        CGround::Pump();
+        PumpMessages();
     }
-
-    // i, o, c: move inside, outside, into the corner; m: move inside although the mouse button came up elsewhere;
-    // d, u, D: left down, up, double click; l: the pointer has left; x: somebody else takes the capture; k: all modes
-    // are cancelled; e, h: disabled, hidden, and back; f: the focus comes and goes; b, B: the whole window is disabled,
-    // enabled.
-    void Play(const std::string& script) {
-        constexpr LPARAM inside = MAKELPARAM(3, 2), outside = MAKELPARAM(-5, 200), corner = MAKELPARAM(0, 0);
-        WPARAM keys = 0;
-        const auto send = [this](UINT message, WPARAM held, LPARAM at) { button.SendMessage(message, held, at); };
-        const std::map<char, std::function<void()>> steps{
-            {'i', [&] { send(WM_MOUSEMOVE, keys, inside); }},
-            {'I', [&] { send(WM_MOUSEMOVE, MK_LBUTTON, inside); }},
-            {'o', [&] { send(WM_MOUSEMOVE, keys, outside); }},
-            {'c', [&] { send(WM_MOUSEMOVE, keys, corner); }},
-            {'m', [&] { send(WM_MOUSEMOVE, keys = 0, inside); }},
-            {'d', [&] { send(WM_LBUTTONDOWN, keys = MK_LBUTTON, inside); }},
-            {'D', [&] { send(WM_LBUTTONDBLCLK, keys = MK_LBUTTON, inside); }},
-            {'u', [&] { send(WM_LBUTTONUP, keys = 0, inside); }},
-            {'l', [&] { send(WM_MOUSELEAVE, 0, 0); }},
-            {'x', [&] { ::SetCapture(ground.GetHandle()); }},
-            {'k', [&] { send(WM_CANCELMODE, 0, 0); }},
-            {'e', [&] { button.EnableWindow(!button.EnableWindow(false)); }},
-            {'h', [&] { button.ShowWindow(SW_HIDE), button.ShowWindow(SW_SHOW); }},
-            {'f', [&] { button.SetFocus(), ground.SetFocus(); }},
-            {'b', [&] { ground.EnableWindow(false); }},
-            {'B', [&] { ground.EnableWindow(true); }}};
-        for (const char step : script) steps.at(step)();
-        // The pointer isn't really there, and the button would be told so soon.
-        TRACKMOUSEEVENT untold{sizeof untold, TME_CANCEL | TME_LEAVE, button.GetHandle(), 0};
-        ::TrackMouseEvent(&untold);
-    }
-
     Art Look() const { return ground.Look(buttonPlace); }
+    int ShapeKind() const {
+        return ::GetWindowRgn(button.GetHandle(), CRgn(::CreateRectRgn(0, 0, 0, 0)).GetHandle());
+    }
 
     CGround ground;
     CCounted<CSkinButton> button;
 };
 
-TEST_F(SkinButton, EveryMouseState) {
-    struct Case {
-        const char* script;
-        Art look;
-        bool captured;
-        std::size_t clicks;
-    };
-    const Case cases[] = {{"", normal, false, 0},
-                          {"i", over, true, 0},
-                          {"ii", over, true, 0},
-                          {"io", normal, false, 0},
-                          {"ic", normal, false, 0},
-                          {"d", down, false, 0},
-                          {"di", down, true, 0},
-                          {"id", down, true, 0},
-                          {"idi", down, true, 0},
-                          {"iu", normal, false, 1},
-                          {"idu", normal, false, 1},
-                          {"du", normal, false, 1},
-                          {"idui", over, true, 1},
-                          {"ido", normal, true, 0},
-                          {"idc", normal, true, 0},
-                          {"idoo", normal, true, 0},
-                          {"idoi", down, true, 0},
-                          {"idou", normal, false, 0},
-                          {"idoiu", normal, false, 1},
-                          {"iduDu", normal, false, 1},
-                          {"iduDiu", normal, false, 2},
-                          {"u", normal, false, 0},
-                          {"ou", normal, false, 0},
-                          // The pointer jumps into another program; with the mouse button held it may come back.
-                          {"il", normal, false, 0},
-                          {"ili", over, true, 0},
-                          {"idl", normal, true, 0},
-                          {"idlu", normal, false, 0},
-                          {"idoli", down, true, 0},
-                          {"dl", normal, false, 0},
-                          {"dli", over, true, 0},
-                          // Pressed before any move: where it came up wasn't seen.
-                          {"dm", over, true, 0},
-                          {"dmo", normal, false, 0}};
-    for (const Case& each : cases) {
-        ground.commands.clear();
-        Play(each.script);
-        EXPECT_EQ(Look(), each.look) << each.script;
-        EXPECT_EQ(::GetCapture() == button.GetHandle(), each.captured) << each.script;
-        EXPECT_EQ(ground.commands, std::vector(each.clicks, ReceivedCommand{buttonId, BN_CLICKED, button.GetHandle()}))
-            << each.script;
-        // Back to the start.
-        ::ReleaseCapture();
-        Play("uio");
-    }
-}
-
-TEST_F(SkinButton, WhatTakesTheMouseAwayEndsHoverAndPress) {
-    for (const std::string end : {"x", "k", "e", "h", "f", "bi", "bd", "bu", "ho", "xo"}) {
-        for (const std::string begin : {"i", "id", "ido", "d"}) {
-            if (end[0] == 'x' && begin == "d") continue; // has no capture yet
-            Play(begin + end);
-            EXPECT_NE(::GetCapture(), button.GetHandle()) << begin << end;
-            ::ReleaseCapture();
-            Play("B");
-            button.UpdateWindow();
-            EXPECT_EQ(Look(), normal) << begin << end;
-            const bool pressed = begin.find('d') != std::string::npos;
-            Play(pressed ? "Iu" : "u"); // the pointer moves on, its button still down
-            EXPECT_EQ(ground.commands.size(), 0U) << begin << end;
-            Play("o");
-            ground.commands.clear();
-        }
-    }
-}
-
-TEST_F(SkinButton, APointerThatJumpsIntoAnotherProgramLeavesIt) {
-    CPoint point(3, 2);
-    ::ClientToScreen(button.GetHandle(), &point);
-    CGround::RestCursorAt(point.x, point.y);
-    button.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(3, 2));
-    EXPECT_EQ(Look(), over);
-    CGround::RestCursorElsewhere();
-    for (const DWORD begun = ::GetTickCount(); Look() != normal && ::GetTickCount() - begun < 3000;) CGround::Pump();
-    EXPECT_EQ(Look(), normal);
-    EXPECT_EQ(::GetCapture(), nullptr);
-}
-
-TEST_F(SkinButton, ThePressTakesTheFocusAndTheMoveShowsTheHand) {
-    const HCURSOR hand = ::LoadCursorA(ProgramModule(), MAKEINTRESOURCEA(IDC_HAND_CURSOR));
+TEST_F(SkinButton, EachFrameIsItsShapeInWhichAloneTheMouseIsFelt) {
     const HCURSOR arrow = ::LoadCursorA(nullptr, IDC_ARROW);
+    const HCURSOR hand = ::LoadCursorA(ProgramModule(), MAKEINTRESOURCEA(IDC_HAND_CURSOR));
     ASSERT_NE(hand, nullptr);
-    for (const char* script : {"i", "i"}) { // at every move
+    bool held = false;
+    struct Row {
+        UINT message;
+        int x, y;
+        const Art& look;
+        int paints;
+        bool hand;
+    };
+    for (const Row& row : {Row{WM_MOUSEMOVE, 5, 3, normal, 0, false}, Row{WM_MOUSEMOVE, 3, 0, over, 1, true},
+                           Row{WM_MOUSEMOVE, 5, 3, over, 0, true}, Row{WM_MOUSEMOVE, 0, 0, normal, 1, false},
+                           Row{WM_LBUTTONDOWN, 3, 2, down, 1, false}, Row{WM_MOUSEMOVE, 5, 3, normal, 1, false},
+                           Row{WM_MOUSEMOVE, 3, 2, down, 1, true}, Row{WM_MOUSEMOVE, 6, 2, normal, 1, false}}) {
         ::SetCursor(arrow);
-        Play(script);
-        EXPECT_EQ(::GetCursor(), hand);
+        const int before = button.paints;
+        held = held || row.message == WM_LBUTTONDOWN;
+        Mouse(button, row.message, row.x, row.y, held ? MK_LBUTTON : 0);
+        EXPECT_EQ(Look(), row.look);
+        EXPECT_EQ(::GetCursor(), row.hand ? hand : arrow);
+        for (int x = 0; x < 6; ++x) {
+            POINT corner{buttonPlace.left + x, buttonPlace.top};
+            ::ClientToScreen(ground.GetHandle(), &corner);
+            EXPECT_EQ(::WindowFromPoint(corner) == button.GetHandle(), row.look[0][static_cast<std::size_t>(x)] != 'g');
+        }
+        PumpMessages();
+        EXPECT_EQ(button.paints - before, row.paints) << row.x << "," << row.y;
     }
-    ::SetCursor(arrow);
-    Play("o");
-    EXPECT_EQ(::GetCursor(), arrow);
-    Play("d");
-    EXPECT_EQ(::GetFocus(), button.GetHandle());
-}
-
-TEST_F(SkinButton, TheMouseIsFeltOnlyInTheShape) {
-    const auto windowAt = [this](int x, int y) { // whom the platform would tell of the mouse
-        POINT point{buttonPlace.left + x, buttonPlace.top + y};
-        ::ClientToScreen(ground.GetHandle(), &point);
-        return ::WindowFromPoint(point);
-    };
-    EXPECT_EQ(windowAt(3, 0), button.GetHandle());
-    EXPECT_NE(windowAt(0, 0), button.GetHandle());
-    EXPECT_NE(windowAt(5, 3), button.GetHandle());
-    Play("i");
-    EXPECT_EQ(windowAt(5, 3), button.GetHandle());
-    EXPECT_NE(windowAt(0, 0), button.GetHandle());
-}
-
-TEST_F(SkinButton, AtRestNothingIsPainted) {
-    struct Counts {
-        int paints, reshapes;
-        bool operator==(const Counts&) const = default;
-    };
-    const auto countsOf = [this](const std::function<void()>& change) {
-        button.paints = button.reshapes = 0;
-        change();
-        for (int i = 0; i < 5; ++i) CGround::Pump();
-        return Counts{button.paints, button.reshapes};
-    };
-    EXPECT_EQ(countsOf([] {}), (Counts{0, 0}));
-    EXPECT_EQ(countsOf([this] { button.Invalidate(); }), (Counts{1, 0}));
-    EXPECT_EQ(countsOf([this] { button.SetCaption("x", 5, 0); }), (Counts{0, 0}));
-    EXPECT_EQ(countsOf([this] { Play("i"); }), (Counts{1, 1})); // another outline
-    EXPECT_EQ(countsOf([this] { Play("ii"); }), (Counts{0, 0}));
-    EXPECT_EQ(countsOf([this] { Play("d"); }), (Counts{1, 1}));
-    const auto showNothing = [this] { // an outline around nothing
-        const CBitmap none(MakeBitmap({"........", "........"}));
-        const CBitmap former(button.SetBitmapHandle(none.GetHandle()));
+    button.EnableWindow(false);
+    PumpMessages();
+    EXPECT_EQ(Look(), disabled);
+    button.EnableWindow(true);
+    for (const char* change : {"none", "shape taken away", "frames without a shape"}) {
+        if (change[0] == 's') ::SetWindowRgn(button.GetHandle(), nullptr, FALSE);
+        if (change[0] == 'f') {
+            const CBitmap none(MakeBitmap({"........", "........"})), former(button.SetBitmapHandle(none.GetHandle()));
+        }
         button.Invalidate();
-    };
-    EXPECT_EQ(countsOf(showNothing), (Counts{1, 1}));
-    EXPECT_EQ(countsOf([this] { button.Invalidate(); }).reshapes, 0);
-}
-
-TEST_F(SkinButton, ThePlatformsLookNeverShows) {
-    const HWND window = button.GetHandle();
-    struct Case {
-        const char* name;
-        std::function<void()> act;
-        Art after;
-    };
-    const Case cases[] = {
-        {"text", [&] { ::SetWindowTextA(window, "Other"); }, normal},
-        {"caption", [&] { button.SetCaption("", 5, 0); }, normal},
-        {"disabled", [&] { ::EnableWindow(window, FALSE); }, disabled},
-        {"text while disabled", [&] { ::SetWindowTextA(window, "Third"); }, disabled},
-        {"enabled", [&] { ::EnableWindow(window, TRUE); }, normal},
-        {"state", [&] { button.SendMessage(BM_SETSTATE, TRUE); }, normal},
-        {"default mark", [&] { button.SendMessage(BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE); }, normal},
-        {"style", [&] { button.ModifyStyle(0, WS_DISABLED); }, disabled},
-        {"style back", [&] { button.ModifyStyle(WS_DISABLED, 0); }, normal},
-        {"keyboard cues", [&] { button.SendMessage(WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEACCEL)); }, normal},
-        {"font", [&] { button.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(ground.font), TRUE); }, normal},
-        {"focus", [&] { button.SetFocus(); }, normal},
-        {"space down", [&] { button.SendMessage(WM_KEYDOWN, VK_SPACE); }, normal},
-        {"space up", [&] { button.SendMessage(WM_KEYUP, VK_SPACE); }, normal},
-        {"focus gone", [&] { ::SetFocus(nullptr); }, normal},
-        {"colours", [&] { button.SendMessage(WM_SYSCOLORCHANGE); }, normal},
-        {"click by message", [&] { button.SendMessage(BM_CLICK); }, normal}};
-    for (const Case& each : cases) {
-        const Art before = Look();
-        each.act();
-        const Art atOnce = Look();
-        EXPECT_TRUE(atOnce == before || atOnce == each.after) << each.name << testing::PrintToString(atOnce);
-        CGround::Pump();
-        EXPECT_EQ(Look(), each.after) << each.name;
+        PumpMessages();
+        const int before = button.paints;
+        PumpMessages();
+        EXPECT_EQ(button.paints, before) << change;
+        EXPECT_EQ(ShapeKind(), change[0] == 'f' ? NULLREGION : COMPLEXREGION);
     }
-    EXPECT_EQ(button.GetWindowText(), "Third");
-    EXPECT_EQ(ground.commands.size(), 2U); // of the space bar and of the message
 }
 
-TEST_F(SkinButton, AnotherWindowFindsNothingOfTheFormerOne) {
-    button.SetCaption("Go", 5, RGB(0, 0, 255));
-    Play("id");
-    button.DestroyWindow();
-    ground.fontsAsked = 0;
-    button.Create("BUTTON", "Template", WS_CHILD | WS_VISIBLE, buttonPlace, ground.GetHandle(), buttonId);
-    CGround::Pump();
-    EXPECT_EQ(ground.fontsAsked, 1);
-    EXPECT_EQ(button.GetWindowText(), "Go");
-    button.SetCaption("", 5, 0);
-    for (const bool shaped : {true, false}) { // with the shape that it got, and when somebody has taken that away
-        if (!shaped) ::SetWindowRgn(button.GetHandle(), nullptr, FALSE);
-        button.Invalidate();
-        CGround::Pump();
-        EXPECT_EQ(Look(), normal);
-        EXPECT_EQ(::GetWindowRgn(button.GetHandle(), CRgn(::CreateRectRgn(0, 0, 0, 0)).GetHandle()), COMPLEXREGION);
-    }
-    Play("u");
-    EXPECT_TRUE(ground.commands.empty());
-}
-
-TEST_F(SkinButton, TheCaptionStandsInTheMiddleOfTheFrame) {
-    Art wide(20, std::string(60, '1') + std::string(180, '2'));
+TEST_F(SkinButton, TheCaptionStandsInTheMiddleOfTheFrameAndOutlivesTheWindow) {
     CSkinButton large;
-    Make(large, {30, 30, 90, 50});
-    const CBitmap picture(MakeBitmap(wide));
-    const CBitmap former(large.SetBitmapHandle(picture.GetHandle()));
+    Make(large, {30, 30, 90, 50}, Art(20, std::string(60, '1') + std::string(180, '2')));
     large.SetCaption("&Go", 5, RGB(0, 0, 255));
-    EXPECT_EQ(large.GetWindowText(), "&Go");
+    EXPECT_EQ(large.GetCaption(), "&Go");
     for (const COLORREF color : {RGB(0, 0, 255), RGB(80, 80, 80)}) {
         large.SetTextColor(color);
+        EXPECT_TRUE(large.Shows("&Go", color) && !large.Shows("&Go", 1) && !large.Shows("Go", color));
         CSurface drawn(60, 20), expected(60, 20, '1');
         Print(large, drawn);
-        DrawExpected(expected, ground, "&Go", color, {0, 0, 60, 20}, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+        DrawExpected(expected, ground, "&Go", color, {0, 0, 60, 20}, captionFormat);
         EXPECT_EQ(drawn.Pixels(), expected.Pixels());
+        large.DestroyWindow();
+        ground.fontsAsked = 0;
+        large.Create("BUTTON", "Template", WS_CHILD | WS_VISIBLE, {30, 30, 90, 50}, ground.GetHandle(), buttonId);
+        EXPECT_EQ(large.GetWindowText(), "&Go");
+        PumpMessages();
+        EXPECT_EQ(ground.fontsAsked, 1) << "a font of the former window";
     }
     large.SetCaption("", 5, 0);
     CSurface drawn(60, 20);
@@ -296,25 +115,22 @@ TEST_F(SkinButton, TheCaptionStandsInTheMiddleOfTheFrame) {
 }
 
 // Noise larger than the window is cut to it; as large as the window, it loses the holes inside of its outline.
-TEST_F(SkinButton, AStripOfNoiseDelaysNothing) {
-    Art noise(512);
+TEST_F(SkinButton, AStripOfNoiseHasAShapeToo) {
+    Art noise(256);
     for (std::size_t y = 0; y < noise.size(); ++y)
         for (std::size_t x = 0; x < 1024; ++x) noise[y] += (x + y) % 2 == 1 ? static_cast<char>('1' + x / 256) : '.';
     const CPictureFile file("noise.bmp", BitmapFileOf(noise));
-    ::SetWindowPos(ground.GetHandle(), nullptr, 0, 0, 300, 600, SWP_NOMOVE);
-    for (const auto& [width, height, hole] : {std::tuple(74, 22, 'g'), {256, 512, '.'}}) {
+    ASSERT_TRUE(button.SetBitmapFile(file.name));
+    ::SetWindowPos(ground.GetHandle(), nullptr, 0, 0, 300, 300, SWP_NOMOVE);
+    for (const auto& [width, height, hole] : {std::tuple(74, 22, 'g'), {256, 256, '.'}}) {
         button.SetWindowPos(nullptr, 0, 0, width, height, SWP_NOZORDER);
-        ASSERT_TRUE(button.SetBitmapFile(file.name));
         button.Invalidate();
         ground.Invalidate();
-        CGround::Pump();
-        const auto start = std::chrono::steady_clock::now();
-        Play("i");
-        CGround::Pump();
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(50) * TimeFactor()) << width;
+        PumpMessages();
+        Mouse(button, WM_MOUSEMOVE, 3, 2);
         EXPECT_EQ(ground.Look({0, 0, 3, 1})[0], (std::string{'g', '2', hole}));
         EXPECT_EQ(ground.Look({width - 2, height - 2, width, height - 1})[0], (std::string{hole, '2'}));
-        Play("o");
+        Mouse(button, WM_MOUSEMOVE, -1, 2);
     }
 }
 
@@ -323,11 +139,11 @@ TEST_F(SkinButton, WithoutAPictureItWorksByItsRectangle) {
     button.SetCaption("Unseen", 5, 0);
     button.Invalidate();
     ground.Invalidate();
-    CGround::Pump();
+    PumpMessages();
     EXPECT_EQ(Look(), Art(4, "gggggg"));
-    CRgn shape(::CreateRectRgn(0, 0, 0, 0));
-    EXPECT_EQ(::GetWindowRgn(button.GetHandle(), shape.GetHandle()), ERROR);
-    Play("cu"); // where the corner was
+    EXPECT_EQ(ShapeKind(), ERROR);
+    Mouse(button, WM_MOUSEMOVE, 0, 0); // where the corner was
+    Mouse(button, WM_LBUTTONUP, 0, 0);
     EXPECT_EQ(ground.commands.size(), 1U);
     EXPECT_FALSE(button.SetBitmapResource(9999));
 }
@@ -335,106 +151,64 @@ TEST_F(SkinButton, WithoutAPictureItWorksByItsRectangle) {
 TEST_F(SkinButton, InPictureModeItStandsOnItsParentsGround) {
     CSkinButton tool;
     const CRect place(30, 30, 90, 50);
-    Make(tool, place);
-    const CBitmap picture(MakeBitmap({"pp....", "pp..qq", "pp....", "pp...."}));
-    const CBitmap former(tool.SetBitmapHandle(picture.GetHandle()));
+    Make(tool, place, {"pp....", "pp..qq", "pp....", "pp...."});
     tool.drawMode = CSkinButton::pictureMode;
     tool.SetCaption("Open", 5, RGB(9, 9, 9));
-    const auto expectLook = [&](const COLORREF* topLeft, const COLORREF* bottomRight) {
+    const COLORREF dark = ::GetSysColor(COLOR_3DDKSHADOW), light = ::GetSysColor(COLOR_3DHIGHLIGHT);
+    struct Row {
+        UINT message;
+        int x, y;
+        const COLORREF *topLeft, *bottomRight;
+    };
+    for (const Row& row : {Row{WM_PAINT, 0, 0, nullptr, nullptr}, Row{WM_MOUSEMOVE, 0, 0, &light, &dark}, // no shape
+                           Row{WM_LBUTTONDOWN, 0, 0, &dark, &light}, Row{WM_MOUSEMOVE, 60, 0, nullptr, nullptr},
+                           Row{WM_MOUSEMOVE, 59, 19, &dark, &light}}) {
+        tool.Invalidate();
+        Mouse(tool, row.message, row.x, row.y);
         CSurface expected(60, 20, 'g');
-        if (topLeft != nullptr) expected.Draw3dRect({1, 1, 59, 19}, *topLeft, *bottomRight);
+        if (row.topLeft != nullptr) expected.Draw3dRect({1, 1, 59, 19}, *row.topLeft, *row.bottomRight);
         // 8 pixels down, half of what the height leaves, and as many to the right.
         expected.FillSolidRect({8, 8, 10, 12}, ColorOf('p'));
         expected.FillSolidRect({12, 9, 14, 10}, ColorOf('q'));
-        DrawExpected(expected, ground, "Open", RGB(9, 9, 9), {14, 0, 60, 20}, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
-        EXPECT_EQ(ground.Pixels(place), expected.Pixels());
-    };
-    const COLORREF dark = ::GetSysColor(COLOR_3DDKSHADOW), light = ::GetSysColor(COLOR_3DHIGHLIGHT);
-    tool.Invalidate();
-    CGround::Pump();
-    expectLook(nullptr, nullptr);
-    tool.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(0, 0)); // no shape: the corner is inside
-    expectLook(&light, &dark);
-    tool.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(0, 0));
-    expectLook(&dark, &light);
-    tool.SendMessage(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(60, 0));
-    expectLook(nullptr, nullptr);
-    const RECT part{9, 9, 12, 11}; // the ground is painted whole, so the button must be, too
-    ::InvalidateRect(tool.GetHandle(), &part, TRUE);
-    CGround::Pump();
-    expectLook(nullptr, nullptr);
-    tool.SendMessage(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(59, 19));
-    tool.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(59, 19));
-    EXPECT_EQ(ground.commands.size(), 1U);
-
-    tool.drawMode = 4; // neither strip nor picture
-    tool.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
-    tool.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
-    tool.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
-    EXPECT_EQ(ground.commands.size(), 1U);
-    EXPECT_NE(::GetCapture(), tool.GetHandle());
-}
-
-TEST_F(SkinButton, DisabledOrHiddenItPassesTheFocusOn) {
-    CWnd next, heir;
-    next.Create("BUTTON", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, {40, 0, 60, 20}, ground.GetHandle(), 1);
-    heir.Create("BUTTON", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, {70, 0, 90, 20}, ground.GetHandle(), 2);
-    const auto focusAfterDisabling = [&](const CWnd& focused) {
-        button.EnableWindow(true);
-        focused.SetFocus();
-        button.EnableWindow(false);
-        return ::GetFocus();
-    };
-    EXPECT_EQ(focusAfterDisabling(button), next.GetHandle());
-    button.focusHeir = heir.GetHandle();
-    EXPECT_EQ(focusAfterDisabling(button), heir.GetHandle());
-    EXPECT_EQ(focusAfterDisabling(next), next.GetHandle());
-    button.EnableWindow(true);
-    for (const bool byPosition : {true, false}) { // the two ways of hiding
-        button.ShowWindow(SW_SHOW);
-        button.SetFocus();
-        if (byPosition) button.SetWindowPos(nullptr, 10, 10, 6, 4, SWP_NOZORDER | SWP_NOACTIVATE | SWP_HIDEWINDOW);
-        button.ShowWindow(SW_HIDE);
-        EXPECT_EQ(::GetFocus(), heir.GetHandle()) << byPosition;
+        DrawExpected(expected, ground, "Open", RGB(9, 9, 9), {14, 0, 60, 20}, captionFormat);
+        EXPECT_EQ(ground.Pixels(place), expected.Pixels()) << row.x;
+        CSurface printed(60, 20, 'g');
+        Print(tool, printed);
+        EXPECT_EQ(printed.Pixels(), expected.Pixels());
+        const RECT part{9, 9, 12, 11}; // the ground is painted whole, so the button must be, too
+        ::InvalidateRect(tool.GetHandle(), &part, TRUE);
+        PumpMessages();
+        EXPECT_EQ(ground.Pixels(place), expected.Pixels()) << row.x;
     }
-    button.ShowWindow(SW_SHOW);
-    heir.EnableWindow(false);
-    EXPECT_EQ(focusAfterDisabling(button), next.GetHandle());
+    tool.drawMode = 4; // neither strip nor picture
+    Mouse(tool, WM_LBUTTONUP, 5, 5);
+    EXPECT_TRUE(ground.commands.empty());
+    CSurface printed(60, 20, 'g');
+    Print(tool, printed);
+    EXPECT_EQ(printed.Read(), Art(20, std::string(60, 'g')));
+    tool.SendMessage(WM_CANCELMODE);
+    ground.SetFocus();
+    Mouse(tool, WM_MOUSEMOVE, 5, 5);
+    Mouse(tool, WM_LBUTTONDOWN, 5, 5);
+    EXPECT_NE(::GetCapture(), tool.GetHandle());
+    EXPECT_NE(::GetFocus(), tool.GetHandle());
 }
 
 TEST_F(SkinButton, AClickMayDisableOrEndTheButton) {
     ground.atCommand = [&] { button.EnableWindow(false); };
-    Play("idu");
-    CGround::Pump();
+    Mouse(button, WM_MOUSEMOVE, 3, 2);
+    Mouse(button, WM_LBUTTONUP, 3, 2);
+    PumpMessages();
     EXPECT_EQ(Look(), disabled);
 
     auto mortal = std::make_unique<CSkinButton>();
-    Make(*mortal, {30, 30, 36, 34});
+    Make(*mortal, {30, 30, 36, 34}, strip);
     ground.atCommand = [&] { mortal.reset(); };
     const HWND window = mortal->GetHandle();
+    for (const UINT key : {WM_KEYDOWN, WM_KEYUP}) ::SendMessageA(window, key, VK_RIGHT, 0); // not its key
     mortal->SendMessage(BM_CLICK);
     EXPECT_FALSE(::IsWindow(window));
     EXPECT_EQ(ground.commands.size(), 2U);
-}
-
-TEST_F(SkinButton, SpaceClicksUnlessTheFocusLeaves) {
-    const auto clicksOf = [this](const std::function<void()>& between) {
-        ground.commands.clear();
-        button.SetFocus();
-        button.SendMessage(WM_KEYDOWN, VK_SPACE);
-        between();
-        button.SendMessage(WM_KEYUP, VK_SPACE);
-        return ground.commands.size();
-    };
-    EXPECT_EQ(clicksOf([] {}), 1U);
-    EXPECT_EQ(clicksOf([this] { button.SendMessage(WM_KEYDOWN, VK_SPACE, 1 << 30); }), 1U); // held
-    for (const char* end : {"f", "k", "e", "h"}) EXPECT_EQ(clicksOf([&] { Play(end); }), 0U) << end;
-    EXPECT_EQ(::GetCapture(), nullptr);
-}
-
-TEST_F(SkinButton, ManyPaintsKeepNoHandle) {
-    button.SetCaption("Start", 5, RGB(0, 0, 255));
-    RecordProperty("microseconds", static_cast<int>(PaintOften(button)));
 }
 
 } // namespace
