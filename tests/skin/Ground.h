@@ -74,11 +74,16 @@ private:
         CDC(dc).FillSolidRect(GetClientRect(), ColorOf('g'));
         return true;
     }
-    LRESULT OnGetFont(WPARAM, LPARAM) {
-        ++fontsAsked;
-        return reinterpret_cast<LRESULT>(font);
-    }
+    LRESULT OnGetFont(WPARAM, LPARAM) { return ++fontsAsked, reinterpret_cast<LRESULT>(font); }
 };
+
+// Makes a child's window.
+inline void Put(CWnd& control, const CWnd& parent, const char* windowClass, const RECT& place, LONG style = 0,
+                const char* text = "", UINT id = 7) {
+    ASSERT_TRUE(control.Create(windowClass, text, WS_CHILD | WS_VISIBLE | static_cast<DWORD>(style), place,
+                               parent.GetHandle(), id));
+    PumpMessages();
+}
 
 // A control that counts its paints.
 template <class Control>
@@ -126,32 +131,17 @@ inline void DrawExpected(CSurface& surface, const CGround& ground, const char* t
     surface.DrawText(text, rect, format);
 }
 
-// The tip window of the control; null without one. `text` becomes that of its one tool.
-inline HWND FindTip(const CWnd& control, std::string& text) {
-    struct CSearch {
-        HWND owner, found;
-        std::string& text;
-        static BOOL CALLBACK See(HWND window, LPARAM parameter) {
-            auto& search = *reinterpret_cast<CSearch*>(parameter);
-            if (!IsOfClass(window, TOOLTIPS_CLASSA)) return TRUE;
-            std::array<char, 300> text{};
-            TOOLINFOA tool{};
-            tool.cbSize = TTTOOLINFOA_V1_SIZE;
-            tool.hwnd = search.owner;
-            tool.uId = 1;
-            tool.lpszText = text.data();
-            ::SendMessageA(window, TTM_GETTEXTA, text.size(), reinterpret_cast<LPARAM>(&tool));
-            if (text[0] == '\0') return TRUE;
-            search.found = window;
-            search.text = text.data();
-            return FALSE;
-        }
-    } search{control.GetHandle(), nullptr, text};
-    ::EnumThreadWindows(::GetCurrentThreadId(), &CSearch::See, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-inline std::string TipOf(const CWnd& control) {
-    std::string text;
-    FindTip(control, text);
-    return text;
+// The text of the control's one tool, and its tip window; empty without one.
+inline std::string TipOf(const CWnd& control, HWND* tip = nullptr) {
+    std::array<char, 300> text{};
+    TOOLINFOA tool{};
+    tool.cbSize = TTTOOLINFOA_V1_SIZE;
+    tool.hwnd = control.GetHandle();
+    tool.uId = 1;
+    tool.lpszText = text.data();
+    for (HWND each = nullptr; (each = ::FindWindowExA(nullptr, each, TOOLTIPS_CLASSA, nullptr)) && text[0] == '\0';) {
+        if (tip != nullptr) *tip = each;
+        ::SendMessageA(each, TTM_GETTEXTA, text.size(), reinterpret_cast<LPARAM>(&tool));
+    }
+    return text.data();
 }

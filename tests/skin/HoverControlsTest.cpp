@@ -6,16 +6,17 @@
 #include <gtest/gtest.h>
 
 #include "Ground.h"
+#include "skin/IconButton.h"
 #include "skin/LinkStatic.h"
-#include "skin/PlainIconButton.h"
 #include "skin/RoundButton.h"
+#include "skin/SegmentDisplay.h"
+#include "skin/SkinBar.h"
 #include "skin/SkinButton.h"
-#include "skin/SkinSelector.h"
 #include "support/Seed.h"
 
 namespace {
 
-enum class Kind : std::uint8_t { Strip, Picture, Push, Check, Round, Link };
+enum class Kind : std::uint8_t { Strip, Picture, Push, Check, Round, Link, Bar, Display };
 
 class CNoOpener : public CLinkOpener {
 public:
@@ -108,49 +109,50 @@ protected:
     static inline const CRect place{10, 10, 34, 26};
 
     HoverControls() {
-        switch (GetParam()) {
-        case Kind::Strip: {
-            std::string row;
-            for (const char column : std::string("1234")) row += std::string(24, column);
-            MakeSkinButton(CSkinButton::stripMode, Art(16, row));
-            break;
-        }
-        case Kind::Picture: MakeSkinButton(CSkinButton::pictureMode, Art(4, "pppp")); break;
-        case Kind::Push:
-        case Kind::Check: {
-            auto made = std::make_unique<CIconButton>();
+        std::string row;
+        for (const char column : std::string("1234")) row += std::string(24, column);
+        const CBitmap strip(MakeBitmap(Art(16, row))), picture(MakeBitmap(Art(4, "pppp")));
+        if (GetParam() == Kind::Strip) {
+            const CBitmap former(Keep<CSkinButton>().SetBitmapHandle(strip.GetHandle()));
+        } else if (GetParam() == Kind::Picture) {
+            auto& made = Keep<CSkinButton>();
+            const CBitmap former(made.SetBitmapHandle(picture.GetHandle()));
+            made.drawMode = CSkinButton::pictureMode;
+        } else if (GetParam() == Kind::Round) {
+            Keep<CRoundButton>();
+        } else if (GetParam() == Kind::Link) {
+            Keep<CLinkStatic>(opener).SetColors(ColorOf('1'), ColorOf('1'), ColorOf('2'));
+        } else if (GetParam() == Kind::Bar) {
+            const CPictureFile file("bar.bmp", BitmapFileOf(Art(6, "abcabc")));
+            auto& bar = Keep<CSkinBar>();
+            bar.SetBitmapFile(file.name);
+            bar.SetCaption("W", 5, 0x123456);
+        } else if (GetParam() == Kind::Display) {
+            Keep<CSegmentDisplay>();
+        } else {
+            auto& icon = Keep<CIconButton>();
+            icon.SetBitmapHandles(MakeBitmap({"A.", "A."}), ColorOf('.'), nullptr, 0);
             for (const auto& [index, color] : {std::pair(0U, '2'), {2U, '1'}, {4U, 'F'}})
-                made->SetColor(index, ColorOf(color), false);
-            heir = &made->focusHeir;
-            control = std::move(made);
-            break;
+                icon.SetColor(index, ColorOf(color), false);
         }
-        case Kind::Round: Keep(std::make_unique<CRoundButton>()); break;
-        default: {
-            auto made = std::make_unique<CLinkStatic>(opener);
-            made->SetColors(ColorOf('1'), ColorOf('1'), ColorOf('2'));
-            Keep(std::move(made));
-        }
-        }
-        next.Create("BUTTON", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, {140, 0, 160, 20}, ground.GetHandle(), 1);
-        other.Create("BUTTON", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, {170, 0, 190, 20}, ground.GetHandle(), 2);
+        Put(next, ground, "BUTTON", {140, 0, 160, 20}, WS_TABSTOP);
+        Put(other, ground, "BUTTON", {170, 0, 190, 20}, WS_TABSTOP);
     }
-    template <class Control>
-    void Keep(std::unique_ptr<Control> made) {
-        heir = &made->focusHeir;
+    template <class Control, class... Arguments>
+    Control& Keep(Arguments&... arguments) {
+        auto made = std::make_unique<Control>(arguments...);
+        if constexpr (requires { made->focusHeir; }) heir = &made->focusHeir;
+        Control& kept = *made;
         control = std::move(made);
-    }
-    void MakeSkinButton(int mode, const Art& art) {
-        auto made = std::make_unique<CSkinButton>();
-        const CBitmap picture(MakeBitmap(art)), former(made->SetBitmapHandle(picture.GetHandle()));
-        made->drawMode = mode;
-        Keep(std::move(made));
+        return kept;
     }
     void Bind(const CWnd& parent) {
-        const bool link = GetParam() == Kind::Link;
-        const DWORD type = GetParam() == Kind::Check ? BS_AUTOCHECKBOX : link ? SS_LEFT : WS_TABSTOP;
-        ASSERT_TRUE(control->Create(link ? "STATIC" : "BUTTON", link ? "W" : "", WS_CHILD | WS_VISIBLE | type, place,
-                                    parent.GetHandle(), id));
+        const bool isStatic = GetParam() >= Kind::Link;
+        Put(*control, parent, isStatic ? "STATIC" : "BUTTON", place,
+            GetParam() == Kind::Check ? BS_AUTOCHECKBOX
+            : isStatic                ? SS_LEFT
+                                      : WS_TABSTOP,
+            isStatic ? "W" : "", id);
         ::SetWindowPos(control->GetHandle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         PumpMessages();
     }
@@ -171,9 +173,8 @@ protected:
         const auto isClick = [this](const ReceivedCommand& command) {
             return command == ReceivedCommand{id, BN_CLICKED, control->GetHandle()};
         };
-        return opened() + static_cast<std::size_t>(std::ranges::count_if(ground.commands, isClick));
+        return opener.opened + static_cast<std::size_t>(std::ranges::count_if(ground.commands, isClick));
     }
-    std::size_t opened() const { return opener.opened; }
 
     // One random operation on the control and on the model alike; its name.
     std::string Step(Model& model, std::mt19937& random) {
@@ -186,7 +187,8 @@ protected:
         switch (operation) {
         case 0:
         case 1:
-        case 2: return model.Move(true), mouse(WM_MOUSEMOVE), "in ";
+        case 2:
+            return model.Move(true), mouse(WM_MOUSEMOVE), "in ";
         case 3:
         case 4: // only a capture brings such a move
             if (!model.captured) return "";
@@ -200,9 +202,12 @@ protected:
         case 8:
             if (!model.inside && !model.captured) return model.held = false, "(up elsewhere) ";
             return model.Up(), mouse(WM_LBUTTONUP), "up ";
-        case 9: return model.Leave(), control->SendMessage(WM_MOUSELEAVE), "leave ";
-        case 10: return model.Steal(), ::SetCapture(ground.GetHandle()), ::ReleaseCapture(), "steal ";
-        case 11: return model.LetGo(), control->SendMessage(WM_CANCELMODE), "cancel ";
+        case 9:
+            return model.Leave(), control->SendMessage(WM_MOUSELEAVE), "leave ";
+        case 10:
+            return model.Steal(), ::SetCapture(ground.GetHandle()), ::ReleaseCapture(), "steal ";
+        case 11:
+            return model.LetGo(), control->SendMessage(WM_CANCELMODE), "cancel ";
         case 12:
             if (!model.enabled) return model.enabled = true, control->EnableWindow(true), "enable ";
             return model.Take(model.enabled), control->EnableWindow(false), "disable ";
@@ -247,13 +252,13 @@ TEST_P(HoverControls, BehaveAsTheModelUnderRandomInput) {
     SCOPED_TRACE(SeedText(seed));
     std::mt19937 random(seed);
     *heir = other.GetHandle();
-    for (int window = 0; window < 40; ++window) {
+    for (int window = 0; window < 25; ++window) {
         ground.EnableWindow(true);
         other.SetFocus();
         Bind(ground);
         control->SendMessage(WM_KEYUP, VK_SPACE); // pressed in the window before
         Model model{GetParam()};
-        model.clicks = opened();
+        model.clicks = opener.opened;
         ground.commands.clear();
         std::string steps;
         for (int step = 0; step < 40; ++step) {
@@ -271,47 +276,35 @@ TEST_P(HoverControls, BehaveAsTheModelUnderRandomInput) {
 TEST_P(HoverControls, PassTheFocusOnWhenTheyAreDisabledOrHidden) {
     const bool icon = GetParam() == Kind::Push || GetParam() == Kind::Check;
     CWnd panel;
-    panel.Create("STATIC", "", WS_CHILD | WS_VISIBLE, {0, 0, 60, 60}, ground.GetHandle(), 3);
+    Put(panel, ground, "STATIC", {0, 0, 60, 60});
     for (const bool nested : {false, true}) {
-        const CWnd& parent = nested ? panel : ground;
-        if (control->GetHandle() != nullptr) control->DestroyWindow();
-        Bind(parent);
-        for (const char* way : {"disabled", "hidden", "placed"}) {
-            for (const char* heirIs : {"there", "none", "disabled", "hidden"}) {
-                const std::string state = heirIs;
-                *heir = state == "none" ? nullptr : other.GetHandle();
-                other.EnableWindow(state != "disabled");
-                other.ShowWindow(state == "hidden" ? SW_HIDE : SW_SHOW);
-                const auto takeAway = [&] {
-                    if (way[0] == 'd') return static_cast<void>(control->EnableWindow(false));
-                    if (way[0] == 'h') return static_cast<void>(control->ShowWindow(SW_HIDE));
-                    control->SetWindowPos(nullptr, 0, 0, 0, 0,
-                                          SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_HIDEWINDOW);
-                };
-                control->SetFocus();
-                takeAway();
-                const HWND focus = ::GetFocus();
-                EXPECT_EQ(focus == other.GetHandle(), state == "there") << way << nested << state;
-                if (state != "there" && way[0] == 'd') {
-                    EXPECT_EQ(focus, (nested && icon ? panel : next).GetHandle()) << nested << state;
+        if (nested) control->DestroyWindow();
+        Bind(nested ? panel : ground);
+        for (const int way : {0, 1, 2}) {
+            for (const int heirIs : {0, 1, 2, 3}) { // there, none, disabled, hidden
+                *heir = heirIs == 1 ? nullptr : other.GetHandle();
+                other.EnableWindow(heirIs != 2);
+                other.ShowWindow(heirIs == 3 ? SW_HIDE : SW_SHOW);
+                for (const HWND before : {control->GetHandle(), next.GetHandle()}) {
+                    ::SetFocus(before);
+                    if (way == 0) control->EnableWindow(false);
+                    if (way == 1) control->ShowWindow(SW_HIDE);
+                    if (way == 2) ::SetWindowPos(control->GetHandle(), nullptr, 10, 10, 24, 16, SWP_HIDEWINDOW);
+                    const HWND focus = ::GetFocus();
+                    const bool had = before == control->GetHandle();
+                    EXPECT_EQ(focus == other.GetHandle(), had && heirIs == 0) << way << nested << heirIs;
+                    const CWnd& line = had && nested && icon ? panel : next;
+                    EXPECT_TRUE((had && (heirIs == 0 || way != 0)) || focus == line.GetHandle()) << way << heirIs;
+                    control->EnableWindow(true);
+                    control->ShowWindow(SW_SHOW);
                 }
-                control->EnableWindow(true);
-                control->ShowWindow(SW_SHOW);
-                next.SetFocus();
-                takeAway();
-                EXPECT_EQ(::GetFocus(), next.GetHandle()) << "it had none to pass on: " << way << nested;
-                control->EnableWindow(true);
-                control->ShowWindow(SW_SHOW);
             }
         }
     }
     next.EnableWindow(false);
-    *heir = nullptr;
     control->SetFocus();
     control->EnableWindow(false);
-    if (icon) {
-        EXPECT_EQ(::GetFocus(), panel.GetHandle()) << "without another tab stop, the parent";
-    }
+    EXPECT_TRUE(!icon || ::GetFocus() == panel.GetHandle()) << "without another tab stop, the parent";
 }
 
 TEST_P(HoverControls, FeelThatTheRealPointerComesAndGoes) {
@@ -323,6 +316,52 @@ TEST_P(HoverControls, FeelThatTheRealPointerComesAndGoes) {
     EXPECT_TRUE(PumpUntil([this] { return Look() == '2'; }));
     ::SetCursorPos(700, 700);
     EXPECT_TRUE(PumpUntil([this] { return Look() == '1' && ::GetCapture() == nullptr; }));
+}
+
+class AllControls : public HoverControls {};
+INSTANTIATE_TEST_SUITE_P(All, AllControls,
+                         testing::Values(Kind::Strip, Kind::Picture, Kind::Push, Kind::Check, Kind::Round, Kind::Link,
+                                         Kind::Bar, Kind::Display));
+
+TEST_P(AllControls, LoseNoHandleAndPaintNothingAtRest) {
+    ExpectNoGdiObjectLost(20, [this] {
+        Bind(ground);
+        for (const UINT message : {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_CANCELMODE, WM_SYSCOLORCHANGE}) {
+            Mouse(*control, message, 2, 2);
+            control->Invalidate();
+            control->UpdateWindow();
+        }
+        control->EnableWindow(false);
+        PumpMessages();
+        EXPECT_FALSE(::GetUpdateRect(control->GetHandle(), nullptr, FALSE));
+        control->DestroyWindow();
+    });
+}
+
+// Whatever the platform's class would paint at once. A strip has another look while it is disabled.
+TEST_P(AllControls, OfPicturesNeverShowThePlatformsLook) {
+    if (GetParam() >= Kind::Push && GetParam() <= Kind::Link) return;
+    Bind(ground);
+    struct Row {
+        UINT message;
+        WPARAM wParam;
+        LPARAM lParam;
+    };
+    const auto look = ground.Pixels(place);
+    for (const Row& row :
+         {Row{WM_SETTEXT, 0, reinterpret_cast<LPARAM>("Other")}, Row{WM_ENABLE, FALSE, 0}, Row{BM_SETSTATE, TRUE, 0},
+          Row{BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE}, Row{WM_SETFONT, 0, TRUE},
+          Row{WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, 3), 0}, Row{WM_SETFOCUS, 0, 0}, Row{WM_KEYDOWN, VK_SPACE, 0},
+          Row{WM_KEYUP, VK_SPACE, 0}, Row{WM_KILLFOCUS, 0, 0}, Row{WM_STYLECHANGED, 0, 0}, Row{BM_CLICK, 0, 0}}) {
+        if (row.message == WM_STYLECHANGED) control->ModifyStyle(0, WS_DISABLED);
+        if (row.message != WM_STYLECHANGED) control->SendMessage(row.message, row.wParam, row.lParam);
+        EXPECT_EQ(ground.Pixels(place), look) << row.message;
+        PumpMessages();
+        EXPECT_EQ(ground.Pixels(place) == look, row.message != WM_STYLECHANGED || GetParam() != Kind::Strip);
+        control->ModifyStyle(WS_DISABLED, 0);
+        PumpMessages();
+    }
+    EXPECT_EQ(control->GetWindowText(), "Other");
 }
 
 } // namespace

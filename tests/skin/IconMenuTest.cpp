@@ -22,10 +22,9 @@ protected:
         COwnerDrawMenu::lookOnOtherSystems = 0;
     }
 
-    void Make(DWORD type) {
+    void Make(LONG type) {
         button = std::make_unique<CIconButton>();
-        button->Create("BUTTON", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP | type, {10, 10, 70, 30}, ground.GetHandle(),
-                       buttonId);
+        Put(*button, ground, "BUTTON", {10, 10, 70, 30}, type, "", buttonId);
         for (const auto& [index, color] : {std::pair(0U, 'a'), {2U, 'i'}, {4U, 'i'}})
             button->SetColor(index, ColorOf(color), false);
         PumpMessages();
@@ -34,9 +33,6 @@ protected:
         return button->SetDropMenu(menuId, ground.GetHandle(), 1, toolbarId, 16, 15, RGB(0xC0, 0xC0, 0xC0), true);
     }
     std::string Face() const { return ground.Look({40, 20, 41, 21})[0]; }
-    void Press(std::initializer_list<WPARAM> keys) const {
-        for (const WPARAM key : keys) ::PostMessageA(button->GetHandle(), WM_KEYDOWN, key, 0);
-    }
     void Click() {
         ground.commands.clear();
         ground.SendMessage(WM_COMMAND, MAKEWPARAM(buttonId, BN_CLICKED), reinterpret_cast<LPARAM>(button->GetHandle()));
@@ -45,8 +41,12 @@ protected:
     // Clicks, and presses the keys while the menu is open: what the ground was told then, without the button's click.
     std::vector<UINT> ChosenBy(std::initializer_list<WPARAM> keys) {
         const CMeanwhile meanwhile([&] {
-            if (ShownPopup() == nullptr) return false;
-            Press(keys);
+            if (ShownPopup() == nullptr || Face() != "a") return false;
+            RECT menu{};
+            ::GetWindowRect(ShownPopup(), &menu);
+            const CRect window = button->GetWindowRect();
+            EXPECT_TRUE(menu.left == window.left && menu.top == window.bottom && ground.commands.empty());
+            for (const WPARAM key : keys) ::PostMessageA(button->GetHandle(), WM_KEYDOWN, key, 0);
             return true;
         });
         Click();
@@ -68,20 +68,6 @@ TEST_F(IconMenu, AClickShowsTheMenuAndPostsTheChoice) {
     EXPECT_EQ(COwnerDrawMenu::sharedImageIds, (std::vector<UINT>{501, 501, 501, 502, 502, 502, 503, 503, 503}));
     PumpMessages();
     EXPECT_EQ(Face(), "i");
-    {
-        const CMeanwhile meanwhile([&] {
-            if (ShownPopup() == nullptr || Face() != "a") return false;
-            RECT menu{};
-            ::GetWindowRect(ShownPopup(), &menu);
-            const CRect window = button->GetWindowRect();
-            EXPECT_EQ(menu.left, window.left);
-            EXPECT_EQ(menu.top, window.bottom);
-            EXPECT_TRUE(ground.commands.empty());
-            Press({VK_ESCAPE});
-            return true;
-        });
-        Click();
-    }
     struct Row {
         std::initializer_list<WPARAM> keys;
         std::vector<UINT> chosen;
@@ -104,8 +90,9 @@ TEST_F(IconMenu, WhatCanNotBeLoadedLeavesNoMenuAndACheckBoxOnlyFlips) {
         int result;
         bool there;
     };
-    for (const Row& row : {Row{IDM_DROP, 0, 0, true}, Row{IDM_MISSING, 0, 1, false}, Row{IDM_DROP, IDM_MISSING, 1, false},
-                           Row{IDM_DROP, 0, 0, true}, Row{0, 0, 0, false}, Row{IDM_NO_POPUP, 0, 0, true}}) {
+    for (const Row& row :
+         {Row{IDM_DROP, 0, 0, true}, Row{IDM_MISSING, 0, 1, false}, Row{IDM_DROP, IDM_MISSING, 1, false},
+          Row{IDM_DROP, 0, 0, true}, Row{0, 0, 0, false}, Row{IDM_NO_POPUP, 0, 0, true}}) {
         EXPECT_EQ(SetMenu(row.menu, row.toolbar), row.result);
         EXPECT_EQ(button->HasDropMenu(), row.there);
         EXPECT_TRUE(row.menu == IDM_DROP || COwnerDrawMenu::allSubMenus.empty());

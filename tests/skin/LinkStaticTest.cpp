@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "Ground.h"
+#include "skin/LinkTarget.h"
 #include "support/Meanwhile.h"
 
 namespace {
@@ -39,18 +40,11 @@ class LinkStatic : public testing::Test {
 protected:
     void Make(const char* text, LONG style = SS_LEFT) {
         if (link.GetHandle() != nullptr) link.DestroyWindow();
-        link.Create("STATIC", text, WS_CHILD | WS_VISIBLE | static_cast<DWORD>(style), place, ground.GetHandle(), 1001,
-                    WS_EX_TRANSPARENT);
-        PumpMessages();
+        Put(link, ground, "STATIC", place, style, text);
     }
     bool Shows(COLORREF color) {
         PumpMessages();
         return std::ranges::count(ground.Pixels(place), color) != 0;
-    }
-    CSize Extent(const char* text) const {
-        const CClientDC dc(link.GetHandle());
-        const CSelectObject font(dc, reinterpret_cast<HFONT>(link.SendMessage(WM_GETFONT)));
-        return dc.GetTextExtent(text);
     }
     bool HasUnderline() const {
         LOGFONTW font{};
@@ -66,20 +60,23 @@ protected:
 TEST_F(LinkStatic, TakesTheSizeOfItsTextOnItsOwnSide) {
     for (const char* text : {"i", "W", "much longer than the control was made to be"}) {
         for (const LONG style : {SS_LEFT, SS_CENTER, SS_RIGHT, SS_LEFT | SS_CENTERIMAGE, SS_RIGHT | SS_CENTERIMAGE}) {
-            for (const bool fits : {true, false}) {
-                link.SetFitToText(fits);
-                Make(text, style);
-                const CSize extent = Extent(text);
-                const LONG side = (101 - extent.cx) / 2, edge = (31 - extent.cy) / 2;
-                CRect wanted(40, 10, 141, 10 + extent.cy);
-                if ((style & SS_CENTERIMAGE) != 0) wanted = CRect(40, 10 + edge, 141, 41 - edge);
-                if ((style & 3) == SS_LEFT) wanted.right = 40 + extent.cx;
-                if ((style & 3) == SS_CENTER) wanted = CRect(40 + side, wanted.top, 141 - side, wanted.bottom);
-                if ((style & 3) == SS_RIGHT) wanted.left = 141 - extent.cx;
-                EXPECT_EQ(CRect(PlaceInParent(link.GetHandle())), fits ? wanted : place) << text << style;
-                link.SetFitToText(true);
-                EXPECT_EQ(CRect(PlaceInParent(link.GetHandle())), wanted) << text << style;
+            link.SetFitToText(false);
+            Make(text, style);
+            EXPECT_EQ(CRect(PlaceInParent(link.GetHandle())), place);
+            link.SetFitToText(true);
+            CSize extent;
+            {
+                const CClientDC dc(link.GetHandle());
+                const CSelectObject font(dc, reinterpret_cast<HFONT>(link.SendMessage(WM_GETFONT)));
+                extent = dc.GetTextExtent(text);
             }
+            const LONG side = (101 - extent.cx) / 2, edge = (31 - extent.cy) / 2;
+            CRect wanted(40, 10, 141, 10 + extent.cy);
+            if ((style & SS_CENTERIMAGE) != 0) wanted = CRect(40, 10 + edge, 141, 41 - edge);
+            if ((style & 3) == SS_LEFT) wanted.right = 40 + extent.cx;
+            if ((style & 3) == SS_CENTER) wanted = CRect(40 + side, wanted.top, 141 - side, wanted.bottom);
+            if ((style & 3) == SS_RIGHT) wanted.left = 141 - extent.cx;
+            EXPECT_EQ(CRect(PlaceInParent(link.GetHandle())), wanted) << text << style;
         }
     }
 }
@@ -102,7 +99,7 @@ TEST_F(LinkStatic, TextTargetFontAndCursorGoFromWindowToWindow) {
     Make("another window");
     EXPECT_EQ(TipOf(link), "other");
     CLinkStatic second(opener);
-    second.Create("STATIC", "own text", WS_CHILD, place, ground.GetHandle(), 1002);
+    Put(second, ground, "STATIC", place, 0, "own text");
     EXPECT_EQ(second.GetTarget(), "own text");
     const HCURSOR arrow = ::LoadCursorA(nullptr, IDC_ARROW), cross = ::LoadCursorA(nullptr, IDC_CROSS);
     for (const HCURSOR cursor : {cross, HCURSOR{}}) {
@@ -119,9 +116,9 @@ TEST_F(LinkStatic, TextTargetFontAndCursorGoFromWindowToWindow) {
 // Beneath the link lies a picture, as a sibling.
 TEST_F(LinkStatic, NothingOfAFormerLookStaysOnThePictureBeneath) {
     CWnd picture;
-    picture.Create("STATIC", "", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | SS_WHITERECT, {0, 0, 200, 100},
-                   ground.GetHandle(), 1003);
+    Put(picture, ground, "STATIC", {0, 0, 200, 100}, WS_CLIPSIBLINGS | SS_WHITERECT);
     Make("WWW");
+    ::SetWindowLongA(link.GetHandle(), GWL_EXSTYLE, WS_EX_TRANSPARENT);
     ::SetWindowPos(link.GetHandle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
     PumpMessages();
     const std::vector<COLORREF> look = ground.Pixels(place);
@@ -145,28 +142,21 @@ TEST_F(LinkStatic, NothingOfAFormerLookStaysOnThePictureBeneath) {
 
 TEST_F(LinkStatic, AClickOpensOrTellsWhyNot) {
     Make("http://www.brenholt.example");
-    for (const int result : {31, 32, 33}) {
-        opener.shellResult = result;
-        std::string told;
-        const auto answer = [&] {
+    const auto click = [this] { Mouse(link, WM_LBUTTONDOWN, 1, 1, MK_LBUTTON); };
+    for (const int failure : {31, 32}) {
+        opener.shellResult = failure;
+        const CMeanwhile meanwhile([&] {
             const HWND box = ShownDialog();
             if (box == nullptr) return false;
-            told = TextOf(::GetDlgItem(box, 0xFFFF));
-            ::PostMessageA(box, WM_COMMAND, IDOK, 0);
-            return true;
-        };
-        if (result < 33) {
-            const CMeanwhile meanwhile(answer);
-            Mouse(link, WM_LBUTTONDOWN, 1, 1, MK_LBUTTON);
-        } else {
-            Mouse(link, WM_LBUTTONDOWN, 1, 1, MK_LBUTTON);
-        }
-        if (result == 31) {
-            EXPECT_EQ(told, "Unable to open hyperlink:\n\nThere is no application associated\nwith the given filename "
-                            "extension.");
-        }
-        EXPECT_EQ(link.GetVisited(), result == 33);
+            EXPECT_EQ(TextOf(::GetDlgItem(box, 0xFFFF)), OpenFailureText(failure));
+            return ::PostMessageA(box, WM_COMMAND, IDOK, 0) != FALSE;
+        });
+        click();
+        EXPECT_FALSE(link.GetVisited());
     }
+    opener.shellResult = 33;
+    click();
+    EXPECT_TRUE(link.GetVisited());
     EXPECT_EQ(opener.opened, std::vector<std::string>(3, "http://www.brenholt.example"));
     EXPECT_TRUE(ground.commands.empty()) << "the link keeps its clicks to itself";
 }
@@ -174,21 +164,15 @@ TEST_F(LinkStatic, AClickOpensOrTellsWhyNot) {
 TEST(LinkOpener, TheBrowserIsTheSecondRoad) {
     const std::pair<const std::string, std::string> type{".htm", "page"}, command{"page\\shell\\open\\command", "b %1"},
         tooLong{command.first, std::string(519, 'b')};
-    struct Row {
-        int shell;
-        std::map<std::string, std::string> registry;
-        int result;
-        std::vector<std::string> run;
-    };
-    const Row rows[] = {
+    const std::tuple<int, std::map<std::string, std::string>, int, std::vector<std::string>> rows[] = {
         {33, {type, command}, 33, {}}, {32, {type, command}, 7, {"b  T"}}, {2, {}, 2, {}}, {2, {type}, 2, {}},
         {2, {command}, 2, {}},         {5, {type, tooLong}, 5, {}}};
-    for (const Row& row : rows) {
+    for (const auto& [shell, registry, result, run] : rows) {
         COpenerStandIn opener;
-        opener.shellResult = row.shell;
-        opener.registry = row.registry;
-        EXPECT_EQ(opener.Open("T", SW_SHOW), row.result) << &row - rows;
-        EXPECT_EQ(opener.run, row.run) << &row - rows;
+        opener.shellResult = shell;
+        opener.registry = registry;
+        EXPECT_EQ(opener.Open("T", SW_SHOW), result) << shell;
+        EXPECT_EQ(opener.run, run) << shell;
     }
 }
 

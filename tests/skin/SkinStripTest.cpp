@@ -1,4 +1,4 @@
-// The selector, the tool strip and the separator on a real window.
+// The selector and the tool strip on a real window.
 #include "skin/SkinToolStrip.h"
 
 #include <map>
@@ -9,7 +9,6 @@
 #include "Ground.h"
 #include "resources/ResourceIds.h"
 #include "skin/SkinSelector.h"
-#include "skin/SkinSeparator.h"
 #include "skin/StripLayout.h"
 #include "support/Seed.h"
 
@@ -22,7 +21,7 @@ TEST(SkinSelector, AClickChoosesItsSlotAtOnce) {
     constexpr int width = 12, slotHeight = 44;
     const CGround ground;
     CSkinSelector selector;
-    selector.Create("STATIC", "", WS_CHILD | WS_VISIBLE | SS_NOTIFY, {0, 0, width, 190}, ground.GetHandle(), 7);
+    Put(selector, ground, "STATIC", {0, 0, width, 190}, SS_NOTIFY);
     const CPictureFile picture("slots.bmp", BitmapFileOf(Art(4 * slotHeight, std::string(width, 'p'))));
     EXPECT_TRUE(selector.SetBitmapFile(picture.name));
     for (const char color : {'A', 'B', ' ', 'D'}) { // one is missing
@@ -30,6 +29,7 @@ TEST(SkinSelector, AClickChoosesItsSlotAtOnce) {
                                  BitmapFileOf(Art(slotHeight, std::string(width / 2, color))));
         selector.AddImage(color == ' ' ? "no such.bmp" : image.name);
     }
+    selector.Invalidate();
     struct Row {
         int y;
         const char* slots;
@@ -44,10 +44,10 @@ TEST(SkinSelector, AClickChoosesItsSlotAtOnce) {
             if (row.y > 199) PumpMessages(); // not painted as yet
             Mouse(selector, message, 3, row.y);
             EXPECT_EQ(::GetCursor() != nullptr, row.hand) << row.y;
-            Art expected(190, std::string(width, 'g'));
+            Art expected;
             for (std::size_t y = 0; y < 4 * slotHeight; ++y)
-                expected[y] = std::string(width / 2, row.slots[y / slotHeight]) + std::string(width / 2, 'p');
-            EXPECT_EQ(ground.Look({0, 0, width, 190}), expected) << row.y;
+                expected.push_back(std::string(width / 2, row.slots[y / slotHeight]) + "pppppp");
+            EXPECT_EQ(ground.Look({0, 0, width, 176}), expected) << row.y;
             EXPECT_EQ(selector.GetSelected(), row.selected) << row.y;
         }
     }
@@ -60,7 +60,7 @@ TEST(SkinSelector, AClickChoosesItsSlotAtOnce) {
 class SkinToolStrip : public testing::Test {
 protected:
     SkinToolStrip() {
-        strip.Create("STATIC", "", WS_CHILD | WS_VISIBLE, {0, 0, 300, 30}, ground.GetHandle(), 1039);
+        Put(strip, ground, "STATIC", {0, 0, 300, 30});
         EXPECT_TRUE(strip.LoadStrip(stripPicture));
         EXPECT_FALSE(CSkinToolStrip().LoadStrip(9999));
     }
@@ -109,21 +109,17 @@ TEST_F(SkinToolStrip, ButtonsHaveTheirPictureAndRoomForTheirText) {
         StoreBoxes(expected, ButtonRow(static_cast<int>(count), width, height)); // without their texts
         EXPECT_TRUE(strip.SerializeButtonRects(stored));
         EXPECT_EQ(stored.GetStored(), expected.GetStored());
+        CArchive whole(stored.GetStored()), cut(std::span(stored.GetStored()).first(1)), again;
+        CSkinToolStrip copy;
+        EXPECT_TRUE(copy.SerializeButtonRects(whole) && !copy.SerializeButtonRects(cut));
+        copy.SerializeButtonRects(again);
+        EXPECT_EQ(again.GetStored(), stored.GetStored());
     }
 }
 
-TEST_F(SkinToolStrip, StoredPlacesComeBackAndAParentMayRebuildItWheneverItHears) {
+TEST_F(SkinToolStrip, AParentMayRebuildItWheneverItHears) {
     strip.SetButtonIds({IDS_START, IDS_OK});
     strip.CreateButtons(40, 21, 30);
-    CArchive made, again;
-    strip.SerializeButtonRects(made);
-    CArchive whole(made.GetStored()), cut(std::span(made.GetStored()).first(33));
-    CSkinToolStrip other;
-    EXPECT_TRUE(other.SerializeButtonRects(whole) && !other.SerializeButtonRects(cut));
-    other.SerializeButtonRects(again);
-    EXPECT_EQ(again.GetStored(), made.GetStored());
-    strip.SendMessage(WM_COMMAND, MAKEWPARAM(IDS_OK, BN_CLICKED), 0);
-    EXPECT_EQ(ground.commands.back().id, static_cast<UINT>(IDS_OK));
     int heard = 0;
     ground.atCommand = [&] {
         ++heard;
@@ -135,39 +131,18 @@ TEST_F(SkinToolStrip, StoredPlacesComeBackAndAParentMayRebuildItWheneverItHears)
     EXPECT_NE(strip.GetDlgItem(IDS_YES), nullptr);
     EXPECT_EQ(strip.GetDlgItem(IDS_OK), nullptr);
     strip.DestroyWindow();
-    strip.Create("STATIC", "", WS_CHILD | WS_VISIBLE, {0, 0, 300, 30}, ground.GetHandle(), 1039);
+    Put(strip, ground, "STATIC", {0, 0, 300, 30});
     EXPECT_EQ(strip.GetDlgItem(IDS_YES), nullptr) << "of another window";
 }
 
 TEST(SkinButton, TakesItsPictureFromAResource) {
     const CGround ground;
     CSkinButton button;
-    button.Create("BUTTON", "", WS_CHILD | WS_VISIBLE, {0, 0, 22, 1}, ground.GetHandle(), 7);
+    Put(button, ground, "BUTTON", {0, 0, 22, 1});
     EXPECT_TRUE(button.SetBitmapResource(stripPicture));
     const CSurface surface(23, 1);
     Print(button, surface);
-    EXPECT_EQ(surface.Read()[0], std::string(22, 'a') + " ");
-}
-
-TEST(SkinSeparator, StretchesItsPictureBetweenTwoLines) {
-    const CGround ground;
-    CSkinSeparator separator;
-    separator.Create("STATIC", "", WS_CHILD | WS_VISIBLE, {0, 0, 20, 12}, ground.GetHandle(), 7);
-    separator.lineColor = ColorOf('L');
-    const auto look = [&] {
-        const CSurface surface(22, 12);
-        Print(separator, surface);
-        return surface.Read();
-    };
-    EXPECT_EQ(look(), Art(12, "L" + std::string(19, ' ') + "L "));
-    Art picture(12, "cccccttccccc"), expected(12, "Lcccc" + std::string(10, 't') + "cccccL ");
-    for (const std::size_t y : {5U, 6U}) {
-        picture[y] = "lllllmmrrrrr";
-        expected[y] = "Lllll" + std::string(10, 'm') + "rrrrrL ";
-    }
-    const CPictureFile file("separator.bmp", BitmapFileOf(picture));
-    EXPECT_TRUE(separator.SetBitmapFile(file.name));
-    EXPECT_EQ(look(), expected);
+    EXPECT_EQ(surface.Read()[0], "aaaaaaaaaaaaaaaaaaaaaa ");
 }
 
 } // namespace
