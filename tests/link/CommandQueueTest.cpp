@@ -1,151 +1,177 @@
-// The queue with its real worker: order, pauses, ownership, and the end of the process.
+// The queue with its real worker, against a model of what is queued, in flight and done.
 #include "link/CommandQueue.h"
 
 #include <algorithm>
 #include <chrono>
 #include <functional>
-#include <mutex>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "TimeFactor.h"
+#include "support/Seed.h"
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
-// What the commands of one test report. Written on the worker; to be read once all are gone.
+bool Eventually(const std::function<bool()>& condition) {
+    for (const auto deadline = Clock::now() + 10s; !condition() && Clock::now() < deadline;) PauseThread(1);
+    return condition();
+}
+
+constexpr int everyId = -2;
+
+// What the commands of one test do and report.
 struct Journal {
-    std::atomic<int> alive{0};
-    std::vector<int> ids;
-    std::vector<Clock::duration> gaps; // between the end of one command and the start of the next
-    Clock::time_point end;
+    std::atomic<int> alive{0}, inside{0}, latest{-1};
+    std::atomic<int> released{everyId};        // who needn't stay in flight
+    std::vector<int> done;                     // written on the worker
+    std::vector<Clock::time_point> begun, end; // as are these
 };
 
 class CJournalCommand : public CCommand {
 public:
-    CJournalCommand(Journal& target, int number, std::function<void()> body)
-        : journal(target), id(number), work(std::move(body)) {
-        ++journal.alive;
-    }
+    CJournalCommand(Journal& target, int number) : journal(target), id(number) { ++journal.alive; }
     ~CJournalCommand() override { --journal.alive; }
     void Execute() override {
-        if (!journal.ids.empty()) journal.gaps.push_back(Clock::now() - journal.end);
-        if (work) work();
-        journal.ids.push_back(id);
-        journal.end = Clock::now();
+        journal.begun.push_back(Clock::now());
+        EXPECT_EQ(++journal.inside, 1) << "two commands at a time";
+        journal.latest = id;
+        while (journal.released != id && journal.released != everyId) PauseThread(1);
+        journal.done.push_back(id);
+        --journal.inside;
+        journal.end.push_back(Clock::now());
     }
 
 private:
     Journal& journal;
     int id;
-    std::function<void()> work;
 };
 
-class CommandQueue : public testing::Test {
-protected:
-    void Add(int id, std::function<void()> work = {}) {
-        queue.Add(std::make_unique<CJournalCommand>(journal, id, std::move(work)));
+// The queue as its users understand it. While a command is held in flight, nothing happens by itself.
+struct QueueModel {
+    bool IsIdle() const { return running && inFlight < 0; }
+    // What the worker does until it is in a command again, or has nothing to do.
+    void Settle() {
+        if (IsIdle() && stopRequested) running = false;
+        while (IsIdle() && !queued.empty()) {
+            inFlight = queued.front();
+            queued.pop_front();
+        }
     }
-    // Adds a command and waits until the worker is inside it, where it stays until `release`.
-    void AddBlocking(int id) {
-        Add(id, [this] {
-            inside = true;
-            while (!release) PauseThread(1);
-        });
-        ASSERT_TRUE(Eventually([&] { return inside.load(); }));
+    void Start() {
+        if (running || shut) return;
+        running = true;
+        stopRequested = false;
     }
-    static bool Eventually(const std::function<bool()>& condition) {
-        const auto deadline = Clock::now() + 10s * TimeFactor();
-        while (!condition() && Clock::now() < deadline) PauseThread(1);
-        return condition();
-    }
-    bool AllGone() {
-        return Eventually([&] { return journal.alive == 0; });
-    }
-    bool WorkerLeft() {
-        return Eventually([&] { return !queue.IsRunning(); });
-    }
+    std::deque<int> queued;
+    std::vector<int> done;
+    int inFlight = -1; // its number
+    bool running = false, stopRequested = false, shut = false;
+};
 
+TEST(CommandQueue, DoesWhatItsUsersUnderstand) {
+    const unsigned seed = TestSeed();
+    SCOPED_TRACE(SeedText(seed));
+    std::mt19937 random(seed);
     Journal journal;
-    std::atomic<bool> inside{false}, release{false};
-    CCommandQueue queue;
-};
-
-TEST_F(CommandQueue, RunsInOrderOneAtATimeWithAPauseBetween) {
-    std::vector<int> expected;
-    EXPECT_FALSE(queue.IsRunning());
-    queue.Add(nullptr); // removed and skipped
-    for (int id = 0; id < 20; ++id) {
-        queue.Start(); // must not make a second worker
-        Add(id, [] { PauseThread(2); });
-        expected.push_back(id);
-    }
-    ASSERT_TRUE(AllGone());
-    EXPECT_EQ(journal.ids, expected);
-    EXPECT_GE(std::ranges::min(journal.gaps), 10ms);
-    EXPECT_TRUE(queue.IsRunning()); // idle, but there
-}
-
-TEST_F(CommandQueue, StopLeavesTheRestQueuedUntilTheNextStart) {
-    AddBlocking(0);
-    Add(1);
-    queue.Stop();
-    EXPECT_TRUE(queue.IsRunning()); // the command in flight ends first
-    release = true;
-    ASSERT_TRUE(WorkerLeft());
-    EXPECT_EQ(journal.ids, std::vector{0});
-    Add(2); // starts a new worker
-    ASSERT_TRUE(AllGone());
-    EXPECT_EQ(journal.ids, (std::vector{0, 1, 2}));
-}
-
-TEST_F(CommandQueue, TheEndOfTheProcessDropsWhatIsQueued) {
-    AddBlocking(0);
-    for (int id = 1; id < 100; ++id) Add(id);
-    queue.Stop();
-    queue.DropQueued();
-    EXPECT_EQ(journal.alive, 1); // only the one in flight
-    release = true;
-    ASSERT_TRUE(WorkerLeft());
-    EXPECT_EQ(journal.ids, std::vector{0});
+    journal.released = -1;
+    QueueModel model;
+    {
+        CCommandQueue queue;
+        EXPECT_EQ(queue.GetThreadHandle(), nullptr);
+        for (int step = 0; step < 250 && !testing::Test::HasFailure(); ++step) {
+            constexpr std::array names{"add",  "add",  "add",  "finish", "finish", "start",
+                                       "null", "stop", "drop", "shut",   "reopen", "reopen"};
+            const std::string operation = names.at(random() % names.size());
+            SCOPED_TRACE("step " + std::to_string(step) + ", " + operation);
+            if (operation == "add") {
+                EXPECT_EQ(queue.Add(std::make_unique<CJournalCommand>(journal, step)), 0);
+                if (!model.shut) model.queued.push_back(step), model.Start();
+            } else if (operation == "null") { // skipped when its turn comes
+                queue.Add(nullptr);
+                if (!model.shut) model.Start();
+            } else if (operation == "finish" && model.inFlight >= 0) {
+                journal.released = model.inFlight;
+                model.done.push_back(std::exchange(model.inFlight, -1));
+            } else if (operation == "start") {
+                queue.Start();
+                model.Start();
+            } else if (operation == "stop") {
+                queue.Stop();
+                model.stopRequested = true;
+            } else if (operation == "drop" || operation == "shut") {
+                operation == "drop" ? queue.DropQueued() : queue.Shut();
+                model.queued.clear();
+                if (operation == "shut") model.shut = model.stopRequested = true;
+                EXPECT_LE(journal.alive, 1) << "only what is in flight is left";
+            } else if (operation == "reopen") {
+                queue.Reopen();
+                model.shut = false;
+            }
+            model.Settle();
+            EXPECT_TRUE(Eventually([&] {
+                return queue.IsRunning() == model.running && journal.inside == (model.inFlight < 0 ? 0 : 1) &&
+                       (model.inFlight < 0 || journal.latest == model.inFlight) &&
+                       journal.alive == static_cast<int>(model.queued.size()) + journal.inside;
+            })) << queue.IsRunning()
+                << model.running << ' ' << journal.latest << ' ' << model.inFlight << ' ' << journal.alive << ' '
+                << model.queued.size();
+            EXPECT_EQ(queue.IsShut(), model.shut);
+        }
+        queue.Reopen();
+        for (int id = 1000; id < 1003; ++id) queue.Add(std::make_unique<CJournalCommand>(journal, id));
+        journal.released = everyId;
+    } // waits for the command in flight, and takes the others along
     EXPECT_EQ(journal.alive, 0);
+    ASSERT_GE(journal.done.size(), model.done.size());
+    EXPECT_TRUE(std::ranges::equal(model.done, std::span(journal.done).first(model.done.size())));
+    EXPECT_TRUE(std::ranges::is_sorted(journal.done, std::less_equal{})) << "run twice, or out of order";
+    for (std::size_t at = 1; at < journal.begun.size(); ++at)
+        EXPECT_GE(journal.begun[at] - journal.end[at - 1], 10ms) << at;
 }
 
-TEST_F(CommandQueue, EachCommandRunsOrIsDropped) {
-    for (int id = 0; id < 200; ++id) {
-        Add(id);
-        if (id % 7 == 0) queue.DropQueued();
-        if (id % 20 == 0) PauseThread(3);
+TEST(CommandQueue, AddsAndDropsMeetTheWorkerAtAnyMoment) {
+    Journal journal;
+    {
+        CCommandQueue queue;
+        for (int id = 0; id < 300; ++id) {
+            queue.Add(std::make_unique<CJournalCommand>(journal, id));
+            queue.Start(); // must not make a second worker
+            if (id % 7 == 0) queue.DropQueued();
+            if (id % 20 == 0) PauseThread(3);
+        }
+        queue.DropQueued();
+        EXPECT_TRUE(Eventually([&] { return journal.alive == 0; }));
+        EXPECT_TRUE(queue.IsRunning()); // idle, but there
+#ifdef _WIN32
+        EXPECT_EQ(::WaitForSingleObject(queue.GetThreadHandle(), 0), static_cast<DWORD>(WAIT_TIMEOUT));
+        queue.Stop();
+        EXPECT_EQ(::WaitForSingleObject(queue.GetThreadHandle(), 10'000), WAIT_OBJECT_0);
+#endif
     }
-    queue.DropQueued();
-    ASSERT_TRUE(AllGone());
-    EXPECT_TRUE(std::ranges::is_sorted(journal.ids, std::less_equal{})) << "run twice, or out of order";
+    EXPECT_TRUE(std::ranges::is_sorted(journal.done, std::less_equal{})) << "run twice, or out of order";
+    EXPECT_EQ(CCommandQueue::Instance(), CCommandQueue::Instance());
 }
 
 TEST(Mutex, WaitsForItsOwnerAndNoLongerThanAsked) {
-    static CMutex mutex;
-    static std::atomic<int> outcome;
-    const auto lockedElsewhere = [] {
-        outcome = -1;
-        CWorkerThread thread;
-        EXPECT_TRUE(thread.Start(
-            [](void*) noexcept -> unsigned {
-                const bool owned = mutex.Lock(20);
-                if (owned) mutex.Unlock();
-                outcome = owned;
-                return 0;
-            },
-            nullptr));
-        while (outcome < 0) PauseThread(1);
-        return outcome == 1;
+    CMutex mutex;
+    const auto isFree = [&] {
+        bool owned = false;
+        std::thread([&] {
+            owned = mutex.Lock(20);
+            if (owned) mutex.Unlock();
+        }).join();
+        return owned;
     };
-    ASSERT_TRUE(mutex.Lock());
-    EXPECT_FALSE(lockedElsewhere());
+    ASSERT_TRUE(mutex.Lock() && mutex.Lock(0));
+    EXPECT_FALSE(isFree());
     mutex.Unlock();
-    EXPECT_TRUE(lockedElsewhere());
+    EXPECT_FALSE(isFree()) << "locked once more";
+    mutex.Unlock();
+    EXPECT_TRUE(isFree());
 }
 
 } // namespace

@@ -1,135 +1,95 @@
-// Frames byte by byte, the search over hostile buffers, and what the decoders fill and leave alone.
-#include "link/CounterFrame.h"
+// Frames byte by byte, the clock over its century, and search and decoders over hostile buffers.
+#include "FrameChecks.h"
 
-#include <vector>
+#include <cstdio>
 
 #include <gtest/gtest.h>
 
-#include "framework/Time.h"
+#include "support/Hex.h"
+#include "support/Seed.h"
 
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
-
-const std::uint32_t sampleTime = CTime(CalendarFields{2012, 7, 2, 16, 21, 20}).GetTime();
-const Bytes status0{0x02, 0x00, 0x12, 0x07, 0x02, 0x16, 0x21, 0x20, 0x00,
-                    0x64, 0x00, 0x32, 0x00, 0x00, 0x00, 0x08, 0x03};
-const Bytes settings0{0x02, 0x00, 0x12, 0x07, 0x02, 0x16, 0x21, 0x20, 0x15, 0xE4, 0x6B, 0x03};
-const Bytes done2{0x02, 0x02, 0x00, 0x02, 0x03};
-const Bytes refused2{0x02, 0x02, 0x01, 0x03, 0x03};
-
-Bytes operator+(Bytes front, const Bytes& back) {
-    front.insert(front.end(), back.begin(), back.end());
-    return front;
-}
-
-Bytes With(Bytes bytes, std::size_t at, std::uint8_t value) {
-    bytes[at] = value;
-    return bytes;
-}
-
-template <int recordLength>
-std::vector<int> Found(const Bytes& reply) {
-    std::vector<int> positions;
-    SearchRecords<recordLength>(reply, [&](std::span<const std::uint8_t, recordLength> record) {
-        positions.push_back(static_cast<int>(record.data() - reply.data()));
-    });
-    return positions;
+TEST(CounterFrame, SearchAndDecodersHoldForWhateverTheLineBrings) {
+    const unsigned seed = TestSeed();
+    SCOPED_TRACE(SeedText(seed));
+    std::mt19937 random(seed);
+    const auto below = [&](unsigned bound) { return static_cast<unsigned>(random() % bound); };
+    std::size_t found = 0;
+    for (int round = 0; round < 3000 && !testing::Test::HasFailure(); ++round) {
+        std::vector<std::uint8_t> reply;
+        for (unsigned piece = below(9); piece > 0; --piece) {
+            std::vector<std::uint8_t> bytes(below(2) == 0 ? below(4) : std::array{5U, 12U, 17U}.at(below(3)));
+            const bool isNarrow = below(2) == 0; // made of start and end bytes, and of sums that these give
+            for (auto& byte : bytes) byte = static_cast<std::uint8_t>(isNarrow ? below(5) : below(256));
+            if (bytes.size() > 4) {
+                bytes.front() = frameStart, bytes.back() = frameEnd;
+                SetFrameChecksum(bytes.data(), static_cast<int>(bytes.size()));
+                if (below(3) == 0) ++bytes[below(static_cast<unsigned>(bytes.size()))];
+                if (below(3) == 0) bytes.resize(below(static_cast<unsigned>(bytes.size())));
+            }
+            reply.insert(reply.end(), bytes.begin(), bytes.end());
+        }
+        found += CheckReply(reply, [&](bool holds, const char* what) {
+            if (!holds) ADD_FAILURE() << what << ": " << HexOf(reply);
+        });
+    }
+    EXPECT_GT(found, 1000U) << "too little to find";
 }
 
 TEST(CounterFrame, RequestsAreExactToTheByte) {
-    const CounterRecord settings{.deviceTime = sampleTime, .sdDetect = 1, .sdPeriod = 4, .sensitivity = 0x100 + 21};
-    const auto bytes = [](const auto& frame) { return Bytes(frame.begin(), frame.end()); };
-    EXPECT_EQ(bytes(BuildPollRequest(0)), (Bytes{0x02, 0x00, 0x81, 0x81, 0x03}));
-    EXPECT_EQ(bytes(BuildReadSettingsRequest(5)), (Bytes{0x02, 0x05, 0x82, 0x87, 0x03}));
-    EXPECT_EQ(bytes(BuildClearRequest(255)), (Bytes{0x02, 0xFF, 0x87, 0x86, 0x03})); // the sum wraps
-    EXPECT_EQ(bytes(BuildSetAddressRequest(255, 3)), (Bytes{0x02, 0xFF, 0x89, 0x03, 0x8B, 0x03}));
-    EXPECT_EQ(bytes(BuildSetClockRequest(255, settings)),
-              (Bytes{0x02, 0xFF, 0x8A, 0x12, 0x07, 0x02, 0x16, 0x21, 0x20, 0xFB, 0x03}));
-    EXPECT_EQ(bytes(BuildWriteSettingsRequest(255, settings)),
-              (Bytes{0x02, 0xFF, 0x88, 0x12, 0x07, 0x02, 0x16, 0x21, 0x20, 0, 0, 0, 0, 0, 0, 0x15, 0xE4, 0xF2, 0x03}));
-}
-
-TEST(CounterFrame, ClockFieldsCarryLocalTime) {
-    const ClockField sample{0x12, 0x07, 0x02, 0x16, 0x21, 0x20};
-    EXPECT_EQ(EncodeClockField(sampleTime), sample);
-    EXPECT_EQ(DecodeClockField(sample), sampleTime);
-    // Two digits of a year reach no further than a century, and nothing but a date may go out.
-    EXPECT_EQ(EncodeClockField(0), (ClockField{0x00, 0x01, 0x01, 0x00, 0x00, 0x00}));
-    EXPECT_EQ(EncodeClockField(0xFFFFFFFF), (ClockField{0x99, 0x12, 0x31, 0x23, 0x59, 0x59}));
-    // What comes in may be no BCD and no date: the calendar carries on, or gives up with 0.
-    EXPECT_EQ(DecodeClockField(ClockField{0x12, 0x12, 0x3F, 0x16, 0x21, 0x20}),
-              CTime(CalendarFields{2012, 12, 45, 16, 21, 20}).GetTime());
-    EXPECT_EQ(DecodeClockField(ClockField{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}), 0U);
-}
-
-TEST(CounterFrame, SettingsByteBothWays) {
-    const struct {
-        CounterRecord record;
-        std::uint8_t byte;
-    } rows[] = {{{.sdDetect = 1, .sdPeriod = 4}, 0xE4},
-                {{.language = 1, .direction = 1, .sdPeriod = 31}, 0x1F},
-                {{.language = 1}, 0x40},
-                {{.direction = 1, .sdPeriod = 16}, 0x90}};
-    for (const auto& row : rows) {
-        CounterRecord decoded;
-        DecodeSettingsByte(row.byte, decoded);
-        EXPECT_EQ(decoded, row.record) << int{row.byte};
-        EXPECT_EQ(EncodeSettingsByte(row.record), row.byte);
-    }
+    const std::uint32_t time = CTime(CalendarFields{2012, 7, 2, 16, 21, 20}).GetTime();
+    const CounterRecord settings{.deviceTime = time, .sdDetect = 1, .sdPeriod = 4, .sensitivity = 0x100 + 21};
+    EXPECT_EQ(HexOf(BuildPollRequest(0)), "02 00 81 81 03");
+    EXPECT_EQ(HexOf(BuildReadSettingsRequest(5)), "02 05 82 87 03");
+    EXPECT_EQ(HexOf(BuildClearRequest(255)), "02 ff 87 86 03"); // the sum wraps
+    EXPECT_EQ(HexOf(BuildSetAddressRequest(255, 3)), "02 ff 89 03 8b 03");
+    EXPECT_EQ(HexOf(BuildSetClockRequest(255, settings)), "02 ff 8a 12 07 02 16 21 20 fb 03");
+    EXPECT_EQ(HexOf(BuildWriteSettingsRequest(255, settings)),
+              "02 ff 88 12 07 02 16 21 20 00 00 00 00 00 00 15 e4 f2 03");
     // Values that no control offers.
     EXPECT_EQ(EncodeSettingsByte({.language = 2, .direction = -1, .sdDetect = 2, .sdPeriod = 0x3F}), 0x1F);
 }
 
-TEST(CounterFrame, DecodersFillTheirOwnFieldsOnly) {
-    const CounterRecord before{.language = 7, .sdPeriod = 7, .sensitivity = 7, .inCount = 7, .extraByte = 7};
-
-    Bytes status = With(With(status0, 1, 0xFF), 14, 0xC8);
-    status[8] = 0x01, status[9] = 0x80, status[11] = 0xFF, status[12] = 0xFF, status[13] = 0xFE;
-    CounterRecord record = before, expected = before;
-    expected.address = 255, expected.deviceTime = sampleTime, expected.inCount = 384, expected.outCount = 255;
-    expected.extraCount = 65534, expected.extraByte = 200;
-    EXPECT_TRUE(DecodeStatusRecord(status.data(), 17, record));
-    EXPECT_EQ(record, expected);
-
-    record = expected = before;
-    expected.deviceTime = sampleTime, expected.sensitivity = 200, expected.sdPeriod = 4;
-    expected.language = expected.direction = 0, expected.sdDetect = 1;
-    EXPECT_TRUE(DecodeSettingsRecord(With(settings0, 8, 200).data(), 12, record));
-    EXPECT_EQ(record, expected);
-
-    record = before;
-    EXPECT_FALSE(DecodeStatusRecord(status.data(), 16, record));
-    EXPECT_FALSE(DecodeSettingsRecord(settings0.data(), 11, record));
-    EXPECT_EQ(record, before);
+TEST(CounterFrame, ChecksumsOfAnyLengthCoverWhatLiesBetween) {
+    for (int length = 0; length <= 5; ++length) {
+        std::array<std::uint8_t, 5> frame{0x10, 0x20, 0xF0, 0x40, 0x50};
+        EXPECT_FALSE(CheckFrameChecksum(frame.data(), length)) << length;
+        SetFrameChecksum(frame.data(), length);
+        constexpr std::array changed{"10 20 f0 40 50", "10 20 f0 40 50", "10 20 f0 40 50",
+                                     "10 00 f0 40 50", "10 20 20 40 50", "10 20 f0 10 50"};
+        EXPECT_EQ(HexOf(frame), changed.at(static_cast<std::size_t>(length)));
+        EXPECT_EQ(CheckFrameChecksum(frame.data(), length), length > 2) << length;
+    }
 }
 
-TEST(CounterFrame, SearchFindsWhatTheLineBrought) {
-    const Bytes torn(status0.begin(), status0.end() - 1);
-    const Bytes half(status0.begin(), status0.begin() + 9);
-    const struct {
-        const char* name;
-        Bytes reply;
-        std::vector<int> expected;
-    } rows[] = {
-        {"nothing", {}, {}},
-        {"torn", torn, {}},
-        {"after start bytes", Bytes(17, 0x02) + status0, {17}},
-        {"back to back, torn end", status0 + status0 + torn, {0, 17}},
-        {"wrong start", With(status0, 0, 0x03), {}},
-        {"wrong body", With(status0, 9, 0x65), {}},
-        {"wrong checksum", With(status0, 15, 0x09), {}},
-        {"wrong end", With(status0, 16, 0x02), {}},
-        {"begins inside a spoilt one", half + status0, {9}},
-        {"of another kind", settings0 + settings0, {}},
+TEST(CounterFrame, ClocksGoOutAsDatesOfTheirCentury) {
+    for (int value = 0; value < 256; ++value) {
+        const auto bcd = static_cast<std::uint8_t>(value);
+        EXPECT_EQ(BcdToValue(bcd), value / 16 * 10 + value % 16);
+        EXPECT_EQ(ValueToBcd(value), static_cast<std::uint8_t>(value / 10 * 16 + value % 10));
+    }
+    const auto bytesOf = [](const CalendarFields& date) {
+        char text[24]{};
+        std::snprintf(text, sizeof text, "%02d %02d %02d %02d %02d %02d", date.year % 100, date.month, date.day,
+                      date.hour, date.minute, date.second);
+        return std::string(text);
     };
-    for (const auto& row : rows) EXPECT_EQ(Found<17>(row.reply), row.expected) << row.name;
-    EXPECT_EQ(Found<12>(settings0 + Bytes{0x03} + settings0), (std::vector{0, 13}));
-    EXPECT_EQ(Found<5>(done2 + Bytes{0x02, 0x02} + refused2), (std::vector{0, 7}));
-    // Two that overlap: the first takes its bytes, so the second isn't there.
-    const Bytes overlapping{0x02, 0x00, 0x02, 0x02, 0x03, 0x05, 0x03};
-    EXPECT_EQ(Found<5>(overlapping + done2), (std::vector{0, 7}));
-    EXPECT_EQ(Found<5>(Bytes(overlapping.begin() + 2, overlapping.end())), std::vector{0});
+    const struct {
+        CalendarFields date;
+        const char* sent;
+    } edges[] = {{{1970, 1, 2, 0, 0, 0}, "00 01 01 00 00 00"},     {{1999, 12, 31, 23, 59, 59}, "00 01 01 00 00 00"},
+                 {{2000, 1, 1, 0, 0, 1}, "00 01 01 00 00 01"},     {{2000, 6, 2, 3, 4, 5}, "00 06 02 03 04 05"},
+                 {{2099, 6, 29, 23, 58, 7}, "99 06 29 23 58 07"},  {{2099, 12, 31, 23, 59, 59}, "99 12 31 23 59 59"},
+                 {{2100, 1, 1, 0, 0, 0}, "99 12 31 23 59 59"},     {{2106, 2, 1, 0, 0, 0}, "99 12 31 23 59 59"},
+                 {{2024, 2, 29, 12, 34, 56}, "24 02 29 12 34 56"}, {{2024, 2, 30, 12, 34, 56}, "24 03 01 12 34 56"}};
+    for (const auto& edge : edges) EXPECT_EQ(HexOf(EncodeClockField(CTime(edge.date).GetTime())), edge.sent);
+    for (std::uint32_t time = 946'800'000; time < 4'102'000'000; time += 86'400 * 13 + 4567) {
+        const ClockField field = EncodeClockField(time);
+        EXPECT_EQ(HexOf(field), bytesOf(CTime(time).GetLocalFields()));
+        EXPECT_EQ(CTime(DecodeClockField(field)).GetLocalFields(), CTime(time).GetLocalFields());
+    }
+    EXPECT_EQ(DecodeClockField(ClockField{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}), 0U) << "no date that there is";
 }
 
 } // namespace

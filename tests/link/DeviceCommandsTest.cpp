@@ -1,214 +1,188 @@
-// The six exchanges over the real port object: closed, and open at one end of a null-modem cable with a counter played
-// at the other; and the way of a reply to a real window.
+// The six exchanges over a line whose counter answers at a given moment, to the millisecond: the pauses pass on a clock
+// of the test's own. And the way of a reply to a real window.
 #include "link/DeviceCommands.h"
 
-#include <chrono>
-#include <cstdlib>
+#include <cstring>
 #include <thread>
-#include <vector>
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
-#include "TimeFactor.h"
 #include "framework/Time.h"
-#include "framework/WorkerThread.h"
-#include "link/CounterFrame.h"
 #include "link/ReplyMessages.h"
 #include "link/ReplyPosting.h"
+#include "serial/CommPlatform.h"
 #include "serial/CommPort.h"
+#include "support/Hex.h"
 
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
-using Clock = std::chrono::steady_clock;
-using namespace std::chrono_literals;
+std::uint32_t passed = 0; // the clock, in ms
 
-const CounterRecord sentSettings{.deviceTime = CTime(CalendarFields{2012, 7, 2, 16, 21, 20}).GetTime(),
-                                 .language = 1,
-                                 .sdPeriod = 31,
-                                 .address = 3,
-                                 .sensitivity = 21};
+} // namespace
 
-struct Row {
-    std::unique_ptr<CCommand> command;
-    Bytes request;
-    std::uint32_t message;
-    Clock::duration pause;
-    bool blockAlways;       // even an empty reply comes as a block, and with the address
-    int address;            // as the block tells it
-    CounterRecord settings; // in the block
+// The linker hands the commands this one in place of PauseThread.
+// NOLINTNEXTLINE(bugprone-reserved-identifier)
+extern "C" void __wrap__Z11PauseThreadj(std::uint32_t milliseconds) {
+    passed += milliseconds;
+}
+
+namespace {
+
+// A driver that keeps what is written, and has an answer once its time has come.
+class CScriptedLine : public CCommPlatform {
+public:
+    HANDLE CreateFileA(const char*, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE) override {
+        return ::CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    }
+    BOOL GetCommTimeouts(HANDLE, COMMTIMEOUTS*) override { return TRUE; }
+    BOOL SetCommTimeouts(HANDLE, COMMTIMEOUTS*) override { return TRUE; }
+    BOOL SetCommMask(HANDLE, DWORD) override { return TRUE; }
+    BOOL PurgeComm(HANDLE, DWORD) override { return TRUE; }
+    BOOL GetDefaultCommConfigA(const char*, COMMCONFIG*, DWORD*) override { return FALSE; }
+    BOOL ClearCommError(HANDLE, DWORD*, COMSTAT* status) override {
+        status->cbInQue = Waiting();
+        return TRUE;
+    }
+    BOOL WriteFile(HANDLE, const void* buffer, DWORD count, DWORD* written, OVERLAPPED*) override {
+        sent += HexOf(std::span(static_cast<const std::uint8_t*>(buffer), count)) + ".";
+        writtenAt = passed;
+        *written = count;
+        return TRUE;
+    }
+    BOOL ReadFile(HANDLE, void* buffer, DWORD capacity, DWORD* got, OVERLAPPED*) override {
+        *got = std::min(capacity, Waiting());
+        std::memcpy(buffer, answer.data(), *got);
+        answer.erase(answer.begin(), answer.begin() + static_cast<std::ptrdiff_t>(*got));
+        return TRUE;
+    }
+
+    DWORD Waiting() const { return passed < writtenAt + delay ? 0 : static_cast<DWORD>(answer.size()); }
+
+    std::string sent;
+    std::vector<std::uint8_t> answer;
+    std::uint32_t delay = 0, writtenAt = 0;
 };
 
-template <class Command, std::size_t length>
-Row MakeRow(std::uint8_t address, const std::array<std::uint8_t, length>& request, std::uint32_t message,
-            bool blockAlways, Clock::duration pause = 100ms) {
+struct CPanel : CReplyTarget {
+    void PostReply(std::uint32_t message, std::unique_ptr<ReplyBlock> block, std::intptr_t lParam) override {
+        ++count;
+        posted = message;
+        reply = std::move(block);
+        parameter = lParam;
+    }
+    int count = 0;
+    std::uint32_t posted = 0;
+    std::unique_ptr<ReplyBlock> reply;
+    std::intptr_t parameter = 0;
+};
+
+const CounterRecord settings{.deviceTime = CTime(CalendarFields{2012, 7, 2, 16, 21, 20}).GetTime(),
+                             .language = 1,
+                             .sdPeriod = 31,
+                             .address = 3,
+                             .sensitivity = 21};
+
+template <class Command>
+std::unique_ptr<CCommand> Make(std::uint8_t address) {
     auto command = std::make_unique<Command>();
     command->address = address;
-    Row row{nullptr, {request.begin(), request.end()}, message, pause, blockAlways, address == 255 ? -1 : address, {}};
     if constexpr (requires { command->newAddress; }) command->newAddress = 3;
-    if constexpr (requires { command->settings; }) {
-        command->settings = std::make_unique<CounterRecord>(sentSettings);
-        row.settings = sentSettings;
-    }
-    row.command = std::move(command);
-    return row;
+    if constexpr (requires { command->settings; }) command->settings = std::make_unique<CounterRecord>(settings);
+    return command;
 }
 
-std::vector<Row> AllCommands() {
-    std::vector<Row> rows;
-    rows.push_back(MakeRow<CPollCommand>(4, BuildPollRequest(4), WM_POLL_REPLY, true));
-    rows.push_back(MakeRow<CPollCommand>(255, BuildPollRequest(255), WM_POLL_REPLY, true));
-    rows.push_back(MakeRow<CReadSettingsCommand>(5, BuildReadSettingsRequest(5), WM_SETTINGS_REPLY, true));
-    rows.push_back(MakeRow<CClearCommand>(2, BuildClearRequest(2), WM_CLEAR_REPLY, false));
-    rows.push_back(MakeRow<CSetAddressCommand>(255, BuildSetAddressRequest(255, 3), WM_ADDRESS_REPLY, false));
-    rows.push_back(MakeRow<CSetClockCommand>(255, BuildSetClockRequest(255, sentSettings), WM_CLOCK_REPLY, false));
-    rows.push_back(MakeRow<CWriteSettingsCommand>(255, BuildWriteSettingsRequest(255, sentSettings), WM_WRITE_REPLY,
-                                                  false, 200ms));
-    return rows;
-}
-
-// Keeps what the commands post and what the port sends.
-class CRecorder : public CReplyTarget, public CTrafficTap {
-public:
-    struct Posted {
-        std::uint32_t message;
-        std::unique_ptr<ReplyBlock> block;
-        std::intptr_t lParam;
-    };
-    void PostReply(std::uint32_t message, std::unique_ptr<ReplyBlock> block, std::intptr_t lParam) override {
-        posted.push_back({message, std::move(block), lParam});
+struct DeviceCommands : testing::Test {
+    // The commands use the process's port, which takes its line from one over the scripted calls.
+    void Open() {
+        CCommPort prepared(line);
+        ASSERT_EQ(prepared.Open("COM1", 0, 0, true), 0);
+        port.TakeOver(prepared);
     }
-    void LogTransmitted(const void* buffer, std::uint32_t count) override {
-        const auto* bytes = static_cast<const std::uint8_t*>(buffer);
-        sent.emplace_back(bytes, bytes + count);
-    }
-    void LogReceived(const void*, std::uint32_t) override {}
-    void ShowPortState(bool) override {}
+    void TearDown() override { port.Close(); }
 
-    std::vector<Posted> posted;
-    std::vector<Bytes> sent;
-};
-
-class DeviceCommands : public testing::Test {
-protected:
-    void SetUp() override { port.SetTap(&recorder); }
-    void TearDown() override {
-        port.Close();
-        port.SetTap(nullptr);
-    }
-
-    // Opens one end of the cable, without what an earlier user of it has left unread.
-    static bool OpenEnd(CCommPort& end, const char* variable, const char* otherwise) {
-        const char* const named = std::getenv(variable);
-        return end.Open(named != nullptr ? named : otherwise, 0, 0, true) == 0 && end.Configure(115200, 8, 0, 0) == 0 &&
-               end.Purge() == 0;
-    }
-
-    Clock::duration Run(CCommand& command) {
-        recorder.posted.clear();
-        recorder.sent.clear();
-        command.panel = &recorder;
-        const auto begin = Clock::now();
-        command.Execute();
-        return Clock::now() - begin;
-    }
-
-    // The row's command has sent its request and posted its one message, given what the line brought.
-    void Check(const Row& row, const Bytes& reply) const {
-        EXPECT_EQ(recorder.sent, std::vector<Bytes>{row.request});
-        ASSERT_EQ(recorder.posted.size(), 1U);
-        const auto& [message, block, lParam] = recorder.posted.front();
-        const auto length = static_cast<std::intptr_t>(reply.size());
-        EXPECT_EQ(message, row.message);
-        EXPECT_EQ(lParam, row.blockAlways ? row.address : length);
-        ASSERT_EQ(block != nullptr, row.blockAlways || length > 0);
-        if (!block) return;
-        EXPECT_EQ(Bytes(block->GetBytes().begin(), block->GetBytes().end()), reply);
-        EXPECT_EQ(block->address, row.address);
-        EXPECT_EQ(block->settings, row.settings);
-    }
-
-    // Waits for a whole request, and answers it at once.
-    static Bytes Answer(CCommPort& counter, std::size_t length, const Bytes& reply) {
-        Bytes request;
-        for (const auto deadline = Clock::now() + 5s * TimeFactor();
-             request.size() < length && Clock::now() < deadline;) {
-            std::uint8_t part[64];
-            std::uint32_t got = 0;
-            counter.Read(part, sizeof part, &got, nullptr, INFINITE);
-            request.insert(request.end(), part, part + got);
-            PauseThread(1);
-        }
-        counter.Write(reply.data(), static_cast<std::uint32_t>(reply.size()), nullptr, nullptr, INFINITE);
-        return request;
-    }
-
+    CScriptedLine line;
     CCommPort& port = *CCommPort::Instance();
-    CRecorder recorder;
 };
 
-TEST_F(DeviceCommands, AClosedPortCostsThePauseAndComesOutAsAnEmptyReply) {
-    for (const Row& row : AllCommands()) {
-        SCOPED_TRACE(row.message);
-        EXPECT_GE(Run(*row.command), row.pause);
-        Check(row, {});
-    }
-}
+const struct {
+    std::unique_ptr<CCommand> (*make)(std::uint8_t address);
+    std::uint8_t address;
+    const char* body; // of the request
+    std::uint32_t message, pause;
+    bool blockAlways; // even an empty reply comes as a block, and with the address
+    bool hasSettings; // in the block
+} rows[] = {
+    {Make<CPollCommand>, 4, "04 81", WM_POLL_REPLY, 100, true, false},
+    {Make<CPollCommand>, 255, "ff 81", WM_POLL_REPLY, 100, true, false},
+    {Make<CReadSettingsCommand>, 5, "05 82", WM_SETTINGS_REPLY, 100, true, false},
+    {Make<CClearCommand>, 2, "02 87", WM_CLEAR_REPLY, 100, false, false},
+    {Make<CSetAddressCommand>, 255, "ff 89 03", WM_ADDRESS_REPLY, 100, false, false},
+    {Make<CSetClockCommand>, 1, "01 8a 12 07 02 16 21 20", WM_CLOCK_REPLY, 100, false, true},
+    {Make<CWriteSettingsCommand>, 255, "ff 88 12 07 02 16 21 20 00 00 00 00 00 00 15 5f", WM_WRITE_REPLY, 200, false,
+     true},
+};
 
-TEST_F(DeviceCommands, ACounterAnswersInThePause) {
-    CCommPort counter;
-    ASSERT_TRUE(OpenEnd(port, "QUORVANE_TEST_PORT_A", "COM1"));
-    ASSERT_TRUE(OpenEnd(counter, "QUORVANE_TEST_PORT_B", "COM2"));
-    const Bytes reply{0x02, 0x02, 0x00, 0x02, 0x03, 0xAA, 0x00}; // raw: nothing is decoded or dropped on the way
-    for (const Row& row : AllCommands()) {
-        SCOPED_TRACE(row.message);
-        // On a busy machine an answer may be late, which the command can't see: then all is asked once more.
-        bool inTime = false;
-        for (int round = 0; round < 5 && !inTime; ++round) {
-            std::thread player([&] { EXPECT_EQ(Answer(counter, row.request.size(), reply), row.request); });
-            Run(*row.command);
-            player.join();
-            ASSERT_EQ(recorder.posted.size(), 1U);
-            const auto& block = recorder.posted.front().block;
-            inTime = block && block->GetBytes().size() == reply.size();
-            if (!inTime) {
-                PauseThread(500);
-                port.Purge();
+TEST_F(DeviceCommands, WhatComesInThePauseIsTheReply) {
+    // Raw: nothing is decoded or dropped on the way, but what is too long for the block stays on the line.
+    std::vector<std::uint8_t> longest(600, 0x02);
+    const std::vector<std::uint8_t> answers[] = {{0xAA, 0x02, 0x02, 0x00, 0x02, 0x03, 0x00}, longest, {}};
+    Open();
+    for (const auto& row : rows) {
+        for (const auto& answer : answers) {
+            for (const std::uint32_t delay : {0, 99, 100, 101, 150, 199, 200, 201}) {
+                SCOPED_TRACE(testing::Message() << row.body << ", " << answer.size() << " after " << delay << " ms");
+                CPanel panel;
+                line.sent.clear();
+                line.answer = answer;
+                line.delay = delay;
+                const auto command = row.make(row.address);
+                command->panel = &panel;
+                command->Execute();
+                EXPECT_EQ(line.sent, HexOf(FrameOf(row.body)) + ".");
+                ASSERT_EQ(panel.count, 1);
+                EXPECT_EQ(panel.posted, row.message);
+                const std::size_t length = delay > row.pause ? 0 : std::min<std::size_t>(answer.size(), 512);
+                const int address = row.address == 255 ? -1 : row.address;
+                EXPECT_EQ(panel.parameter, row.blockAlways ? address : static_cast<std::intptr_t>(length));
+                ASSERT_EQ(panel.reply != nullptr, row.blockAlways || length > 0);
+                if (!panel.reply) continue;
+                EXPECT_EQ(HexOf(panel.reply->GetBytes()), HexOf(std::span(answer).first(length)));
+                EXPECT_EQ(panel.reply->address, address);
+                EXPECT_EQ(panel.reply->settings, row.hasSettings ? settings : CounterRecord());
             }
         }
-        Check(row, reply);
+    }
+}
+
+TEST_F(DeviceCommands, AClosedPortCostsThePauseAndComesOutAsAnEmptyReply) {
+    for (const auto& row : rows) {
+        CPanel panel;
+        const auto command = row.make(row.address);
+        command->panel = &panel;
+        const std::uint32_t before = passed;
+        command->Execute();
+        EXPECT_EQ(passed - before, row.pause) << row.body;
+        ASSERT_EQ(panel.count, 1) << row.body;
+        EXPECT_TRUE(row.blockAlways ? panel.reply && panel.reply->length == 0 : !panel.reply && panel.parameter == 0);
     }
 }
 
 TEST_F(DeviceCommands, WithoutSettingsOrPanelNothingIsSentOrPosted) {
+    Open();
+    CPanel panel;
     CSetClockCommand clock;
     CWriteSettingsCommand write;
-    EXPECT_LT(Run(clock) + Run(write), 50ms * TimeFactor());
-    EXPECT_TRUE(recorder.sent.empty() && recorder.posted.empty());
+    clock.panel = write.panel = &panel;
+    const std::uint32_t before = passed;
+    clock.Execute();
+    write.Execute();
+    EXPECT_TRUE(panel.count == 0 && line.sent.empty() && passed == before);
     // The exchange itself doesn't need a panel.
-    CPollCommand poll;
-    CClearCommand clear;
-    poll.Execute();
-    clear.Execute();
-    EXPECT_EQ(recorder.sent.size(), 2U);
-}
-
-TEST_F(DeviceCommands, APollAddsLittleToItsPause) {
-    ASSERT_TRUE(OpenEnd(port, "QUORVANE_TEST_PORT_A", "COM1"));
-    CPollCommand poll;
-    // The best of some rounds each, as the machine may be busy; the platform rounds every pause alike.
-    auto pauseOnly = Clock::duration::max(), whole = pauseOnly;
-    for (int round = 0; round < 5; ++round) {
-        const auto begin = Clock::now();
-        PauseThread(100);
-        pauseOnly = std::min(pauseOnly, Clock::now() - begin);
-        whole = std::min(whole, Run(poll));
-    }
-    const auto overhead = std::chrono::duration_cast<std::chrono::microseconds>(whole - pauseOnly);
-    RecordProperty("overheadMicroseconds", std::to_string(overhead.count()));
-    EXPECT_LT(overhead, 5ms * TimeFactor());
+    CPollCommand().Execute();
+    CClearCommand().Execute();
+    EXPECT_EQ(line.sent, "02 ff 81 80 03.02 ff 87 86 03.");
 }
 
 TEST(ReplyPosting, ABlockReachesItsWindowOrIsFreed) {
