@@ -1,81 +1,31 @@
-// The COM Setting dialog, used by its controls and keys, in both languages; and the line that follows it.
+// The COM Setting dialog, used by its controls and keys, in both languages.
 #include "serial/ComSettingDlg.h"
 
-#include <functional>
 #include <set>
-#include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 
-#include "SimulatedPlatform.h"
-#include "TapRecorder.h"
 #include "framework/ResourceModule.h"
 #include "resources/ResourceIds.h"
-#include "serial/CommPort.h"
-#include "serial/PortSelection.h"
+#include "support/Meanwhile.h"
 
 namespace {
 
-// Runs `script` once it has begun; the script's last act leaves it.
-class CUsedDlg : public CComSettingDlg {
-public:
-    CUsedDlg(const std::set<std::string>& ports, std::function<void(CUsedDlg&)> steps)
-        : CComSettingDlg([ports](const std::string& name) { return ports.contains(name); }), script(std::move(steps)) {}
-
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == WM_TIMER) {
-            KillTimer(1);
-            script(*this);
-        }
-        return CComSettingDlg::WindowProc(message, wParam, lParam);
-    }
-
-    std::vector<std::string> Rows(int id) const {
-        const HWND combo = GetDlgItem(id);
-        std::vector<std::string> rows;
-        for (LRESULT row = 0; row < ::SendMessageA(combo, CB_GETCOUNT, 0, 0); ++row) {
-            char entry[64]{};
-            ::SendMessageA(combo, CB_GETLBTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(entry));
-            rows.emplace_back(entry);
-        }
-        return rows;
-    }
-    std::vector<std::string> Fields() const {
-        std::vector<std::string> fields;
-        for (const int id : {IDC_COM_SETTING_PORT, IDC_COM_SETTING_BAUD, IDC_COM_SETTING_STOP_BITS,
-                             IDC_COM_SETTING_DATA_BITS, IDC_COM_SETTING_PARITY})
-            fields.push_back(GetDlgItemText(id));
-        return fields;
-    }
-    void Choose(int id, int row) const { ::SendMessageA(GetDlgItem(id), CB_SETCURSEL, static_cast<WPARAM>(row), 0); }
-    void Click(int id) const { ::PostMessageA(GetDlgItem(id), BM_CLICK, 0, 0); }
-    static void Press(WPARAM key) { ::PostMessageA(::GetFocus(), WM_KEYDOWN, key, 1); }
-
-protected:
-    bool OnInitDialog() override {
-        SetTimer(1, 1);
-        return CComSettingDlg::OnInitDialog();
-    }
-
-private:
-    std::function<void(CUsedDlg&)> script;
-};
-
-using Rows = std::vector<std::string>;
-
 const PortSettings odd{3, 1200, 'O', 7, 2};
 
-// A driver that knows two ports only, each for one holder.
-class CTwoPorts : public CSimulatedPlatform {
-public:
-    HANDLE CreateFileA(const char* name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security, DWORD disposition,
-                       DWORD flags, HANDLE model) override {
-        if (std::string(name) != "COM3" && std::string(name) != "COM5")
-            return ::SetLastError(ERROR_FILE_NOT_FOUND), INVALID_HANDLE_VALUE;
-        return CSimulatedPlatform::CreateFileA(name, access, share, security, disposition, flags, model);
+// "COM1 COM2": the rows of a list.
+std::string RowsOf(HWND combo) {
+    std::string rows;
+    for (LRESULT row = 0; row < ::SendMessageA(combo, CB_GETCOUNT, 0, 0); ++row) {
+        char entry[64]{};
+        ::SendMessageA(combo, CB_GETLBTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(entry));
+        rows += (row == 0 ? "" : " ") + std::string(entry);
     }
-};
+    return rows;
+}
+
+constexpr int controls[] = {IDC_COM_SETTING_PORT, IDC_COM_SETTING_BAUD, IDC_COM_SETTING_STOP_BITS,
+                            IDC_COM_SETTING_DATA_BITS, IDC_COM_SETTING_PARITY};
 
 } // namespace
 
@@ -88,29 +38,28 @@ TEST(ComSettingDlg, OffersItsListsInTheirOrderInBothLanguages) {
         const char *title, *confirm;
     } languages[] = {{ProgramModule(), "COM Setting", "OK"},
                      {chinese, "\xE4\xB8\xB2\xE5\x8F\xA3\xE8\xAE\xBE\xE7\xBD\xAE", "\xE7\xA1\xAE\xE5\xAE\x9A"}};
-    std::set<std::string> ports;
-    Rows listed{""};
-    for (const int number : {1, 2, 4, 5, 6, 7, 8, 99, 255, 256}) {
-        ports.insert(PortName(number));
-        listed.push_back(PortName(number));
-    }
+    const char* const lists[] = {" COM1 COM2 COM4 COM99 COM256",
+                                 "256000 128000 115200 57600 56000 38400 9600 4800 1200 2400", "1 2", "8 7 6",
+                                 "NONE ODD EVEN"};
+    const char* const fields[] = {"COM3", "1200", "2", "7", "ODD"}; // COM3 is held, and stands all the same
     for (const auto& language : languages) {
         SetResourceModule(language.module);
-        CUsedDlg dialog(ports, [&](CUsedDlg& shown) {
-            EXPECT_EQ(shown.GetWindowText(), language.title);
-            EXPECT_EQ(shown.GetDlgItemText(IDC_COM_SETTING_OK), language.confirm);
-            EXPECT_EQ(shown.GetClientRect().Size(), CSize(306, 132));
-            EXPECT_EQ(shown.Rows(IDC_COM_SETTING_PORT), listed);
-            EXPECT_EQ(shown.Rows(IDC_COM_SETTING_BAUD),
-                      (Rows{"256000", "128000", "115200", "57600", "56000", "38400", "9600", "4800", "1200", "2400"}));
-            EXPECT_EQ(shown.Rows(IDC_COM_SETTING_DATA_BITS), (Rows{"8", "7", "6"}));
-            EXPECT_EQ(shown.Rows(IDC_COM_SETTING_STOP_BITS), (Rows{"1", "2"}));
-            EXPECT_EQ(shown.Rows(IDC_COM_SETTING_PARITY), (Rows{"NONE", "ODD", "EVEN"}));
-            EXPECT_EQ(shown.Fields(), (Rows{"COM3", "1200", "2", "7", "ODD"}))
-                << "COM3 is held, and stands all the same";
-            CUsedDlg::Press(VK_ESCAPE);
+        CComSettingDlg dialog([](const std::string& name) {
+            return std::set<std::string>{"COM1", "COM2", "COM4", "COM99", "COM256"}.contains(name);
         });
         dialog.SetValues(odd);
+        CMeanwhile used([&] {
+            const HWND shown = ShownDialog();
+            if (shown == nullptr) return false;
+            EXPECT_EQ(dialog.GetWindowText(), language.title);
+            EXPECT_EQ(dialog.GetDlgItemText(IDC_COM_SETTING_OK), language.confirm);
+            for (int at = 0; at < 5; ++at) {
+                EXPECT_EQ(RowsOf(::GetDlgItem(shown, controls[at])), lists[at]);
+                EXPECT_EQ(dialog.GetDlgItemText(controls[at]), fields[at]);
+            }
+            ::PostMessageA(::GetFocus(), WM_KEYDOWN, VK_ESCAPE, 1);
+            return true;
+        });
         EXPECT_EQ(dialog.DoModal(), IDCANCEL);
     }
     SetResourceModule(ProgramModule());
@@ -118,69 +67,34 @@ TEST(ComSettingDlg, OffersItsListsInTheirOrderInBothLanguages) {
 }
 
 TEST(ComSettingDlg, OnlyItsOkButtonConfirms) {
+    CComSettingDlg dialog([](const std::string& name) { return name == "COM5"; });
+    EXPECT_EQ(dialog.GetValues(), PortSettings());
+    // A button that is clicked, a key, or the close box; the same dialog again and again.
     const struct {
-        const char* way;
-        void (*leave)(CUsedDlg&);
+        int button;
+        WPARAM key;
         bool confirmed;
-    } rows[] = {{"OK", [](CUsedDlg& shown) { shown.Click(IDC_COM_SETTING_OK); }, true},
-                {"Cancel", [](CUsedDlg& shown) { shown.Click(IDC_COM_SETTING_CANCEL); }, false},
-                {"Enter", [](CUsedDlg&) { CUsedDlg::Press(VK_RETURN); }, false},
-                {"Escape", [](CUsedDlg&) { CUsedDlg::Press(VK_ESCAPE); }, false},
-                {"close box", [](CUsedDlg& shown) { shown.PostMessage(WM_CLOSE); }, false}};
+    } rows[] = {{IDC_COM_SETTING_OK, 0, true}, {IDC_COM_SETTING_CANCEL, 0, false},
+                {IDC_COM_SETTING_OK, 0, true}, {0, VK_RETURN, false},
+                {0, VK_ESCAPE, false},         {0, 0, false}};
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.way);
-        CUsedDlg dialog({"COM5"}, [&](CUsedDlg& shown) {
-            EXPECT_TRUE(::IsChild(shown.GetDlgItem(IDC_COM_SETTING_PORT), ::GetFocus()));
-            shown.Choose(IDC_COM_SETTING_PORT, 1);
-            shown.Choose(IDC_COM_SETTING_BAUD, 6);
-            shown.Choose(IDC_COM_SETTING_STOP_BITS, 0);
-            shown.SetDlgItemText(IDC_COM_SETTING_DATA_BITS, "five");
-            shown.SetDlgItemText(IDC_COM_SETTING_PARITY, "");
-            row.leave(shown);
-        });
+        SCOPED_TRACE(testing::Message() << row.button << ' ' << row.key);
         dialog.SetValues(odd);
+        CMeanwhile used([&] {
+            const HWND shown = ShownDialog();
+            if (shown == nullptr) return false;
+            EXPECT_TRUE(::IsChild(::GetDlgItem(shown, IDC_COM_SETTING_PORT), ::GetFocus()));
+            const char* const typed[] = {"", "", "1", "five", ""};
+            for (int at = 0; at < 5; ++at) ::SetDlgItemTextA(shown, controls[at], typed[at]);
+            ::SendDlgItemMessageA(shown, IDC_COM_SETTING_PORT, CB_SETCURSEL, 1, 0);
+            ::SendDlgItemMessageA(shown, IDC_COM_SETTING_BAUD, CB_SETCURSEL, 6, 0);
+            if (row.button != 0) ::PostMessageA(::GetDlgItem(shown, row.button), BM_CLICK, 0, 0);
+            if (row.key != 0) ::PostMessageA(::GetFocus(), WM_KEYDOWN, row.key, 1);
+            if (row.button == 0 && row.key == 0) ::PostMessageA(shown, WM_CLOSE, 0, 0);
+            return true;
+        });
         dialog.DoModal();
         EXPECT_EQ(dialog.IsConfirmed(), row.confirmed);
         EXPECT_EQ(dialog.GetValues(), row.confirmed ? (PortSettings{5, 9600, '\0', 0, 1}) : odd);
-    }
-}
-
-TEST(MoveLine, TheLiveLineFollows) {
-    // What the tap is told, and the line afterwards: its path, empty where none is open, and what the DCB holds.
-    const PortSettings from{3, 4800, 'N', 8, 1};
-    const struct {
-        const char* name;
-        bool open;
-        PortSettings to;
-        bool moved;
-        const char *reported, *path;
-        DWORD speed;
-        int parity, stopBits, opened;
-    } rows[] = {{"other speed", true, {3, 9600, 'N', 8, 1}, false, "", "COM3", 9600, 0, 0, 0},
-                {"other frame", true, {3, 4800, 'E', 7, 2}, false, "", "COM3", 4800, 2, 2, 0},
-                {"other port", true, {5, 9600, 'O', 8, 1}, true, "closed", "COM5", 9600, 1, 0, 1},
-                {"missing port", true, {9, 9600, 'O', 8, 1}, true, "closed", "", 0, 0, 0, 0},
-                {"closed, other speed", false, {3, 9600, 'N', 8, 1}, false, "", "", 0, 0, 0, 0},
-                {"closed, other port", false, {5, 9600, 'N', 8, 2}, true, "", "COM5", 9600, 0, 2, 1}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        CTwoPorts platform;
-        CTapRecorder tap;
-        CCommPort port(platform);
-        port.SetTap(&tap);
-        if (row.open) {
-            EXPECT_TRUE(OpenSelectedPort(port, from));
-        }
-        platform.openings = 0;
-        EXPECT_EQ(MoveLine(port, from, row.to), row.moved);
-        EXPECT_EQ(tap.Take(), row.reported);
-        EXPECT_EQ(platform.openings, row.opened);
-        ASSERT_EQ(port.IsOpen(), *row.path != '\0');
-        if (!port.IsOpen()) continue;
-        EXPECT_EQ(platform.path, row.path);
-        EXPECT_EQ(platform.state.BaudRate, row.speed);
-        EXPECT_EQ(platform.state.ByteSize, row.to.dataBits);
-        EXPECT_EQ(platform.state.Parity, row.parity);
-        EXPECT_EQ(platform.state.StopBits, row.stopBits);
     }
 }

@@ -15,7 +15,12 @@
 #include <gtest/gtest.h>
 
 #include "serial/CommPlatform.h"
-#include "TimeFactor.h"
+
+template <class Condition>
+bool Eventually(Condition condition) {
+    for (const DWORD begun = ::GetTickCount(); !condition() && ::GetTickCount() - begun < 10'000;) ::Sleep(1);
+    return condition();
+}
 
 class CSimulatedPlatform : public CCommPlatform {
 public:
@@ -23,16 +28,18 @@ public:
     std::atomic<Transfers> transfers{Transfers::EndAtOnce};
     std::string received; // waits to be read
     DWORD errors = 0;     // the line's error bits, until they are asked for
+    DWORD events = 0, modemLines = 0;
     DCB state{};
     COMMTIMEOUTS timeouts{1, 2, 3, 4, 5};
 
     // What drivers are known to do.
     enum class Tells { HowMuchWaits, Nothing, Error } tells = Tells::HowMuchWaits;
     DWORD takesAtMost = MAXDWORD;         // of one write
-    DWORD passesBeforeCancel = 0;         // of a transfer that ends when cancelled
+    DWORD passesBeforeCancel = 0;         // of a read that ends when cancelled
     bool abortsOnError = false;           // no write while there are error bits
     bool refusesEqualCharacters = false;  // for XON and XOFF
     std::atomic<int> refusedOpenings = 0; // the next ones, with ERROR_ACCESS_DENIED
+    std::set<std::string> names;          // of the devices that there are; empty: any
     enum class Call { None, CreateFile, SetCommState, ReadFile, CancelIoEx, CloseHandle };
     std::atomic<Call> held = Call::None; // the calls of that kind end when it becomes another one
     std::atomic<int> holding = 0;        // such calls under way
@@ -46,7 +53,11 @@ public:
     // The n-th call from now on fails, 0 for none; or everything that concerns a device does.
     std::atomic<int> failingCall{0};
     std::atomic<bool> isGone{false};
-    DWORD failure = ERROR_IO_DEVICE;
+    static constexpr DWORD failure = ERROR_IO_DEVICE;
+
+    // The transfer that the driver has not given back, and its bytes.
+    std::atomic<OVERLAPPED*> pending{nullptr};
+    const void* pendingBytes = nullptr;
 
     std::size_t OpenHandles() {
         const std::scoped_lock hold(lock);
@@ -54,19 +65,14 @@ public:
     }
     // As what a driver held up is closed when it likes.
     bool HandlesEnd() {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5) * TimeFactor();
-        while (OpenHandles() != 0 && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
-        return OpenHandles() == 0;
+        return Eventually([&] { return OpenHandles() == 0; });
     }
-    bool HasPending() const { return pending.load() != nullptr; }
 
-    // The driver gives its transfer back; a good one has filled its buffer.
+    // The driver gives its transfer back; into that of a read it has put what was received.
     void EndPending(ULONG_PTR status) {
         OVERLAPPED* const ended = pending.exchange(nullptr);
         if (ended == nullptr) return;
-        const DWORD size = status == 0 ? pendingSize : passesBeforeCancel;
-        if (pendingTarget != nullptr) std::memset(pendingTarget, 'x', size);
-        ended->InternalHigh = size;
+        ended->InternalHigh = pendingRead == nullptr ? pendingSize : Hand(pendingRead, pendingSize, status);
         std::atomic_ref(ended->Internal) = status;
         ::SetEvent(pendingEvent);
     }
@@ -74,10 +80,11 @@ public:
     HANDLE CreateFileA(const char* name, DWORD access, DWORD share, SECURITY_ATTRIBUTES*, DWORD disposition,
                        DWORD flags, HANDLE) override {
         EXPECT_TRUE(access == (GENERIC_READ | GENERIC_WRITE) && share == 0 && disposition == OPEN_EXISTING);
+        if (!names.empty() && !names.contains(name)) return Refuse(ERROR_FILE_NOT_FOUND), INVALID_HANDLE_VALUE;
         ++openings;
         HoldIf(Call::CreateFile);
-        if (refusedOpenings > 0) return --refusedOpenings, ::SetLastError(ERROR_ACCESS_DENIED), INVALID_HANDLE_VALUE;
-        if (Fails() || isGone) return ::SetLastError(failure), INVALID_HANDLE_VALUE;
+        if (refusedOpenings > 0) return --refusedOpenings, Refuse(ERROR_ACCESS_DENIED), INVALID_HANDLE_VALUE;
+        if (Fails() || isGone) return Refuse(failure), INVALID_HANDLE_VALUE;
         path = name;
         openFlags = flags;
         return device = Remember(::CreateEventA(nullptr, TRUE, FALSE, nullptr));
@@ -87,7 +94,8 @@ public:
         return Fails() ? nullptr : Remember(::CreateEventA(security, manual, signalled, name));
     }
     BOOL CloseHandle(HANDLE handle) override {
-        EXPECT_FALSE(handle == device && HasPending() && transfers != Transfers::NeverEnd) << "closed under a transfer";
+        EXPECT_FALSE(handle == device && pending != nullptr && transfers != Transfers::NeverEnd)
+            << "closed under a transfer";
         if (handle == device) HoldIf(Call::CloseHandle);
         const std::scoped_lock hold(lock);
         EXPECT_EQ(handles.erase(handle), 1U);
@@ -116,7 +124,7 @@ public:
     }
     BOOL SetCommState(HANDLE line, DCB* changed) override {
         HoldIf(Call::SetCommState);
-        if (refusesEqualCharacters && changed->XonChar == changed->XoffChar) return ::SetLastError(failure), FALSE;
+        if (refusesEqualCharacters && changed->XonChar == changed->XoffChar) return Refuse(failure);
         return Put(line, state, *changed);
     }
     BOOL GetCommTimeouts(HANDLE line, COMMTIMEOUTS* current) override { return Put(line, *current, timeouts); }
@@ -132,37 +140,34 @@ public:
     BOOL SetCommBreak(HANDLE line) override { return Succeeds(line); }
     BOOL ClearCommBreak(HANDLE line) override { return Succeeds(line); }
     BOOL GetCommModemStatus(HANDLE line, DWORD* status) override {
-        if (line == nullptr) return ::SetLastError(ERROR_INVALID_HANDLE), FALSE;
-        return Put<DWORD>(line, *status, MS_DSR_ON);
+        return line == nullptr ? Refuse(ERROR_INVALID_HANDLE) : Put(line, *status, modemLines);
     }
     void Sleep(DWORD time) override { slept += time; }
 
     BOOL WriteFile(HANDLE line, const void* buffer, DWORD count, DWORD* done, OVERLAPPED* overlapped) override {
         if (!Succeeds(line)) return FALSE;
-        if (abortsOnError && errors != 0) return ::SetLastError(ERROR_OPERATION_ABORTED), FALSE;
+        if (abortsOnError && errors != 0) return Refuse(ERROR_OPERATION_ABORTED);
         const DWORD taken = std::min(count, takesAtMost);
         written.append(static_cast<const char*>(buffer), taken);
-        return Begin(nullptr, taken, done, overlapped);
+        pendingBytes = buffer;
+        return Begin(nullptr, *done = taken, overlapped);
     }
     BOOL ReadFile(HANDLE line, void* buffer, DWORD capacity, DWORD* done, OVERLAPPED* overlapped) override {
         if (!Succeeds(line)) return FALSE;
         HoldIf(Call::ReadFile);
-        if (transfers != Transfers::EndAtOnce) return Begin(buffer, capacity, done, overlapped);
-        const std::size_t size = received.copy(static_cast<char*>(buffer), capacity);
-        received.erase(0, size);
-        return Begin(buffer, static_cast<DWORD>(size), done, overlapped);
+        pendingBytes = buffer;
+        if (transfers == Transfers::EndAtOnce) return *done = Hand(buffer, capacity, 0), TRUE;
+        return Begin(buffer, capacity, overlapped);
     }
-    BOOL WaitCommEvent(HANDLE line, DWORD* events, OVERLAPPED* overlapped) override {
-        DWORD ignored = 0;
-        return Put<DWORD>(line, *events, EV_BREAK | EV_RING) && Begin(nullptr, 0, &ignored, overlapped);
+    BOOL WaitCommEvent(HANDLE line, DWORD* occurred, OVERLAPPED* overlapped) override {
+        return Put(line, *occurred, events) && Begin(nullptr, 0, overlapped);
     }
     BOOL GetOverlappedResult(HANDLE line, OVERLAPPED* overlapped, DWORD* count, BOOL wait) override {
         EXPECT_FALSE(wait);
         if (!Succeeds(line)) return FALSE;
         const ULONG_PTR status = std::atomic_ref(overlapped->Internal);
         *count = static_cast<DWORD>(overlapped->InternalHigh);
-        ::SetLastError(status == statusPending ? ERROR_IO_INCOMPLETE : ERROR_OPERATION_ABORTED);
-        return status == 0;
+        return status == 0 || Refuse(status == statusPending ? ERROR_IO_INCOMPLETE : ERROR_OPERATION_ABORTED);
     }
     BOOL CancelIoEx(HANDLE line, OVERLAPPED* overlapped) override {
         HoldIf(Call::CancelIoEx);
@@ -181,11 +186,8 @@ private:
         while (held == call) ::Sleep(1);
         --holding;
     }
-    bool Fails() {
-        if (failingCall == 0 || --failingCall != 0) return false;
-        ::SetLastError(failure);
-        return true;
-    }
+    static BOOL Refuse(DWORD error) { return ::SetLastError(error), FALSE; }
+    bool Fails() { return failingCall != 0 && --failingCall == 0 && !Refuse(failure); }
     bool Succeeds(HANDLE used) {
         const std::scoped_lock hold(lock);
         EXPECT_TRUE(handles.contains(used)) << "a call on a handle that isn't open";
@@ -203,23 +205,26 @@ private:
         const std::scoped_lock hold(lock);
         return *handles.insert(handle).first;
     }
-    BOOL Begin(void* target, DWORD size, DWORD* done, OVERLAPPED* overlapped) {
-        *done = size;
+    DWORD Hand(void* target, DWORD capacity, ULONG_PTR status) {
+        const DWORD most = status == 0 ? capacity : std::min(capacity, passesBeforeCancel);
+        const std::size_t size = received.copy(static_cast<char*>(target), most);
+        received.erase(0, size);
+        return static_cast<DWORD>(size);
+    }
+    BOOL Begin(void* readTarget, DWORD size, OVERLAPPED* overlapped) {
         if (transfers == Transfers::EndAtOnce) return TRUE;
         overlapped->Internal = statusPending;
-        pendingTarget = target;
+        pendingRead = readTarget;
         pendingSize = size;
         pendingEvent = overlapped->hEvent;
         ::ResetEvent(pendingEvent);
         pending = overlapped;
-        ::SetLastError(ERROR_IO_PENDING);
-        return FALSE;
+        return Refuse(ERROR_IO_PENDING);
     }
 
     std::mutex lock;
     std::set<HANDLE> handles;
     HANDLE device = nullptr, pendingEvent = nullptr;
-    std::atomic<OVERLAPPED*> pending{nullptr};
-    void* pendingTarget = nullptr;
+    void* pendingRead = nullptr;
     DWORD pendingSize = 0;
 };
