@@ -1,173 +1,236 @@
-// Requests and replies byte by byte, and the pace at which they pass.
+// Counters on a simulated line: what they answer, against a model; when they answer; what control lines change.
 #include <array>
+#include <map>
 
 #include "LineFixture.h"
+#include "line/LineOptions.h"
+#include "line/LineWords.h"
+#include "support/Seed.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 
-struct Exchange {
-    std::string_view name;
-    std::string_view request;
-    std::string_view reply;
-};
-
-TEST_F(LineTest, AnswersRequestsWithExactBytes) {
-    line.Find(0, now)->SetCounts({.in = 100, .out = 50});
-    line.Find(3, now)->SetCounts({.in = 0x0180, .out = 0x00FF, .extra = 0xFFFE, .extraByte = 0x7F});
-    line.Find(3, now)->SetSettings(
-        {.english = false, .countsIn = false, .sdDetect = true, .sdPeriod = 31, .sensitivity = 200});
-    // In this order: each one finds what those before have left. All of it happens within the clock's first second.
-    constexpr std::array<Exchange, 14> exchanges{{
-        {"poll", "02 00 81 81 03", "02 00 12 07 02 16 21 20 00 64 00 32 00 00 00 08 03"},
-        {"high counts", "02 03 81 84 03", "02 03 12 07 02 16 21 20 01 80 00 FF FF FE 7F 71 03"},
-        {"nobody there", "02 02 81 83 03", ""},
-        {"settings", "02 00 82 82 03", "02 00 12 07 02 16 21 20 15 E4 6B 03"},
-        {"other settings", "02 03 82 85 03", "02 03 12 07 02 16 21 20 C8 1F 5C 03"},
-        {"clear one", "02 03 87 8A 03", "02 03 00 03 03"},
-        {"cleared, the byte stays", "02 03 81 84 03", "02 03 12 07 02 16 21 20 00 00 00 00 00 00 7F F4 03"},
-        {"the other one isn't", "02 00 81 81 03", "02 00 12 07 02 16 21 20 00 64 00 32 00 00 00 08 03"},
-        {"clear all", "02 FF 87 86 03", "02 00 00 00 03 02 01 00 01 03 02 03 00 03 03"},
-        {"address of one", "02 01 89 04 8E 03", "02 04 00 04 03"},
-        {"its old address", "02 01 81 82 03", ""},
-        {"its new address", "02 04 82 86 03", "02 04 12 07 02 16 21 20 15 E4 6F 03"},
-        {"address 255 is refused", "02 04 89 FF 8C 03", "02 04 01 05 03"},
-        {"address of all", "02 FF 89 03 8B 03", "02 03 00 03 03 02 03 00 03 03 02 03 00 03 03"},
-    }};
-    for (const Exchange& each : exchanges) {
-        EXPECT_EQ(Ask(each.request), each.reply) << each.name;
-    }
+std::string HexByte(int value) {
+    return HexOf(std::array{static_cast<std::uint8_t>(value)});
 }
 
-TEST_F(LineTest, WriteSettingsSetsSettingsAndClockOfAll) {
-    // Sensitivity 99 and, in 0x2A, Chinese, OUT, no detection, period 10; the clock at the end of a leap day.
-    EXPECT_EQ(Ask("02 FF 88 24 02 29 23 59 58 00 00 00 00 00 00 63 2A 37 03"),
-              "02 00 00 00 03 02 01 00 01 03 02 03 00 03 03");
-    for (CLineCounter& counter : line.Counters(now)) {
-        EXPECT_EQ(counter.Settings(), (LineSettings{false, false, false, 10, 99}));
-    }
-    now += 3s;
-    EXPECT_EQ(Ask("02 01 82 83 03"), "02 01 24 03 01 00 00 01 63 2A B7 03");
-}
-
-TEST_F(LineTest, SetClockSetsTheClockAloneAndItRunsOn) {
-    EXPECT_EQ(Ask("02 00 8A 99 12 31 23 59 59 3B 03"), "02 00 00 00 03");
-    EXPECT_EQ(line.Find(0, now)->Date(now), (CalendarFields{2099, 12, 31, 23, 59, 59}));
-    EXPECT_EQ(line.Find(0, now)->Date(now + 1s), (CalendarFields{2000, 1, 1, 0, 0, 0}));
-    EXPECT_EQ(line.Find(1, now)->Date(now + 24h * 366), (CalendarFields{2013, 7, 3, 16, 21, 20}));
-    EXPECT_EQ(line.Find(0, now)->Settings(), LineSettings{});
-}
-
-TEST_F(LineTest, RefusesAClockThatIsNoDate) {
-    constexpr std::array<Exchange, 4> exchanges{{
-        {"no decimal digit", "02 00 8A 12 07 02 16 21 2A 06 03", "02 00 01 01 03"},
-        {"month 0", "02 00 8A 12 00 02 16 21 20 F5 03", "02 00 01 01 03"},
-        {"29 February 2023", "02 00 8A 23 02 29 16 21 20 2F 03", "02 00 01 01 03"},
-        {"hour 24, with settings", "02 00 88 12 07 02 24 21 20 00 00 00 00 00 00 63 2A 95 03", "02 00 01 01 03"},
-    }};
-    for (const Exchange& each : exchanges) {
-        EXPECT_EQ(Ask(each.request), each.reply) << each.name;
-    }
-    EXPECT_EQ(Ask("02 00 82 82 03"), "02 00 12 07 02 16 21 20 15 E4 6B 03");
-}
-
-TEST_F(LineTest, FindsRequestsAmongGarbage) {
-    constexpr std::string_view acknowledged = "02 00 00 00 03";
-    constexpr std::array<Exchange, 7> exchanges{{
-        {"noise around", "FF 02 02 03 02 00 87 87 03 13", acknowledged},
-        {"torn start of a long frame before", "02 01 88 12 02 00 87 87 03", acknowledged},
-        {"wrong checksum", "02 00 87 88 03", ""},
-        {"wrong end", "02 00 87 87 02", ""},
-        {"no such request", "02 00 83 83 03", ""},
-        {"two at once", "02 00 87 87 03 02 03 87 8A 03", "02 00 00 00 03 02 03 00 03 03"},
-        {"a reply", "02 00 00 00 03", ""},
-    }};
-    for (const Exchange& each : exchanges) {
-        EXPECT_EQ(Ask(each.request), each.reply) << each.name;
-    }
-    for (const std::uint8_t byte : Bytes("02 00 87 87")) {
-        line.Feed(std::array{byte}, now);
-        EXPECT_EQ(Listen(), "");
-    }
-    EXPECT_EQ(Ask("03"), acknowledged) << "byte by byte";
-}
-
-// 4800 baud: 2083 us a byte. The request takes 5 bytes, then there is 1 ms before the reply.
-TEST_F(LineTest, KeepsThePaceOfTheLine) {
-    const LineTime asked = now;
-    Feed("02 00 82 82 03");
-    EXPECT_EQ(line.NextDue(), asked + 5 * 2083us + 1ms + 2083us);
-    for (int byte = 1; byte <= 12; ++byte) {
-        const LineTime due = asked + (5 + byte) * 2083us + 1ms;
-        EXPECT_TRUE(line.TakeDue(due - 1us).empty());
-        EXPECT_EQ(line.TakeDue(due).size(), 1U) << byte;
-    }
-    EXPECT_EQ(line.NextDue(), std::nullopt);
-}
-
-TEST_F(LineTest, RequestsInARowAreAnsweredInARow) {
-    Feed("02 00 87 87 03");
-    Feed("02 03 87 8A 03");
-    const LineTime first = now + 10 * 2083us + 1ms;
-    const LineTime second = first + 1ms + 5 * 2083us;
-    EXPECT_EQ(Hex(line.TakeDue(first)), "02 00 00 00 03") << "it follows the first request, not both";
-    EXPECT_EQ(Hex(line.TakeDue(second - 1us)), "02 03 00 03");
-    EXPECT_EQ(Hex(line.TakeDue(second)), "03");
-}
-
-// Its bytes have taken their time when they come, and take it again after they are handed over.
-TEST_F(LineTest, APortWithAPaceOfItsOwnGetsRepliesWhole) {
-    line.LeavePaceToPort(true);
-    Feed("02 FF 81 80 03");
-    for (int turn = 0; turn < 3; ++turn) {
-        const LineTime due = now + 1ms + turn * (17 * 2083us + 1ms);
-        EXPECT_TRUE(line.TakeDue(due - 1us).empty());
-        EXPECT_EQ(line.TakeDue(due).size(), 17U) << turn;
-    }
-}
-
-TEST_F(LineTest, CountersOnOneAddressSpeakOverEachOther) {
-    line = CCounterLine({.addresses = {3, 0, 3}}, now);
-    const std::string alone = Ask("02 00 87 87 03");
-    const std::string both = Ask("02 03 87 8A 03");
-    EXPECT_EQ(both.size(), alone.size());
-    EXPECT_NE(both, "02 03 00 03 03");
-    const std::string all = Ask("02 FF 87 86 03");
-    EXPECT_EQ(all.size(), 2 * alone.size() + 1) << "a turn for each address";
-    EXPECT_EQ(all.substr(alone.size() + 1), alone);
-    Control("fault silent 3 1");
-    EXPECT_EQ(Ask("02 03 87 8A 03"), "02 03 00 03 03") << "one of the two is silent";
-}
-
-TEST_F(LineTest, WithoutABaudRateAllIsDueAtOnce) {
+TEST_F(LineTest, AnswersAsAModelOfItDoes) {
+    const unsigned seed = TestSeed();
+    SCOPED_TRACE(SeedText(seed));
+    std::mt19937 random(seed);
+    const auto below = [&](int bound) { return static_cast<int>(random() % static_cast<unsigned>(bound)); };
+    struct Counter {
+        int address, in, out, settings, sensitivity;
+        std::string date;
+    };
+    std::vector<Counter> counters;
+    for (const int address : {0, 1, 3}) counters.push_back({address, 0, 0, 0xE4, 21, "12 07 02 16 21 20"});
+    struct Fault {
+        int value, remaining;
+    };
+    std::map<std::pair<std::string, int>, Fault> faults; // by kind and address, -1 for all
+    const auto take = [&](const std::string& kind, int address) {
+        for (const int whom : {address, -1}) {
+            const auto found = faults.find({kind, whom});
+            if (found == faults.end()) continue;
+            const int value = found->second.value;
+            if (found->second.remaining-- == 1) faults.erase(found);
+            return value;
+        }
+        return -1;
+    };
+    const auto spoken = [&](const Counter& counter, int asked, const std::string& body, bool hasClock) {
+        std::string whole = HexByte(counter.address) + ' ' + body;
+        if (const int address = take("stranger", asked); address >= 0) whole.replace(0, 2, HexByte(address));
+        if (hasClock && take("garbledate", asked) >= 0) whole.replace(3, 17, "ff ab 3f f4 6a ff");
+        if (hasClock && take("nodate", asked) >= 0) whole.replace(3, 17, "00 00 00 00 00 00");
+        auto record = FrameOf(whole);
+        if (take("checksum", asked) >= 0) ++record[record.size() - 2];
+        const bool twice = take("twice", asked) >= 0;
+        const int kept = take("torn", asked);
+        if (kept >= 0) record.resize(std::min(record.size(), kept == 0 ? record.size() / 2 : std::size_t(kept)));
+        return HexOf(record) + ' ' + (twice ? HexOf(record) + ' ' : "");
+    };
     line = CCounterLine({.baudRate = 0, .turnaround = LineTime(0)}, now);
-    Feed("02 FF 81 80 03");
-    EXPECT_EQ(line.TakeDue(now).size(), 3U * 17U);
+    for (int step = 0; step < 6000 && !HasFailure(); ++step) {
+        const int whom = below(3) == 0 ? -1 : counters[static_cast<std::size_t>(below(3))].address;
+        const std::string who = whom < 0 ? "*" : std::to_string(whom);
+        std::string text;
+        switch (below(9)) {
+        case 0: {
+            const int in = below(65536), out = below(65536);
+            text = "counts " + who + ' ' + std::to_string(in) + ' ' + std::to_string(out);
+            for (Counter& each : counters)
+                if (whom < 0 || whom == each.address) each.in = in, each.out = out;
+            break;
+        }
+        case 1: {
+            const int bits = below(256), sensitivity = below(256);
+            text = "settings " + who + (bits & 0x80 ? " language=english" : " language=chinese") +
+                   (bits & 0x40 ? " direction=in" : " direction=out") + (bits & 0x20 ? " detect=no" : " detect=yes") +
+                   " period=" + std::to_string(bits % 32) + ",sensitivity=" + std::to_string(sensitivity);
+            for (Counter& each : counters)
+                if (whom < 0 || whom == each.address) each.settings = bits, each.sensitivity = sensitivity;
+            break;
+        }
+        case 2: {
+            const struct {
+                const char* kind;
+                int usual, lowest, highest;
+            } kinds[] = {{"silent", 0, 0, 0},     {"refuse", 1, 1, 255}, {"stranger", 9, 0, 255},
+                         {"garbledate", 0, 0, 0}, {"nodate", 0, 0, 0},   {"checksum", 0, 0, 0},
+                         {"twice", 0, 0, 0},      {"torn", 0, 0, 20},    {"echo", 0, 0, 0}};
+            const auto& row = kinds[below(9)];
+            Fault fault{row.usual, 0};
+            text = std::string("fault ") + row.kind;
+            if (row.highest > 0 && below(2) == 0) {
+                fault.value = row.lowest + below(row.highest - row.lowest + 1);
+                text += '=' + std::to_string(fault.value);
+            }
+            text += ' ' + who;
+            if (below(4) != 0) text += ' ' + std::to_string(fault.remaining = 1 + below(3));
+            faults[{row.kind, whom}] = fault;
+            break;
+        }
+        case 3:
+            if (below(4) != 0) break;
+            if (text = "clear"; below(2) == 0 && !faults.empty()) {
+                const std::string kind = faults.begin()->first.first;
+                text += ' ' + kind;
+                std::erase_if(faults, [&](const auto& each) { return each.first.first == kind; });
+            } else {
+                faults.clear();
+            }
+            break;
+        default: {
+            const struct {
+                const char* text;
+                bool exists;
+            } dates[] = {{"24 02 29 23 59 59", true},  {"99 12 31 00 00 00", true},  {"23 02 29 16 21 20", false},
+                         {"12 00 02 16 21 20", false}, {"12 13 02 16 21 20", false}, {"12 07 02 24 21 20", false},
+                         {"12 07 02 16 60 20", false}, {"12 07 02 16 21 60", false}, {"12 07 02 16 21 2a", false},
+                         {"a2 07 02 16 21 20", false}, {"12 04 31 16 21 20", false}, {"00 01 01 23 59 59", true}};
+            const auto& date = dates[below(12)];
+            const int code = std::array{0x81, 0x82, 0x87, 0x88, 0x89, 0x8A}.at(static_cast<std::size_t>(below(6)));
+            int newAddress = 0, settings = below(256), sensitivity = below(256);
+            do newAddress = below(8) == 0 ? 255 : below(12);
+            while (std::ranges::any_of(counters, [&](const Counter& each) { return each.address == newAddress; }));
+            // Of all at once the addresses stay, or they would speak over each other.
+            const int asked = code == 0x89 && whom < 0 ? 77 : whom < 0 ? 255 : whom;
+            std::string body = HexByte(asked) + ' ' + HexByte(code);
+            if (code == 0x88 || code == 0x8A) body += std::string(" ") + date.text;
+            if (code == 0x88) body += " 00 00 00 00 00 00 " + HexByte(sensitivity) + ' ' + HexByte(settings);
+            if (code == 0x89) body += ' ' + HexByte(newAddress);
+            auto frame = FrameOf(body);
+            const bool spoilt = below(8) == 0;
+            if (spoilt) ++*(frame.end() - 1 - below(2));
+            std::string expected = !spoilt && take("echo", asked) >= 0 ? HexOf(frame) + ' ' : "";
+            for (Counter& each : counters) {
+                const int own = each.address;
+                if (spoilt || (asked != 255 && asked != own) || take("silent", own) >= 0) continue;
+                if (code < 0x83) {
+                    const std::string poll = HexByte(each.in / 256) + ' ' + HexByte(each.in % 256) + ' ' +
+                                             HexByte(each.out / 256) + ' ' + HexByte(each.out % 256) + " 00 00 00";
+                    const std::string set = HexByte(each.sensitivity) + ' ' + HexByte(each.settings);
+                    expected += spoken(each, own, each.date + ' ' + (code == 0x81 ? poll : set), true);
+                    continue;
+                }
+                int status = take("refuse", own);
+                if (status < 0) status = (code == 0x89 && newAddress == 255) || (code % 2 == 0 && !date.exists);
+                if (status == 0 && code == 0x87) each.in = each.out = 0;
+                if (status == 0 && code == 0x89) each.address = newAddress;
+                if (status == 0 && code % 2 == 0) each.date = date.text;
+                if (status == 0 && code == 0x88) each.settings = settings, each.sensitivity = sensitivity;
+                expected += spoken(each, own, HexByte(status), false);
+            }
+            // In pieces, behind what is no request.
+            const char* const garbage[] = {"", "ff 03 13", "02 02", "02 01 88 12", "02 00 00 00 03", "02 00 83 83 03"};
+            line.Feed(BytesOf(garbage[below(6)]), now);
+            for (const std::uint8_t byte : frame) line.Feed(std::array{byte}, now);
+            std::string heard = HexOf(line.TakeDue(now));
+            EXPECT_EQ(heard.empty() ? heard : heard + ' ', expected) << "step " << step << ": " << HexOf(frame);
+            // So that no start of a frame is left.
+            line.Feed(LineBytes(19, 0xFF), now);
+        }
+        }
+        EXPECT_EQ(Control(text + (step % 2 == 0 ? "\r" : "")), text.empty() ? "" : "ok") << text;
+    }
 }
 
-TEST_F(LineTest, APulledCableLosesWhatWasUnderWay) {
-    Feed("02 00 81 81 03");
+// 4800 baud: 2083 us a byte. A request of 5 bytes is heard after 10'415 us, and 1 ms later the reply begins.
+TEST_F(LineTest, SpeaksWhenItShould) {
+    const struct {
+        std::string_view control;
+        bool portPaces;
+        std::string_view request, due; // microseconds, with the number of bytes if not one
+    } rows[] = {
+        {"", false, "02 00 87 87 03", "13498 15581 17664 19747 21830"},
+        {"", false, "02 00 87 87 03 02 03 87 8a 03",
+         "13498 15581 17664 19747 21830 24913 26996 29079 31162 33245"}, // it follows the first request, not both
+        {"", true, "02 ff 87 86 03", "1000:5 12415:5 23830:5"},
+        {"fault late=200 0", true, "02 00 87 87 03 02 03 87 8a 03", "1000:5 201000:5"}, // who is in time comes first
+        {"fault late", true, "02 00 87 87 03", "151000:5"},
+        {"fault split=120", true, "02 00 87 87 03", "1000:2 125166:3"},
+        {"fault split", false, "02 00 87 87 03", "13498 15581 167664 169747 171830"},
+        {"fault latency", false, "02 00 81 81 03", "16000:2 32000:7 48000:8"},
+        {"fault latency=5 0", true, "02 00 87 87 03", "5000 10000:3 15000"},
+        {"fault echo", false, "02 02 87 89 03", "2083 4166 6249 8332 10415"},
+        {"send 02 ff 7", true, "", "0:3"},
+        {"fault noise=3 *", true, "02 00 87 87 03", "1000:11"}, // before and after
+        {"fault overlong=4", true, "02 00 87 87 03", "1000:9"},
+        {"fault overlong", true, "02 00 87 87 03", "1000:25"},
+    };
+    for (const auto& row : rows) {
+        now = 8s; // a multiple of the latency
+        line = CCounterLine({}, now);
+        line.LeavePaceToPort(row.portPaces);
+        EXPECT_TRUE(row.control.empty() || Control(row.control) == "ok") << row.control;
+        line.Feed(BytesOf(row.request), now);
+        std::string due;
+        while (const auto next = line.NextDue()) {
+            EXPECT_TRUE(line.TakeDue(*next - 1us).empty());
+            const std::size_t count = line.TakeDue(*next).size();
+            due += std::to_string((*next - now).count()) + (count == 1 ? " " : ":" + std::to_string(count) + ' ');
+        }
+        EXPECT_EQ(due, std::string(row.due) + ' ') << row.control << ' ' << row.request;
+    }
+}
+
+TEST_F(LineTest, CountersSpeakOverEachOtherAndThroughAPulledCable) {
+    line = CCounterLine({.addresses = {3, 0, 3}}, now);
+    const std::string both = Ask("02 03 87 8a 03"), all = Ask("02 ff 87 86 03");
+    EXPECT_TRUE(both.size() == 14 && both != "02 03 00 03 03") << both;
+    EXPECT_EQ(all.size(), 29U) << "a turn for each address";
+    EXPECT_EQ(all.substr(15), "02 00 00 00 03");
+    Control("fault silent 3 1");
+    EXPECT_EQ(Ask("02 03 87 8a 03"), "02 03 00 03 03") << "one of the two is silent";
+
+    line.Feed(BytesOf("02 00 81 81 03"), now);
     EXPECT_EQ(line.TakeDue(now + 25ms).size(), 6U);
-    Feed("02 00 87");
+    line.Feed(BytesOf("02 00 87"), now);
     EXPECT_EQ(Control("pull"), "ok");
-    EXPECT_EQ(line.NextDue(), std::nullopt);
+    EXPECT_EQ(line.NextDue(), std::nullopt) << "what was under way is lost";
     EXPECT_EQ(Ask("02 00 81 81 03"), "");
     EXPECT_EQ(Control("send 55"), "ok");
-    EXPECT_EQ(Listen(), "");
     EXPECT_EQ(Control("plug"), "ok");
     EXPECT_EQ(Ask("87 03"), "") << "the half before the pull is forgotten";
     EXPECT_EQ(Ask("02 00 87 87 03"), "02 00 00 00 03");
 }
 
-TEST_F(LineTest, PeoplePassAtTheRate) {
+TEST_F(LineTest, ClocksRunAndPeoplePass) {
+    line.Find(0, now)->SetDate({2099, 12, 31, 23, 59, 59}, now);
+    EXPECT_EQ(line.Find(0, now)->Date(now + 1s), (CalendarFields{2000, 1, 1, 0, 0, 0}));
+    EXPECT_EQ(line.Find(1, now)->Date(now + 24h * 366 + 999ms), (CalendarFields{2013, 7, 3, 16, 21, 20}));
+    line.Find(3, now)->SetCounts({.in = 1, .out = 2, .extra = 0xFFFE, .extraByte = 0x7F});
+    EXPECT_EQ(Ask("02 03 81 84 03"), "02 03 12 07 02 16 21 20 00 01 00 02 ff fe 7f f4 03");
+    EXPECT_EQ(Ask("02 03 87 8a 03 02 03 81 84 03").substr(15), "02 03 12 07 02 16 21 20 00 00 00 00 00 00 7f f4 03");
+
     line = CCounterLine({.peoplePerMinute = 60, .seed = 7}, now);
     CCounterLine same({.peoplePerMinute = 60, .seed = 7}, now);
     for (int minute = 1; minute <= 100; ++minute) {
-        now += 1min;
-        for (const CLineCounter& counter : line.Counters(now)) {
+        for (const CLineCounter& counter : line.Counters(now += 1min))
             EXPECT_GE(counter.Counts().in, counter.Counts().out) << "nobody goes out who didn't come in";
-        }
     }
     for (const CLineCounter& counter : line.Counters(now)) {
         const LineCounts counts = counter.Counts();
@@ -176,6 +239,97 @@ TEST_F(LineTest, PeoplePassAtTheRate) {
         EXPECT_EQ(counts, same.Find(counter.Address(), now)->Counts()) << "however often it is looked at";
     }
     EXPECT_NE(line.Find(0, now)->Counts(), line.Find(1, now)->Counts());
+    EXPECT_EQ(Control("rate * 0"), "ok");
+    const LineCounts stopped = line.Find(0, now)->Counts();
+    EXPECT_EQ(line.Find(0, now + 1h)->Counts(), stopped);
+    EXPECT_EQ(Control("rate 0 6000"), "ok");
+    EXPECT_NEAR(line.Find(0, now + 1min)->Counts().in + line.Find(0, now + 1min)->Counts().out,
+                stopped.in + stopped.out + 6000, 300);
+}
+
+TEST_F(LineTest, ControlLinesAnswer) {
+    Control("counts 3 40 30");
+    Control("settings 3 language=chinese direction=out detect=yes period=31 sensitivity=255");
+    const std::string before = Control("status");
+    EXPECT_EQ(before, "0: 0 in 0 out, 2012-07-02 16:21:20, English IN detect NO period 4 sensitivity 21\n"
+                      "1: 0 in 0 out, 2012-07-02 16:21:20, English IN detect NO period 4 sensitivity 21\n"
+                      "3: 40 in 30 out, 2012-07-02 16:21:20, Chinese OUT detect YES period 31 sensitivity 255");
+    const std::pair<std::string_view, std::string_view> wrong[] = {
+        {"fault", "no fault in \"\""},
+        {"fault torm", "no such fault: \"torm\""},
+        {"fault torn=x", "\"x\" is no number from 0 to 4096"},
+        {"fault refuse=0", "\"0\" is no number from 1 to 255"},
+        {"fault silent=1", "this fault has no value: \"silent=1\""},
+        {"fault torn 255", "\"255\" is no number from 0 to 254"},
+        {"fault torn 1 0", "\"0\" is no number from 1 to 1000000"},
+        {"fault torn 1 2 3", "too many words in \"torn 1 2 3 \""},
+        {"clear torm", "write clear [KIND]"},
+        {"clear torn 1", "write clear [KIND]"},
+        {"counts 2 1 1", "no counter has the address 2"},
+        {"counts 0 1", "write counts ADDRESS|* IN OUT"},
+        {"counts 0 65536 1", "\"65536\" is no number from 0 to 65535"},
+        {"counts 0 1 65536", "\"65536\" is no number from 0 to 65535"},
+        {"rate 0 fast", "\"fast\" is no number from 0 to 100000"},
+        {"rate 0", "write rate ADDRESS|* N"},
+        {"settings 0", "write settings ADDRESS|* KEY=VALUE..."},
+        {"settings 0 period=32", "\"32\" is no number from 0 to 31"},
+        {"settings * colour=red", "write settings ADDRESS|* KEY=VALUE..."},
+        {"send 0g", "write send HEX..."},
+        {"send 100", "write send HEX..."},
+        {"send", "write send HEX..."},
+        {"pull 1", "write pull"},
+        {"traffic loud", "write traffic on|off"},
+        {"launch", "no such command: \"launch\""}};
+    for (const auto& [text, error] : wrong) EXPECT_EQ(Control(text), "error: " + std::string(error)) << text;
+    EXPECT_EQ(Control("status"), before);
+    EXPECT_EQ(Control("  # a remark"), "");
+    EXPECT_EQ(RunControlLine(line, "traffic on", now).traffic, true);
+    EXPECT_EQ(RunControlLine(line, "traffic off", now).traffic, false);
+    EXPECT_TRUE(RunControlLine(line, "quit", now).quit);
+    const std::string help = Control("help"), options = DescribeLineOptions();
+    for (const char* const part : {"counts ADDRESS|* IN OUT\n", "torn=0        only so", "silent        neither"}) {
+        EXPECT_NE(help.find(part), std::string::npos) << part;
+        EXPECT_NE(options.find(part), std::string::npos) << part;
+    }
+}
+
+TEST(LineOptions, AreTakenOrRefusedWithWords) {
+    LineOptions options;
+    std::string error;
+    constexpr std::array good{"--counters", "5,2",    "--rate", "0",      "--baud",    "0",      "--fault",
+                              "late=20 2",  "--link", "/x/y",   "--seed", "9",         "--pace", "port",
+                              "--fault",    "twice",  "--wire", "a file", "--traffic", "off"};
+    ASSERT_TRUE(ParseLineOptions(good, {"--link"}, options, error)) << error;
+    EXPECT_TRUE(options.own["--link"] == "/x/y" && options.wirePath == "a file" && options.portPaces == true &&
+                !options.showsTraffic && options.configuration.seed == 9 && !options.help);
+    EXPECT_EQ(UsualLineConfiguration().peoplePerMinute, 30);
+    CCounterLine line = StartLine(options, {2020, 1, 2, 3, 4, 5}, LineTime(0));
+    line.Feed(BytesOf("02 ff 87 86 03"), LineTime(0));
+    EXPECT_EQ(HexOf(line.TakeDue(10ms)), "02 05 00 05 03 02 05 00 05 03");
+    EXPECT_EQ(line.TakeDue(1s).size(), 10U);
+    EXPECT_EQ(line.Find(2, 1s)->Date(1s), (CalendarFields{2020, 1, 2, 3, 4, 6}));
+
+    constexpr std::array<std::array<const char*, 3>, 11> wrong{
+        {{"--pace", "fast", "--pace: port or line"},
+         {"--traffic", "1", "--traffic: on or off"},
+         {"--counters", "0,1,2,3,4,5,6", "--counters: one to six addresses"},
+         {"--counters", "255", "--counters: \"255\" is no number from 0 to 254"},
+         {"--counters", "", "--counters: one to six addresses"},
+         {"--rate", "-1", "--rate: \"-1\" is no number from 0 to 100000"},
+         {"--seed", "-1", "--seed: \"-1\" is no number from 0 to 2147483647"},
+         {"--baud", "1000001", "--baud: \"1000001\" is no number from 0 to 1000000"},
+         {"--fault", "torm", "--fault: no such fault: \"torm\""},
+         {"--port", "COM2", "no such option: --port; --help shows them"},
+         {"--wire", "", "--wire: the path of a file"}}};
+    for (const auto& each : wrong) {
+        EXPECT_FALSE(ParseLineOptions(std::array{each[0], each[1]}, {"--link"}, options, error)) << each[2];
+        EXPECT_EQ(error, each[2]);
+    }
+    EXPECT_FALSE(ParseLineOptions(std::array{"--link"}, {"--link"}, options, error));
+    EXPECT_EQ(error, "--link: a value is missing");
+    EXPECT_TRUE(ParseLineOptions(std::array{"-h"}, {}, options, error) && options.help);
+    for (const char* const word : {"COM12", "com12", "Com12", "12"}) EXPECT_EQ(ComPortName(word), "COM12") << word;
+    for (const char* const word : {"COM257", "COM0", "com", "LPT1", ""}) EXPECT_EQ(ComPortName(word), std::nullopt);
 }
 
 } // namespace

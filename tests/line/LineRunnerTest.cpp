@@ -1,4 +1,4 @@
-// A line at a port: bytes, wire log, control lines, and ports that come and go.
+// A line at a port: bytes, wire log, what a user sees, and ports that come and go.
 #include <cstdio>
 #include <fstream>
 #include <sstream>
@@ -15,16 +15,14 @@ class CMemoryPort final : public CLinePort {
 public:
     bool Open(std::string& error) override {
         if (broken) error = "out of order";
-        open = !broken;
-        return open;
+        return open = !broken;
     }
     void Close() override { open = false; }
     bool IsOpen() const override { return open; }
     std::string Name() const override { return "memory"; }
-    bool KeepsPace() const override { return false; }
+    bool KeepsPace() const override { return keepsPace; }
     bool Read(LineBytes& bytes) override {
-        bytes.swap(written);
-        written.clear();
+        bytes = std::exchange(written, {});
         return !broken;
     }
     bool Write(std::span<const std::uint8_t> bytes) override {
@@ -32,83 +30,85 @@ public:
         return !broken;
     }
 
-    LineBytes written; // by the program
-    LineBytes heard;   // by the program
-    bool broken = false;
-    bool open = false;
+    LineBytes written, heard; // by the program
+    bool broken = false, open = false, keepsPace = false;
 };
 
-class LineRunnerTest : public testing::Test {
+class LineRunner : public testing::Test {
 protected:
-    // Writes a request, and hears the line out until `until`.
-    std::string Ask(std::string_view hex, LineTime at, LineTime until) {
+    // Clears the counts of counter 1 at `at`, and hears the line out until `until`.
+    std::string Ask(LineTime at, LineTime until) {
         port.heard.clear();
-        port.written = Bytes(hex);
+        port.written = BytesOf("02 01 87 88 03");
         runner.Receive(at);
         runner.Speak(until);
-        return Hex(port.heard);
+        return HexOf(port.heard);
     }
+    std::string Said() { return std::exchange(said, {}); }
 
-    std::string error;
-    std::string said;
+    const std::string path = testing::TempDir() + "line_runner_wire.log";
+    std::string error, said;
     CMemoryPort port;
     CLineRunner runner{
-        {}, {2012, 7, 2, 16, 21, 20}, 0us, port, [this](const std::string& text) { said += text + '\n'; }};
+        {}, {2012, 7, 2, 16, 21, 20}, 0us, port, [this](const std::string& text) { said += text + '|'; }};
 };
 
-constexpr std::string_view clearOne = "02 01 87 88 03";
-constexpr std::string_view acknowledged = "02 01 00 01 03";
-
-TEST_F(LineRunnerTest, LogsWhatPassesOnTheWire) {
-    const std::string path = testing::TempDir() + "line_runner_wire.log";
+TEST_F(LineRunner, LogsAndShowsWhatPassesOnTheWire) {
     ASSERT_TRUE(runner.Start(path, error)) << error;
-    EXPECT_EQ(Ask(clearOne, 1s, 1s + 16ms), "02 01");
+    EXPECT_EQ(runner.NextDue(), std::nullopt);
+    EXPECT_EQ(Ask(1s, 1s + 16ms), "02 01");
     runner.Receive(1s + 17ms);
+    EXPECT_EQ(runner.NextDue(), 1s + 10ms + 415us + 1ms + 3 * 2083us);
     runner.Speak(1040ms);
     std::ostringstream text;
     text << std::ifstream(path).rdbuf();
     EXPECT_EQ(text.str(), "1000000 > 02 01 87 88 03\n1016000 < 02 01\n1040000 < 00 01 03\n");
-    EXPECT_EQ(said, "line at memory\n1.000 > 02 01 87 88 03\n") << "the reply may go on";
+    EXPECT_EQ(Said(), "line at memory|1.000 > 02 01 87 88 03|") << "the reply may go on";
     EXPECT_EQ(runner.NextDue(), 1070ms);
     runner.Speak(1070ms);
-    EXPECT_EQ(said, "line at memory\n1.000 > 02 01 87 88 03\n1.016 < 02 01 00 01 03\n");
+    EXPECT_EQ(Said(), "1.016 < 02 01 00 01 03|");
+    port.written = LineBytes(256, 0xAB); // a flood without a pause is cut
+    runner.Receive(61'234ms);
+    EXPECT_EQ(Said(), "");
+    port.written = {0xCD};
+    runner.Receive(61'235ms);
+    EXPECT_EQ(Said().size(), std::string("61.234 >|").size() + 256 * 3);
+    EXPECT_TRUE(runner.Obey("traffic off", 62s));
+    Ask(63s, 64s);
+    EXPECT_EQ(Said(), "ok|");
     std::remove(path.c_str());
-
     EXPECT_FALSE(runner.Start(testing::TempDir() + "no/such/folder", error));
-    EXPECT_NE(error, "");
+    EXPECT_TRUE(error.starts_with("can't write "));
 }
 
-TEST_F(LineRunnerTest, PullsAndPlugsThePort) {
-    ASSERT_TRUE(runner.Start("", error));
-    EXPECT_TRUE(runner.Obey("traffic off", 1s));
+TEST_F(LineRunner, PortsAreGoneAndComeBack) {
+    port.broken = true;
+    EXPECT_FALSE(runner.Start("", error));
+    EXPECT_EQ(error, "out of order");
+    port.broken = false;
+    port.keepsPace = true;
+    ASSERT_TRUE(runner.Start("", error) && runner.Obey("traffic off", 1s));
+    EXPECT_EQ(Ask(1s, 1s + 1ms), "02 01 00 01 03") << "due as a whole where the port has a pace";
     EXPECT_TRUE(runner.Obey("pull", 1s));
     EXPECT_FALSE(port.open);
-    EXPECT_EQ(Ask(clearOne, 1s, 2s), "");
-    EXPECT_TRUE(runner.Obey("plug", 2s));
-    EXPECT_TRUE(port.open);
-    EXPECT_EQ(Ask(clearOne, 2s, 3s), acknowledged);
-    EXPECT_FALSE(runner.Obey("quit", 3s));
-    EXPECT_EQ(said, "line at memory\nok\nok\nline at memory\nok\nok\n");
-}
-
-TEST_F(LineRunnerTest, OutlivesAPortThatIsGone) {
-    ASSERT_TRUE(runner.Start("", error));
+    EXPECT_EQ(Ask(1s, 2s), "");
+    EXPECT_TRUE(runner.Obey("plug", 2s) && port.open);
+    EXPECT_EQ(Said(), "line at memory|ok|ok|line at memory|ok|");
     port.broken = true;
-    EXPECT_EQ(Ask(clearOne, 1s, 2s), "");
+    EXPECT_EQ(Ask(3s, 4s), "");
     EXPECT_FALSE(port.open);
-    EXPECT_TRUE(runner.Obey("plug", 2s));
+    EXPECT_TRUE(runner.Obey("plug", 4s));
     EXPECT_FALSE(port.open);
+    EXPECT_EQ(Said(), "error: memory is gone; \"plug\" opens it again|error: out of order|");
     port.broken = false;
-    said.clear();
-    EXPECT_TRUE(runner.Obey("plug", 3s));
-    EXPECT_EQ(said, "line at memory\nok\n");
-    EXPECT_EQ(Ask(clearOne, 3s, 4s), acknowledged);
-
-    port.written = Bytes(clearOne);
-    runner.Receive(5s);
+    EXPECT_TRUE(runner.Obey("plug", 5s) && port.open);
+    EXPECT_EQ(Ask(5s, 6s), "02 01 00 01 03");
+    port.written = BytesOf("02 01 87 88 03");
+    runner.Receive(7s);
     port.broken = true;
-    runner.Speak(6s);
+    runner.Speak(8s);
     EXPECT_FALSE(port.open) << "gone while it was written to";
+    EXPECT_FALSE(runner.Obey("quit", 9s));
 }
 
 } // namespace
