@@ -1,72 +1,97 @@
-// Names, mappings and the search for ports.
-#include "serial/PortSearch.h"
-
+// Names, texts and mappings of ports, the search for them, and the gate of their users.
 #include <array>
 #include <future>
-#include <initializer_list>
 #include <set>
 #include <thread>
-#include <utility>
 
 #include <gtest/gtest.h>
 
+#include "serial/ComSettingText.h"
+#include "serial/PortSearch.h"
+#include "serial/UseGate.h"
+
 TEST(PortSettings, OnlyNamesThatAreNoDevicesGetThePrefix) {
-    const std::initializer_list<std::pair<const char*, const char*>> cases = {
-        {"COM1", "COM1"},
-        {"COM9", "COM9"},
-        {"COM10", R"(\\.\COM10)"},
-        {"COM256", R"(\\.\COM256)"},
-        {"COM0", R"(\\.\COM0)"},
-        {"COM-5", R"(\\.\COM-5)"},
-        {"COM", "COM"},
-        {"COM1x", "COM1x"},
-        {"COMB1", "COMB1"},
-        {R"(\\.\COM12)", R"(\\.\COM12)"},
-        {"", ""},
-    };
-    for (const auto& [name, path] : cases) EXPECT_EQ(DevicePath(name), path) << name;
+    for (const char* const own :
+         {"COM1", "COM9", "COM", "COM-", "COM1x", "COMB1", "COM12 ", "com12", R"(\\.\COM12)", ""})
+        EXPECT_EQ(DevicePath(own), own);
+    for (const char* const name : {"COM10", "COM256", "COM0", "COM-5", "COM90"})
+        EXPECT_EQ(DevicePath(name), std::string(R"(\\.\)") + name);
+    EXPECT_TRUE(DcbParity('N') == 0 && DcbParity('O') == 1 && DcbParity('E') == 2 && DcbParity('\0') == 2);
+    EXPECT_TRUE(DcbStopBits(1) == 0 && DcbStopBits(2) == 2 && DcbStopBits(0) == 2);
 }
 
-TEST(PortSearch, ListsTheSixLowestPorts) {
-    struct {
-        std::set<std::string> existing;
+TEST(PortSettings, TextsShowThemAndAreTakenAsTyped) {
+    EXPECT_EQ(TextOf({}), (ComSettingText{"COM1", "4800", "NONE", "8", "1"}));
+    EXPECT_EQ(TextOf({12, 256000, 'O', 7, 2}), (ComSettingText{"COM12", "256000", "ODD", "7", "2"}));
+    EXPECT_EQ(TextOf({-3, 0, 'E', 0, -1}), (ComSettingText{"COM-3", "0", "EVEN", "0", "-1"}));
+    EXPECT_EQ(TextOf({1, 1, 'x', 5, 1}).parity, "NONE");
+    const std::pair<ComSettingText, PortSettings> rows[] = {
+        {{"COM3", "9600", "EVEN", "7", "2"}, {3, 9600, 'E', 7, 2}},
+        {{"COM 4x", " 300 baud", "none", "+8", "1.5"}, {4, 300, 'n', 8, 1}},
+        {{"com4", "", "", "eight", "-"}, {7, 0, '\0', 0, 0}},
+        {{"COM", "1", "N", "1", "1"}, {7, 1, 'N', 1, 1}},
+        {{"COMx5", "2147483648", "N", "-2147483649", "99999999999999999999"},
+         {7, 2147483647, 'N', -2147483647 - 1, 2147483647}},
+        {{"COM-1", "0x10", "N", "08", "2"}, {-1, 0, 'N', 8, 2}}};
+    for (const auto& [text, settings] : rows) EXPECT_EQ(SettingsOf(text, {7, 4800, 'N', 8, 1}), settings) << text.port;
+}
+
+TEST(PortSearch, FindsTheLowestPortsAlsoBesideAProbeThatIsHeld) {
+    const struct {
+        std::set<int> existing;
         AvailablePorts listed;
         int probes;
-    } const cases[] = {
-        {{}, {}, 256},
-        {{"COM1", "COM12"}, {{1, 12}, 2}, 256},
-        {{"COM3", "COM4", "COM5", "COM6", "COM7", "COM255", "COM256"}, {{3, 4, 5, 6, 7, 255}, 6}, 255},
-        {{"COM1", "COM2", "COM3", "COM4", "COM5", "COM6", "COM7"}, {{1, 2, 3, 4, 5, 6}, 6}, 6},
-        {{"COM2", "COM256"}, {{2}, 1}, 256}, // an entry of 8 bits can't hold 256
-    };
-    for (const auto& each : cases) {
+    } rows[] = {{{}, {}, 256},
+                {{1, 12}, {{1, 12}, 2}, 256},
+                {{3, 4, 5, 6, 7, 255, 256}, {{3, 4, 5, 6, 7, 255}, 6}, 255},
+                {{1, 2, 3, 4, 5, 6, 7}, {{1, 2, 3, 4, 5, 6}, 6}, 6},
+                {{2, 256}, {{2}, 1}, 256}}; // an entry of 8 bits can't hold 256
+    for (const auto& row : rows) {
         int probes = 0;
-        CPortSearch search(
-            [&](const std::string& name) {
-                EXPECT_EQ(name, PortName(++probes));
-                return each.existing.contains(name);
-            },
-            6);
+        const auto probe = [&](const std::string& name) {
+            EXPECT_EQ(name, PortName(++probes));
+            return row.existing.contains(probes);
+        };
+        CPortSearch search(probe, 6);
         search.Run();
-        EXPECT_EQ(ListPorts(search.Found()), each.listed);
-        EXPECT_EQ(probes, each.probes);
+        EXPECT_EQ(ListPorts(search.Found()), row.listed);
+        EXPECT_EQ(probes, row.probes);
+        CPortSearch stopped(probe);
+        stopped.Stop();
+        stopped.Run();
+        EXPECT_EQ(probes, row.probes);
     }
-}
-
-TEST(PortSearch, GoesOnBesideAProbeThatIsHeld) {
     std::promise<void> letsGo;
-    CPortSearch search(
-        [&](const std::string& name) {
-            EXPECT_LE(name, "COM6") << "begun although three lower ones are open";
-            if (name == "COM2") letsGo.get_future().wait();
-            return name == "COM2" || name >= "COM4";
-        },
-        3);
-    std::array<std::thread, 2> searching;
-    for (auto& thread : searching) thread = std::thread([&] { search.Run(); });
+    const auto probe = [&](const std::string& name) {
+        EXPECT_LE(name, "COM6") << "begun although three lower ones are open";
+        if (name == "COM2") letsGo.get_future().wait();
+        return name == "COM2" || name >= "COM4";
+    };
+    CPortSearch search(probe, 3);
+    std::jthread first([&] { search.Run(); }), second([&] { search.Run(); });
     while (search.Found().size() < 3) std::this_thread::yield();
     EXPECT_EQ(search.Found(), (std::vector<std::int32_t>{4, 5, 6}));
     letsGo.set_value();
-    for (auto& thread : searching) thread.join();
+    first.join(), second.join();
     EXPECT_EQ(search.Found(), (std::vector<std::int32_t>{2, 4, 5})) << "an answer in time counts";
+}
+
+// Users and a closer race: the closer must be told of the last user, and none may come afterwards.
+TEST(UseGate, ClosesOnlyWhenAllHaveLeft) {
+    for (int round = 0; round < 40; ++round) {
+        CUseGate gate;
+        std::atomic<int> uses{0};
+        std::atomic<bool> isTold{false}, isClosed{false};
+        const auto useWhileOpen = [&] {
+            for (; gate.Enter(); ++uses) {
+                EXPECT_FALSE(isClosed) << "round " << round;
+                if (gate.Leave()) isTold = true;
+            }
+        };
+        std::jthread first(useWhileOpen), second(useWhileOpen);
+        while (uses < 100) std::this_thread::yield();
+        if (gate.Shut())
+            while (!isTold) std::this_thread::yield();
+        isClosed = true;
+    }
 }

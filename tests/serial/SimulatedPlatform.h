@@ -4,23 +4,35 @@
 
 #include <algorithm>
 #include <atomic>
-#include <chrono>
-#include <cstring>
 #include <mutex>
 #include <set>
 #include <string>
-#include <thread>
 #include <utility>
 
 #include <gtest/gtest.h>
 
 #include "serial/CommPlatform.h"
+#include "serial/TrafficTap.h"
 
 template <class Condition>
 bool Eventually(Condition condition) {
     for (const DWORD begun = ::GetTickCount(); !condition() && ::GetTickCount() - begun < 10'000;) ::Sleep(1);
     return condition();
 }
+
+// A tap that keeps what it is told, as one text: "T3 R0 closed ".
+class CTapRecorder : public CTrafficTap {
+public:
+    void LogTransmitted(const void*, std::uint32_t count) override { Note("T" + std::to_string(count)); }
+    void LogReceived(const void*, std::uint32_t count) override { Note("R" + std::to_string(count)); }
+    void ShowPortState(bool open) override { Note(open ? "open" : "closed"); }
+    void Note(const std::string& text) {
+        const std::scoped_lock hold(lock);
+        told += text + ' ';
+    }
+    std::mutex lock;
+    std::string told;
+};
 
 class CSimulatedPlatform : public CCommPlatform {
 public:
@@ -48,7 +60,8 @@ public:
     // What was handed over.
     std::string path, written;
     DWORD openFlags = 0, mask = 0, purged = 0, slept = 0;
-    COMMCONFIG appliedConfig{};
+    bool isByDefault = false; // its configuration
+    std::atomic<std::size_t> openHandles = 0;
 
     // The n-th call from now on fails, 0 for none; or everything that concerns a device does.
     std::atomic<int> failingCall{0};
@@ -59,13 +72,9 @@ public:
     std::atomic<OVERLAPPED*> pending{nullptr};
     const void* pendingBytes = nullptr;
 
-    std::size_t OpenHandles() {
-        const std::scoped_lock hold(lock);
-        return handles.size();
-    }
-    // As what a driver held up is closed when it likes.
-    bool HandlesEnd() {
-        return Eventually([&] { return OpenHandles() == 0; });
+    // Waits for so many open handles: what a driver held up is closed when it likes.
+    bool HandlesBecome(std::size_t wanted) {
+        return Eventually([&] { return openHandles == wanted; });
     }
 
     // The driver gives its transfer back; into that of a read it has put what was received.
@@ -94,11 +103,11 @@ public:
         return Fails() ? nullptr : Remember(::CreateEventA(security, manual, signalled, name));
     }
     BOOL CloseHandle(HANDLE handle) override {
-        EXPECT_FALSE(handle == device && pending != nullptr && transfers != Transfers::NeverEnd)
-            << "closed under a transfer";
+        EXPECT_FALSE(handle == device && pending != nullptr && transfers != Transfers::NeverEnd) << "too early";
         if (handle == device) HoldIf(Call::CloseHandle);
         const std::scoped_lock hold(lock);
         EXPECT_EQ(handles.erase(handle), 1U);
+        --openHandles;
         return ::CloseHandle(handle) && !Fails();
     }
     BOOL SetEvent(HANDLE event) override { return Succeeds(event) && ::SetEvent(event); }
@@ -117,7 +126,9 @@ public:
         config->dcb.BaudRate = 1200;
         return !Fails();
     }
-    BOOL SetCommConfig(HANDLE line, COMMCONFIG* config, DWORD) override { return Put(line, appliedConfig, *config); }
+    BOOL SetCommConfig(HANDLE line, COMMCONFIG* config, DWORD) override {
+        return Put(line, isByDefault, config->dcb.BaudRate == 1200);
+    }
     BOOL GetCommState(HANDLE line, DCB* current) override {
         EXPECT_EQ(current->DCBlength, 28U);
         return Put(line, *current, state);
@@ -203,6 +214,7 @@ private:
     }
     HANDLE Remember(HANDLE handle) {
         const std::scoped_lock hold(lock);
+        ++openHandles;
         return *handles.insert(handle).first;
     }
     DWORD Hand(void* target, DWORD capacity, ULONG_PTR status) {
