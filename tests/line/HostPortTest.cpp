@@ -28,33 +28,33 @@ std::string ContentOf(const std::string& path) {
     return text.str();
 }
 
-class HostPortTest : public testing::Test {
-protected:
-    ~HostPortTest() override { std::filesystem::remove_all(folder); }
-
-    CDescriptor OpenProgramsEnd() { return CDescriptor(open(link.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK)); }
-    // What comes until there are so many bytes.
-    static LineBytes Hear(int descriptor, std::size_t size) {
-        LineBytes heard;
-        while (heard.size() < size && HasInput(descriptor)) {
-            std::uint8_t part[512];
-            const ssize_t count = read(descriptor, part, sizeof part);
-            heard.insert(heard.end(), part, part + std::max<ssize_t>(count, 0));
-        }
-        return heard;
+// What comes until there are so many bytes.
+LineBytes Hear(int descriptor, std::size_t size) {
+    LineBytes heard;
+    while (heard.size() < size && HasInput(descriptor)) {
+        std::uint8_t part[512];
+        const ssize_t count = read(descriptor, part, sizeof part);
+        heard.insert(heard.end(), part, part + std::max<ssize_t>(count, 0));
     }
+    return heard;
+}
+
+struct HostPort : testing::Test {
+    ~HostPort() override { std::filesystem::remove_all(folder); }
+    CDescriptor OpenProgramsEnd() { return CDescriptor(open(link.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK)); }
 
     std::filesystem::path folder = [] {
         std::string name = (std::filesystem::temp_directory_path() / "lineXXXXXX").string();
         return std::filesystem::path(mkdtemp(name.data()));
     }();
     std::string link = folder / "com1", error;
-    CHostPort port{{.link = link, .device = ""}};
 };
 
-TEST_F(HostPortTest, BytesPassUnchangedAndProgramsComeAndGo) {
-    ASSERT_TRUE(port.Open(error)) << error;
-    EXPECT_FALSE(port.KeepsPace());
+TEST_F(HostPort, BytesPassUnchangedAndProgramsComeAndGo) {
+    CHostPort port({.link = link, .device = ""}), other({.link = link, .device = ""}),
+        device({.link = "", .device = link}), odd({.link = "", .device = link, .baudRate = 4801});
+    std::filesystem::create_symlink(folder / "nothing", link);
+    ASSERT_TRUE(port.Open(error) && !port.KeepsPace()) << error;
     OpenProgramsEnd();
     LineBytes bytes, all(256);
     EXPECT_TRUE(port.Read(bytes) && bytes.empty()) << "no hang-up";
@@ -63,44 +63,26 @@ TEST_F(HostPortTest, BytesPassUnchangedAndProgramsComeAndGo) {
     const CDescriptor before = OpenProgramsEnd();
     for (std::size_t value = 0; value < all.size(); ++value) all[value] = static_cast<std::uint8_t>(value);
     ASSERT_EQ(write(before.Get(), all.data(), all.size()), 256);
-    ASSERT_TRUE(HasInput(port.Descriptor()) && port.Read(bytes));
-    EXPECT_EQ(bytes, all);
+    EXPECT_TRUE(HasInput(port.Descriptor()) && port.Read(bytes) && bytes == all);
     port.Write(all);
     EXPECT_EQ(Hear(before.Get(), 256), all) << "or an echo";
-
-    port.Close();
-    std::uint8_t byte = 0x55;
-    EXPECT_LE(read(before.Get(), &byte, 1), 0);
-    EXPECT_EQ(write(before.Get(), &byte, 1), -1) << "hung up";
-    EXPECT_FALSE(port.Read(bytes));
-    EXPECT_FALSE(OpenProgramsEnd().IsOpen());
-    ASSERT_TRUE(port.Open(error)) << error;
-    EXPECT_EQ(write(OpenProgramsEnd().Get(), &byte, 1), 1);
-    EXPECT_TRUE(HasInput(port.Descriptor()));
-
-    CHostPort device({.link = "", .device = link}), odd({.link = "", .device = link, .baudRate = 4801});
-    EXPECT_TRUE(device.Open(error) && device.IsOpen() && device.Name() == link) << error;
-    EXPECT_FALSE(odd.Open(error));
+    EXPECT_TRUE(device.Open(error) && device.IsOpen() && device.Name() == link && !odd.Open(error));
     EXPECT_EQ(error, "a device can't have 4801 baud");
-}
 
-TEST_F(HostPortTest, ALinkIsReplacedButNeverAFile) {
-    std::filesystem::create_symlink(folder / "nothing", link);
-    EXPECT_TRUE(port.Open(error)) << error;
-    CHostPort other({.link = link, .device = ""});
     EXPECT_TRUE(other.Open(error)) << error;
     port.Close();
+    EXPECT_FALSE(port.Read(bytes) || port.IsOpen());
+    EXPECT_EQ(write(before.Get(), all.data(), 1), -1) << "hung up";
     EXPECT_TRUE(OpenProgramsEnd().IsOpen()) << "the link is the other one's now";
     other.Close();
     EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(link)));
     std::ofstream(link) << "mine";
-    EXPECT_FALSE(port.Open(error) || port.IsOpen());
-    EXPECT_FALSE(CControlInput().UseFifo(link, error));
+    EXPECT_FALSE(port.Open(error) || port.IsOpen() || CControlInput().UseFifo(link, error));
     EXPECT_EQ(ContentOf(link), "mine");
 }
 
 // Started with a shell that gives it its input, and ended by a control line.
-TEST_F(HostPortTest, TheProgramPlaysCounters) {
+TEST_F(HostPort, TheProgramPlaysCounters) {
     const std::string said = folder / "said", fifo = folder / "control", wire = folder / "wire";
     const std::string program = LINE_PROGRAM;
     EXPECT_EQ(std::system((program + " --help > " + said).c_str()), 0);

@@ -28,14 +28,11 @@ TEST(ReplyMailbox, GivesEachBlockOnceAndNothingForOtherNumbers) {
     std::map<std::uintptr_t, int> underWay; // number of the block by its address
     const auto take = [&](std::uintptr_t wParam) {
         const auto block = mailbox.Take(wParam);
-        const auto known = underWay.find(wParam);
-        ASSERT_EQ(block != nullptr, known != underWay.end());
-        if (!block) return;
-        EXPECT_EQ(block->address, known->second);
-        underWay.erase(known);
+        EXPECT_EQ(block ? block->address : -1, underWay.contains(wParam) ? underWay[wParam] : -1);
+        underWay.erase(wParam);
     };
     const auto takeAny = [&] {
-        const auto any = underWay.empty() ? underWay.end() : std::next(underWay.begin(), random() % underWay.size());
+        const auto any = std::next(underWay.begin(), underWay.empty() ? 0 : random() % underWay.size());
         take(any == underWay.end() ? 1 : any->first + (random() % 4 == 0 ? 8 : 0));
     };
     for (int number = 0; number < 5000 && !testing::Test::HasFailure(); ++number) {
@@ -73,15 +70,15 @@ TEST(ReplyMailbox, TwoThreadsAgree) {
         }
         finished = true;
     });
-    for (bool goesOn = true; goesOn;) {
-        const bool last = finished;
+    for (bool last = false; !last;) {
+        last = finished;
         std::uintptr_t wParam = 0;
-        if (const std::lock_guard guard(mutex); !messages.empty()) wParam = messages.front(), messages.pop_front();
+        if (const std::lock_guard guard(mutex); !messages.empty())
+            wParam = messages.front(), messages.pop_front(), last = false;
         const auto block = mailbox.Take(wParam); // with 0 too: gathering then meets posts at every stage
-        goesOn = wParam != 0 || !last;
         if (wParam == 0) continue;
-        if (!block || block->address <= latest) ++wrong;
-        if (block) latest = block->address;
+        wrong += !block || block->address <= latest;
+        latest = block ? block->address : latest;
         ++taken;
     }
     worker.join();
