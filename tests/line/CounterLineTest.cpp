@@ -51,9 +51,16 @@ TEST_F(LineTest, AnswersAsAModelOfItDoes) {
         return HexOf(record) + ' ' + (twice ? HexOf(record) + ' ' : "");
     };
     line = CCounterLine({.baudRate = 0, .turnaround = LineTime(0)}, now);
+    const struct {
+        const char* kind;
+        int usual, lowest, highest;
+    } kinds[] = {{"silent", 0, 0, 0},     {"refuse", 1, 1, 255}, {"stranger", 9, 0, 255},
+                 {"garbledate", 0, 0, 0}, {"nodate", 0, 0, 0},   {"checksum", 0, 0, 0},
+                 {"twice", 0, 0, 0},      {"torn", 0, 0, 20},    {"echo", 0, 0, 0}};
     for (int step = 0; step < 6000 && !HasFailure(); ++step) {
         const int whom = below(3) == 0 ? -1 : counters[static_cast<std::size_t>(below(3))].address;
         const std::string who = whom < 0 ? "*" : std::to_string(whom);
+        const auto& row = kinds[below(9)];
         std::string text;
         switch (below(9)) {
         case 0: {
@@ -73,13 +80,6 @@ TEST_F(LineTest, AnswersAsAModelOfItDoes) {
             break;
         }
         case 2: {
-            const struct {
-                const char* kind;
-                int usual, lowest, highest;
-            } kinds[] = {{"silent", 0, 0, 0},     {"refuse", 1, 1, 255}, {"stranger", 9, 0, 255},
-                         {"garbledate", 0, 0, 0}, {"nodate", 0, 0, 0},   {"checksum", 0, 0, 0},
-                         {"twice", 0, 0, 0},      {"torn", 0, 0, 20},    {"echo", 0, 0, 0}};
-            const auto& row = kinds[below(9)];
             int value = row.usual, remaining = 0;
             text = std::string("fault ") + row.kind;
             if (row.highest > 0 && below(2) == 0) {
@@ -93,13 +93,8 @@ TEST_F(LineTest, AnswersAsAModelOfItDoes) {
         }
         case 3:
             if (below(4) != 0) break;
-            if (text = "clear"; below(2) == 0 && !faults.empty()) {
-                const std::string kind = faults.begin()->first.first;
-                text += ' ' + kind;
-                std::erase_if(faults, [&](const auto& each) { return each.first.first == kind; });
-            } else {
-                faults.clear();
-            }
+            text = who == "*" ? "clear" : std::string("clear ") + row.kind;
+            std::erase_if(faults, [&](const auto& each) { return who == "*" || each.first.first == row.kind; });
             break;
         default: {
             const struct {

@@ -46,7 +46,6 @@ protected:
     }
     std::string Said() { return std::exchange(said, {}); }
 
-    const std::string path = testing::TempDir() + "line_runner_wire.log";
     std::string error, said;
     CMemoryPort port;
     CLineRunner runner{
@@ -54,6 +53,7 @@ protected:
 };
 
 TEST_F(LineRunner, LogsAndShowsWhatPassesOnTheWire) {
+    const std::string path = testing::TempDir() + "line_runner_wire.log";
     ASSERT_TRUE(runner.Start(path, error)) << error;
     EXPECT_EQ(runner.NextDue(), std::nullopt);
     EXPECT_EQ(Ask(1s, 1s + 16ms), "02 01");

@@ -2,10 +2,7 @@
 // freed twice or is read across threads without order into a failure.
 #include "link/ReplyMailbox.h"
 
-#include <deque>
 #include <map>
-#include <mutex>
-#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -50,40 +47,6 @@ TEST(ReplyMailbox, GivesEachBlockOnceAndNothingForOtherNumbers) {
         for (auto turns = random() % 3; turns > 0; --turns) takeAny();
     }
     mailbox.Post(Block(0), [](std::uintptr_t) { return true; }); // never asked for: dies with the mailbox
-}
-
-// Two real threads with a message queue between them that is often full.
-TEST(ReplyMailbox, TwoThreadsAgree) {
-    CReplyMailbox mailbox;
-    std::mutex mutex;
-    std::deque<std::uintptr_t> messages;
-    std::atomic<bool> finished{false};
-    int posted = 0, latest = -1, taken = 0, wrong = 0;
-    std::thread worker([&] {
-        for (int i = 0; i < 20000; ++i) {
-            posted += mailbox.Post(Block(i), [&](std::uintptr_t wParam) {
-                const std::lock_guard guard(mutex);
-                if (messages.size() == 4) return false;
-                messages.push_back(wParam);
-                return true;
-            });
-        }
-        finished = true;
-    });
-    for (bool last = false; !last;) {
-        last = finished;
-        std::uintptr_t wParam = 0;
-        if (const std::lock_guard guard(mutex); !messages.empty())
-            wParam = messages.front(), messages.pop_front(), last = false;
-        const auto block = mailbox.Take(wParam); // with 0 too: gathering then meets posts at every stage
-        if (wParam == 0) continue;
-        wrong += !block || block->address <= latest;
-        latest = block ? block->address : latest;
-        ++taken;
-    }
-    worker.join();
-    EXPECT_EQ(wrong, 0);
-    EXPECT_EQ(taken, posted);
 }
 
 } // namespace
