@@ -67,12 +67,11 @@ TEST_F(LineRunner, LogsAndShowsWhatPassesOnTheWire) {
     EXPECT_EQ(runner.NextDue(), 1070ms);
     runner.Speak(1070ms);
     EXPECT_EQ(Said(), "1.016 < 02 01 00 01 03|");
-    port.written = LineBytes(256, 0xAB); // a flood without a pause is cut
+    port.written = LineBytes(256, 0xAB);
     runner.Receive(61'234ms);
     EXPECT_EQ(Said(), "");
-    port.written = {0xCD};
-    runner.Receive(61'235ms);
-    EXPECT_EQ(Said().size(), std::string("61.234 >|").size() + 256 * 3);
+    runner.Receive((port.written = {0xCD}, 61'235ms));
+    EXPECT_EQ(Said().size(), std::string("61.234 >|").size() + 256 * 3) << "a flood without a pause is cut";
     EXPECT_TRUE(runner.Obey("traffic off", 62s));
     Ask(63s, 64s);
     EXPECT_EQ(Said(), "ok|");

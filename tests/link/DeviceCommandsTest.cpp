@@ -128,18 +128,13 @@ TEST(ReplyPosting, ABlockReachesItsWindowOrIsFreed) {
     const HWND window = CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
     CReplyMailbox mailbox;
     std::thread([&] {
-        auto block = std::make_unique<ReplyBlock>();
-        block->address = 4;
-        EXPECT_TRUE(PostReplyMessage(window, mailbox, WM_POLL_REPLY, std::move(block), -1));
+        EXPECT_TRUE(PostReplyMessage(window, mailbox, WM_POLL_REPLY, std::make_unique<ReplyBlock>(), -1));
         EXPECT_TRUE(PostReplyMessage(window, mailbox, WM_CLEAR_REPLY, nullptr, 7));
     }).join();
-    MSG message{};
-    ASSERT_TRUE(PeekMessageA(&message, window, WM_POLL_REPLY, WM_POLL_REPLY, PM_REMOVE));
-    EXPECT_EQ(message.lParam, -1);
-    const auto block = mailbox.Take(message.wParam);
-    EXPECT_TRUE(block != nullptr && block->address == 4);
-    ASSERT_TRUE(PeekMessageA(&message, window, WM_CLEAR_REPLY, WM_CLEAR_REPLY, PM_REMOVE));
-    EXPECT_TRUE(message.wParam == 0 && message.lParam == 7);
+    MSG poll{}, clear{};
+    ASSERT_TRUE(PeekMessageA(&poll, window, WM_POLL_REPLY, WM_POLL_REPLY, PM_REMOVE));
+    ASSERT_TRUE(PeekMessageA(&clear, window, WM_CLEAR_REPLY, WM_CLEAR_REPLY, PM_REMOVE));
+    EXPECT_TRUE(poll.lParam == -1 && mailbox.Take(poll.wParam) && clear.wParam == 0 && clear.lParam == 7);
     DestroyWindow(window);
     for (const HWND gone : {window, HWND{}})
         EXPECT_FALSE(PostReplyMessage(gone, mailbox, WM_POLL_REPLY, std::make_unique<ReplyBlock>(), 0));

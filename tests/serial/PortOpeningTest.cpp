@@ -151,7 +151,7 @@ TEST(PortSelection, ARefusalSoonAfterAClosingIsTriedAgain) {
         EXPECT_EQ(platform.openings, row.openings) << row.closedBy;
         EXPECT_EQ(platform.slept, 50U * static_cast<DWORD>(row.openings - 1));
         EXPECT_EQ(port.LastError(), row.opens ? 0 : ERROR_INVALID_HANDLE);
-        platform.isGone = true;
+        platform.failingCall = row.refused == 99 ? 0 : 1;
         EXPECT_EQ(CCommPort::CheckPort("COM1", platform), row.refused == 99 ? 2 : -1);
     }
 }

@@ -63,9 +63,7 @@ public:
     bool isByDefault = false; // its configuration
     std::atomic<std::size_t> openHandles = 0;
 
-    // The n-th call from now on fails, 0 for none; or everything that concerns a device does.
-    std::atomic<int> failingCall{0};
-    std::atomic<bool> isGone{false};
+    std::atomic<int> failingCall{0}; // the n-th from now on, 0 for none
     static constexpr DWORD failure = ERROR_IO_DEVICE;
 
     // The transfer that the driver has not given back, and its bytes.
@@ -93,7 +91,7 @@ public:
         ++openings;
         HoldIf(Call::CreateFile);
         if (refusedOpenings > 0) return --refusedOpenings, Refuse(ERROR_ACCESS_DENIED), INVALID_HANDLE_VALUE;
-        if (Fails() || isGone) return Refuse(failure), INVALID_HANDLE_VALUE;
+        if (Fails()) return Refuse(failure), INVALID_HANDLE_VALUE;
         path = name;
         openFlags = flags;
         return device = Remember(::CreateEventA(nullptr, TRUE, FALSE, nullptr));
@@ -142,7 +140,7 @@ public:
     BOOL SetCommTimeouts(HANDLE line, COMMTIMEOUTS* changed) override { return Put(line, timeouts, *changed); }
     BOOL SetCommMask(HANDLE line, DWORD changed) override { return Put(line, mask, changed); }
     BOOL ClearCommError(HANDLE line, DWORD* cleared, COMSTAT* status) override {
-        if (!Succeeds(line) || tells == Tells::Error) return FALSE;
+        if (!Succeeds(line) || tells == Tells::Error) return Refuse(failure);
         *cleared = std::exchange(errors, 0);
         if (status != nullptr && tells == Tells::HowMuchWaits) status->cbInQue = static_cast<DWORD>(received.size());
         return TRUE;
@@ -202,9 +200,7 @@ private:
     bool Succeeds(HANDLE used) {
         const std::scoped_lock hold(lock);
         EXPECT_TRUE(handles.contains(used)) << "a call on a handle that isn't open";
-        if (Fails()) return false;
-        ::SetLastError(failure);
-        return used != device || !isGone;
+        return !Fails();
     }
     template <class Value>
     BOOL Put(HANDLE line, Value& place, const Value& value) {
