@@ -1,4 +1,5 @@
 // Counters on a simulated line: what they answer, against a model; when they answer; what control lines change.
+#include <algorithm>
 #include <array>
 #include <map>
 #include <sstream>
