@@ -2,15 +2,8 @@
 // posts them, clicks and types, and reads the controls and what goes out.
 #pragma once
 
-#include <algorithm>
 #include <atomic>
-#include <chrono>
 #include <functional>
-#include <memory>
-#include <mutex>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include <windows.h>
 
@@ -19,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include "Records.h"
-#include "TimeFactor.h"
 #include "link/CommandQueue.h"
 #include "link/ReplyMessages.h"
 #include "panel/CounterPanel.h"
@@ -33,23 +25,43 @@ public:
 
     // The silence of the closed line is not let through: the test itself says what each counter answers.
     void PostReply(std::uint32_t message, std::unique_ptr<ReplyBlock> block, std::intptr_t lParam) override {
-        if (lineAnswers || ::GetCurrentThreadId() == testThread) CCounterPanel::PostReply(message, std::move(block), lParam);
+        if (::GetCurrentThreadId() == testThread) CCounterPanel::PostReply(message, std::move(block), lParam);
     }
 
     void LogTransmitted(const void* buffer, std::uint32_t count) override {
-        {
-            const std::lock_guard guard(lock);
-            const auto* bytes = static_cast<const std::uint8_t*>(buffer);
-            sent.insert(sent.end(), bytes, bytes + count);
-        }
+        const auto* bytes = static_cast<const std::uint8_t*>(buffer);
+        sent.insert(sent.end(), bytes, bytes + count);
         CCounterPanel::LogTransmitted(buffer, count);
     }
 
-    bool lineAnswers = false; // set before the first command: what the worker brings counts too
     std::vector<int> polls;
-    std::mutex lock;
-    Bytes sent; // guarded by `lock`
+    Bytes sent; // written by the worker; to be read once the queue has run
     const DWORD testThread = ::GetCurrentThreadId();
+};
+
+// The ports 3 and 17. Opening one gives a file that stands for the device.
+class CTestFrame : public CPanelFrame {
+public:
+    const AvailablePorts& GetAvailablePorts() const override { return ports; }
+    void SelectPort(std::int32_t portNumber) override {
+        selected = portNumber;
+        trace += std::to_string(portNumber) + (CCommPort::Instance()->IsOpen() ? " while open, " : ", ");
+    }
+    std::int32_t GetSelectedPort() const override { return selected; }
+    bool IsChinese() const override { return chinese; }
+    int OpenSelectedPort() override {
+        trace += "open, ";
+        if (!device.empty()) CCommPort::Instance()->Open(device.c_str(), 0, 0, true);
+        panel->ShowPortState(CCommPort::Instance()->IsOpen());
+        return 1;
+    }
+    void OnComSetting() override { trace += "setting, "; }
+
+    CCounterPanel* panel = nullptr;
+    AvailablePorts ports{{3, 17}, 2};
+    std::int32_t selected = 17;
+    bool chinese = false;
+    std::string device, trace; // the file; what the panel has asked for
 };
 
 class PanelTest : public testing::Test {
@@ -64,6 +76,8 @@ protected:
 
     void CreatePanel() {
         panel = std::make_unique<CTestPanel>();
+        panel->frame = &frame;
+        frame.panel = panel.get();
         EXPECT_TRUE(panel->Create(host));
         panel->ShowWindow(SW_SHOW);
     }
@@ -74,54 +88,34 @@ protected:
         panel.reset();
     }
 
-    static bool PumpUntil(const std::function<bool()>& reached) {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30) * TimeFactor();
-        for (MSG message{};; ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT)) {
-            while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
-                ::DispatchMessageA(&message);
-                if (message.message == WM_TIMER)
-                    break; // comes only once nothing else waits, and then may come for ever
-            }
-            if (reached()) return true;
-            if (std::chrono::steady_clock::now() > deadline) return false;
-        }
-    }
-    static void Pump() {
-        PumpUntil([] { return true; });
-    }
-
     // Waits until every command has run and what it posted is handled.
     static void RunQueue() {
-        static std::atomic<bool> ran;
         struct CLastCommand : CCommand {
             void Execute() override { ran = true; }
         };
         ran = false;
         CCommandQueue::Instance()->Add(std::make_unique<CLastCommand>());
         EXPECT_TRUE(PumpUntil([] { return ran.load(); }));
-        Pump();
+        PumpMessages();
     }
 
     // The bytes that have gone out since the last call, those of queued commands included.
     Bytes Sent() {
         RunQueue();
-        const std::lock_guard guard(panel->lock);
         return std::exchange(panel->sent, {});
     }
 
-    // Gives the panel a reply, to which `Reply` adds its handling and what the boxes say that come of it.
-    void Post(std::uint32_t message, int address, const Bytes& bytes, const CounterRecord& settings = {}) {
-        auto block = std::make_unique<ReplyBlock>();
-        block->length = static_cast<std::int32_t>(bytes.size());
-        block->address = address;
-        std::ranges::copy(bytes, block->data.begin());
-        block->settings = settings;
-        panel->PostReply(message, std::move(block), address);
-    }
+    // Gives the panel a reply and tells what the boxes say that come of it. Of a command's outcome, no bytes are
+    // silence.
     std::string Reply(std::uint32_t message, int address, const Bytes& bytes, const CounterRecord& settings = {}) {
+        std::unique_ptr<ReplyBlock> block;
+        if (!bytes.empty() || message <= WM_SETTINGS_REPLY) {
+            block = std::make_unique<ReplyBlock>(ReplyBlock{static_cast<int>(bytes.size()), address, {}, settings});
+            std::ranges::copy(bytes, block->data.begin());
+        }
         const CBoxReader reader;
-        Post(message, address, bytes, settings);
-        Pump();
+        panel->PostReply(message, std::move(block), address);
+        PumpMessages();
         return reader.texts;
     }
 
@@ -144,17 +138,26 @@ protected:
         ::SendMessageA(::GetParent(control), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(control));
     }
     void Type(int id, const std::string& text) const { ::SetWindowTextA(Control(id), text.c_str()); }
-    void TypeMinute(WORD minute) const {
-        SYSTEMTIME time{2012, 3, 0, 4, 5, minute, 7, 0};
-        ::SendMessageA(Control(IDC_DATE_PICKER), DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time));
+    bool Key(HWND focus, WPARAM key, LPARAM flags = 1) const {
+        MSG message{focus, WM_KEYDOWN, key, flags, 0, {}};
+        return panel->PreTranslateMessage(message);
     }
 
+    // A button's caption, with "." behind it if it isn't blue but grey, and "-" if it can't be pressed.
+    std::string Look(int id) const {
+        const auto* button = dynamic_cast<CSkinButton*>(CWnd::FromHandlePermanent(Control(id)));
+        const std::string caption = Text(id);
+        const char* const color = button->Shows(caption, 0xFF0000) ? "" : button->Shows(caption, 0x505050) ? "." : "?";
+        return caption + color + (IsEnabled(id) ? "" : "-");
+    }
     // The choices in force by their captions, then sensitivity, period and address.
     std::string SettingsShown() const {
         std::string shown;
         for (const int first : {IDC_LANGUAGE_ENGLISH, IDC_DIRECTION_IN, IDC_SD_DETECT_YES}) {
-            EXPECT_NE(IsEnabled(first), IsEnabled(first + 1)) << first;
-            shown += Text(IsEnabled(first) ? first + 1 : first) + " ";
+            const int inForce = IsEnabled(first) ? first + 1 : first;
+            EXPECT_EQ(Look(inForce), Text(inForce) + "-");
+            EXPECT_EQ(Look(first + 1 - (inForce - first)).back(), '.');
+            shown += Text(inForce) + " ";
         }
         return shown + Text(IDC_SENSITIVITY_EDIT) + " " + Text(IDC_SD_PERIOD_EDIT) + " " + Text(IDC_ADDRESS_EDIT);
     }
@@ -170,6 +173,8 @@ protected:
         return buttons;
     }
 
+    static inline std::atomic<bool> ran;
     CWnd host;
+    CTestFrame frame;
     std::unique_ptr<CTestPanel> panel;
 };

@@ -1,4 +1,4 @@
-// Reads windows of this thread as a user would: controls by their number, and message boxes, which are closed by OK.
+// Reads message boxes and dialogs of this thread as a user would, and closes them by OK.
 #pragma once
 
 #include <algorithm>
@@ -7,21 +7,8 @@
 
 #include <windows.h>
 
-#include "framework/Wnd.h"
 #include "shell/ProductStrings.h"
-
-inline std::string TextOf(HWND window) {
-    return window != nullptr ? CWnd::FromHandle(window)->GetWindowText() : "no such window";
-}
-
-// At any depth; null if there is none.
-inline HWND FindControl(HWND top, int id) {
-    for (HWND child = ::GetWindow(top, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
-        if (::GetDlgCtrlID(child) == id) return child;
-        if (HWND inner = FindControl(child, id)) return inner;
-    }
-    return nullptr;
-}
+#include "support/Windows.h"
 
 // Looks by a timer, which runs in whatever message loop the thread is in, that of a box too.
 class CBoxReader {
@@ -55,30 +42,22 @@ private:
         for (; !standing.empty(); standing.pop_back()) ::SendMessageA(standing.back(), WM_COMMAND, IDOK, 0);
     }
 
-    static bool IsOfClass(HWND window, const char* name) {
-        char found[16]{};
-        return ::GetClassNameA(window, found, sizeof found) != 0 && ::lstrcmpiA(found, name) == 0;
-    }
-
     static BOOL CALLBACK NoteBox(HWND window, LPARAM) {
         const bool isBox = window != current->exempt && ::IsWindowVisible(window) && IsOfClass(window, "#32770");
         if (!isBox || std::ranges::count(current->standing, window) != 0) return TRUE;
         current->standing.push_back(window);
         if (const std::string title = TextOf(window); title != productTitle) current->texts += title + ": ";
-        ::EnumChildWindows(window, &NoteText, 0);
+        FindBelow(window, [](HWND child) {
+            if (IsOfClass(child, "Static")) current->texts += TextOf(child);
+            return false;
+        });
         current->texts += "|";
-        return TRUE;
-    }
-
-    static BOOL CALLBACK NoteText(HWND window, LPARAM) {
-        if (IsOfClass(window, "Static")) current->texts += TextOf(window);
         return TRUE;
     }
 
     static inline CBoxReader* current = nullptr;
 
-    int wanted;
-    int looks = 0;
+    int wanted, looks = 0;
     HWND exempt;
     UINT_PTR timer = 0;
     std::vector<HWND> standing;
