@@ -1,7 +1,6 @@
 // Reads message boxes and dialogs of this thread as a user would, and closes them by OK.
 #pragma once
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -13,8 +12,8 @@
 // Looks by a timer, which runs in whatever message loop the thread is in, that of a box too.
 class CBoxReader {
 public:
-    // The first boxes are left standing until `together` of them do, or for some seconds. `frame` is no box.
-    explicit CBoxReader(int together = 1, HWND frame = nullptr) : wanted(together), exempt(frame) {
+    // `frame` is no box.
+    explicit CBoxReader(HWND frame = nullptr) : exempt(frame) {
         current = this;
         timer = ::SetTimer(nullptr, 0, 10, &OnTimer);
     }
@@ -25,8 +24,7 @@ public:
         current = nullptr;
     }
 
-    std::string texts;    // "title: text|" of each box, the title left out if it is the product's
-    int mostTogether = 0; // boxes that stood at once
+    std::string texts; // "title: text|" of each box, the title left out if it is the product's
 
 private:
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
@@ -35,16 +33,12 @@ private:
 
     void Look() {
         ::EnumThreadWindows(::GetCurrentThreadId(), &NoteBox, 0);
-        const int count = static_cast<int>(standing.size());
-        mostTogether = std::max(mostTogether, count);
-        if (count < wanted && ++looks < 500) return;
-        wanted = 1;
         for (; !standing.empty(); standing.pop_back()) ::SendMessageA(standing.back(), WM_COMMAND, IDOK, 0);
     }
 
     static BOOL CALLBACK NoteBox(HWND window, LPARAM) {
         const bool isBox = window != current->exempt && ::IsWindowVisible(window) && IsOfClass(window, "#32770");
-        if (!isBox || std::ranges::count(current->standing, window) != 0) return TRUE;
+        if (!isBox) return TRUE;
         current->standing.push_back(window);
         if (const std::string title = TextOf(window); title != productTitle) current->texts += title + ": ";
         FindBelow(window, [](HWND child) {
@@ -57,7 +51,6 @@ private:
 
     static inline CBoxReader* current = nullptr;
 
-    int wanted, looks = 0;
     HWND exempt;
     UINT_PTR timer = 0;
     std::vector<HWND> standing;
