@@ -1,8 +1,5 @@
 // The table of counters under random replies, against a plain model of what each must leave there.
-#include <optional>
-#include <set>
 #include <tuple>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -14,20 +11,11 @@
 
 namespace {
 
-// What may stand in a reply: which kind of record, in which condition, of which counter, with what in it.
+enum Kind { Poll, Read, Clear, Choice }; // which reply comes, or the user's choice of another counter
+
+// What may stand in a reply: the kind of record, its condition, of which counter it is, what is in it.
 using Part = std::tuple<std::uint8_t, std::uint8_t, std::uint8_t, std::uint32_t>;
-// What comes (0 to 2 a reply of a kind, 3 a choice of the user), of whom it was asked, and the reply.
-using Step = std::tuple<std::uint8_t, std::uint8_t, std::vector<Part>>;
-
-enum Kind { StatusKind, SettingsKind, AnswerKind, Choice };
-
-struct Model {
-    std::array<CounterRecord, counterCount> records;
-    std::set<int> known, seen;
-    std::vector<std::int8_t> shown; // as of the last change
-    int selected = -1;
-    bool strangerSeen = false, firstSelected = false;
-};
+using Step = std::tuple<std::uint8_t, std::uint8_t, std::vector<Part>>; // the kind, of whom it was asked, the reply
 
 // Mostly in the table, sometimes just beyond it, sometimes all counters' own.
 std::uint8_t AddressOf(std::uint8_t drawn) {
@@ -35,101 +23,91 @@ std::uint8_t AddressOf(std::uint8_t drawn) {
     return drawn % 8 < 6 ? drawn % 8 : others[drawn / 8 % 5];
 }
 
-// The bytes of a part; what a whole one of the kind asked for says goes into the model.
-Bytes Lay(const Part& part, Kind asked, Model& model) {
-    const auto& [kind, condition, drawnAddress, value] = part;
+void ClearCounts(CCounterTable& table, std::int32_t address) {
+    if (!CCounterTable::IsCounterAddress(address)) return;
+    CounterRecord& entry = table.records[static_cast<std::size_t>(address)];
+    entry.inCount = entry.outCount = entry.extraCount = 0;
+}
+
+// The bytes of a part; what a whole one of the kind asked for says goes into the model, where only the data is used.
+Bytes Lay(const Part& part, int asked, CCounterTable& model, CCounterTable::StatusOutcome& outcome) {
+    const auto& [drawnKind, condition, drawnAddress, value] = part;
     const std::uint8_t address = AddressOf(drawnAddress);
-    const auto byteAt = [value = value](int i) { return static_cast<std::uint8_t>(value >> 8 * i); };
-    const auto day = static_cast<std::uint8_t>(value % 7 + 3);
-    Bytes body{address, 0x12, 3, day, 5, 6, 7};
-    const auto entered = static_cast<Kind>(kind % 3);
+    const auto v = [value = value](int i) { return static_cast<std::uint8_t>(value >> 8 * i); };
     // Nothing in a record must look like a whole one of another kind: so the bounds of day and `last`.
-    const auto last = static_cast<std::uint8_t>(byteAt(3) | 4);
-    if (entered == StatusKind)
-        body.insert(body.end(), {byteAt(0), byteAt(1), byteAt(2), last, 1, byteAt(1), byteAt(2)});
-    if (entered == SettingsKind) body.insert(body.end(), {byteAt(0), byteAt(1)});
-    if (entered == AnswerKind) body = {address, static_cast<std::uint8_t>(value % 2)};
-    const Bytes frame = Frame(body);
+    const auto day = static_cast<std::uint8_t>(value % 7 + 3), last = static_cast<std::uint8_t>(v(3) | 4);
+    const int kind = drawnKind % 3;
+    Bytes frame = Frame({address, static_cast<std::uint8_t>(value % 2)});
+    if (kind == Poll) frame = Frame({address, 0x12, 3, day, 5, 6, 7, v(0), v(1), v(2), last, 1, v(1), v(2)});
+    if (kind == Read) frame = Frame({address, 0x12, 3, day, 5, 6, 7, v(0), v(1)});
     if (condition % 5 == 0) return Spoilt(frame);
     if (condition % 5 == 1) return Torn(frame);
-    if (entered != asked || address >= counterCount) return frame;
-
-    CounterRecord& entry = model.records[address];
-    if (entered == AnswerKind) {
-        if (value % 2 == 0) entry.inCount = entry.outCount = entry.extraCount = 0;
+    if (kind != asked || address >= counterCount) return frame;
+    if (kind == Clear) {
+        if (value % 2 == 0) ClearCounts(model, address);
         return frame;
     }
-    model.seen.insert(address);
+    CounterRecord& entry = model.records[address];
     entry.deviceTime = CTime(CalendarFields{2012, 3, day, 5, 6, 7}).GetTime();
-    if (entered == StatusKind) {
-        entry.address = address;
-        entry.inCount = byteAt(0) * 256 + byteAt(1);
-        entry.outCount = byteAt(2) * 256 + last;
-        entry.extraCount = 256 + byteAt(1);
-        entry.extraByte = byteAt(2);
-        if (model.known.contains(address)) return frame;
-        model.strangerSeen = true;
-        if (model.selected == -1) model.selected = address, model.firstSelected = true;
-    } else {
-        entry.sensitivity = byteAt(0);
-        entry.language = byteAt(1) < 128 ? 1 : 0;
-        entry.direction = byteAt(1) % 128 < 64 ? 1 : 0;
-        entry.sdDetect = byteAt(1) % 64 < 32 ? 0 : 1;
-        entry.sdPeriod = byteAt(1) % 32;
+    model.seen[address] = true;
+    if (kind == Read) {
+        entry.sensitivity = v(0);
+        entry.language = v(1) < 128 ? 1 : 0;
+        entry.direction = v(1) % 128 < 64 ? 1 : 0;
+        entry.sdDetect = v(1) % 64 < 32 ? 0 : 1;
+        entry.sdPeriod = v(1) % 32;
+        return frame;
     }
+    entry = {entry.deviceTime,
+             entry.language,
+             entry.direction,
+             entry.sdDetect,
+             entry.sdPeriod,
+             address,
+             entry.sensitivity,
+             v(0) * 256 + v(1),
+             v(2) * 256 + last,
+             256 + v(1),
+             v(2)};
+    if (model.known[address]) return frame;
+    outcome.strangerSeen = true;
+    if (model.selected == -1) model.selected = address, outcome.firstSelected = true;
     return frame;
 }
 
-void Compare(const CCounterTable& table, const Model& model) {
-    RC_ASSERT(table.records == model.records);
-    RC_ASSERT(table.selected == model.selected);
-    RC_ASSERT(table.shownCount == std::ssize(model.shown));
-    for (std::size_t i = 0; i < table.known.size(); ++i) {
-        RC_ASSERT(table.known[i] == model.known.contains(static_cast<int>(i)));
-        RC_ASSERT(table.seen[i] == model.seen.contains(static_cast<int>(i)));
-        RC_ASSERT(table.shownAddresses[i] == (i < model.shown.size() ? model.shown[i] : 0));
-    }
-}
-
 RC_GTEST_PROP(CounterTable, HoldsWhatTheRepliesSay, (const std::vector<Step>& steps)) {
-    CCounterTable table;
-    Model model;
-    RC_ASSERT(table.pollIndex == 0);
-    Compare(table, model);
+    CCounterTable table, model;
+    RC_ASSERT(table.pollIndex == 0 && table.selected == -1 && table.shownCount == 0);
     for (const auto& [what, drawnAddress, parts] : steps) {
-        const auto kind = static_cast<Kind>(what % 4);
+        const int kind = what % 4;
         const auto asked = static_cast<std::int8_t>(AddressOf(drawnAddress)); // -1: all counters
-        model.strangerSeen = model.firstSelected = false;
-        if (kind == StatusKind || kind == SettingsKind) model.seen.clear();
+        CCounterTable::StatusOutcome outcome, expected;
+        if (kind < Clear) model.seen = {};
         Bytes reply;
-        if (kind != Choice)
-            for (const Part& part : parts) reply = Line({reply, Lay(part, kind, model), Bytes(20, 0xAA)});
-        if (kind == StatusKind) {
-            const auto outcome = table.TakeStatusReply(reply);
-            RC_ASSERT(outcome.strangerSeen == model.strangerSeen);
-            RC_ASSERT(outcome.firstSelected == model.firstSelected);
-        } else if (kind == SettingsKind) {
-            table.TakeSettingsReply(reply);
-        } else if (kind == AnswerKind) {
-            GatherResults(reply, {}, [&](std::int32_t address) {
-                if (!CCounterTable::IsCounterAddress(address)) return;
-                CounterRecord& entry = table.records[static_cast<std::size_t>(address)];
-                entry.inCount = entry.outCount = entry.extraCount = 0;
-            });
-        } else if (!model.shown.empty()) {
-            table.selected = model.selected = model.shown[drawnAddress % model.shown.size()];
-        }
-        if (kind == StatusKind || kind == SettingsKind) {
-            const bool inTable = asked >= 0 && asked < 6;
-            const bool changes = inTable && model.seen.contains(asked) != model.known.contains(asked);
+        for (const Part& part : parts) reply = Line({reply, Lay(part, kind, model, expected), Bytes(20, 0xAA)});
+        if (kind == Poll) outcome = table.TakeStatusReply(reply);
+        if (kind == Read) table.TakeSettingsReply(reply);
+        if (kind == Clear) GatherResults(reply, {}, [&](std::int32_t address) { ClearCounts(table, address); });
+        if (kind == Choice && model.shownCount != 0)
+            table.selected = model.selected =
+                model.shownAddresses[static_cast<std::size_t>(drawnAddress % model.shownCount)];
+        RC_ASSERT(outcome.strangerSeen == expected.strangerSeen && outcome.firstSelected == expected.firstSelected);
+        if (kind < Clear) {
+            const auto at = static_cast<std::size_t>(asked);
+            const bool changes = at < 6 && model.seen[at] != model.known[at];
             if (changes) {
-                if (model.known.erase(asked) == 0) model.known.insert(asked);
-                model.shown.assign(model.known.begin(), model.known.end());
-                if (model.known.empty()) model.selected = -1;
+                model.known[at] = !model.known[at];
+                model.shownCount = 0, model.shownAddresses = {};
+                for (std::int8_t i = 0; i < 6; ++i)
+                    if (model.known[static_cast<std::size_t>(i)])
+                        model.shownAddresses[static_cast<std::size_t>(model.shownCount++)] = i;
+                if (model.shownCount == 0) model.selected = -1;
             }
             RC_ASSERT(table.SettlePresence(asked) == changes);
         }
-        Compare(table, model);
+        RC_ASSERT(table.records == model.records && table.selected == model.selected);
+        RC_ASSERT(table.known == model.known && table.seen == model.seen);
+        RC_ASSERT(table.shownCount == model.shownCount && table.shownAddresses == model.shownAddresses);
     }
 }
 

@@ -35,41 +35,33 @@ TEST(ResultText, ListsThoseThatDidItAndThoseThatRefused) {
 }
 
 TEST(SettingsChange, EachFieldAloneAndWithTheClock) {
-    const struct {
-        std::int32_t CounterRecord::*field;
-        bool write, address;
-    } rows[] = {{&CounterRecord::sensitivity, true, false}, {&CounterRecord::language, true, false},
-                {&CounterRecord::direction, true, false},   {&CounterRecord::sdDetect, true, false},
-                {&CounterRecord::sdPeriod, true, false},    {&CounterRecord::address, false, true},
-                {&CounterRecord::inCount, false, false},    {&CounterRecord::outCount, false, false},
-                {&CounterRecord::extraCount, false, false}, {&CounterRecord::extraByte, false, false}};
-    for (const auto& row : rows) {
+    using R = CounterRecord;
+    for (const auto field : {&R::sensitivity, &R::language, &R::direction, &R::sdDetect, &R::sdPeriod, &R::address,
+                             &R::inCount, &R::outCount, &R::extraCount, &R::extraByte}) {
+        const bool isAddress = field == &R::address;
+        const bool isCount =
+            field == &R::inCount || field == &R::outCount || field == &R::extraCount || field == &R::extraByte;
         for (const std::uint32_t clock : {5U, 6U}) {
-            for (const std::int32_t before : {0, 2}) {
+            for (const std::int32_t before : {0, 1, 2}) {
                 CounterRecord former{.deviceTime = 5}, wanted{.deviceTime = clock};
-                former.*row.field = before;
-                wanted.*row.field = 1;
+                former.*field = before, wanted.*field = 1;
                 const SettingsChange change = CompareSettings(former, wanted);
-                EXPECT_EQ(change.writeSettings, row.write) << &row - rows;
-                EXPECT_EQ(change.setClock, clock == 6 && !row.write) << &row - rows;
-                EXPECT_EQ(change.setAddress, row.address) << &row - rows;
+                EXPECT_EQ(change.writeSettings, before != 1 && !isAddress && !isCount);
+                EXPECT_EQ(change.setClock, clock == 6 && !change.writeSettings);
+                EXPECT_EQ(change.setAddress, before != 1 && isAddress);
             }
         }
     }
-    const SettingsChange none = CompareSettings({}, {});
-    EXPECT_FALSE(none.writeSettings || none.setClock || none.setAddress);
 }
 
 TEST(SettingsChange, ValuesAreKeptInTheirRange) {
-    const struct {
-        ValueRange range;
-        std::int32_t value, kept;
-    } rows[] = {{sensitivityRange, -1, 0},      {sensitivityRange, 0, 0},   {sensitivityRange, 250, 250},
-                {sensitivityRange, 251, 250},   {sdPeriodRange, 3, 4},      {sdPeriodRange, 4, 4},
-                {sdPeriodRange, 5, 5},          {sdPeriodRange, 31, 31},    {sdPeriodRange, 32, 31},
-                {addressRange, INT32_MIN, 0},   {addressRange, 0, 0},       {addressRange, 255, 255},
-                {addressRange, INT32_MAX, 255}, {sensitivityRange, 77, 77}, {addressRange, 256, 255}};
-    for (const auto& row : rows) EXPECT_EQ(row.range.Clamp(row.value), row.kept) << row.value;
+    std::string kept;
+    for (const ValueRange& range : {sensitivityRange, sdPeriodRange, addressRange}) {
+        for (const std::int32_t value : {INT32_MIN, -1, 0, 3, 4, 5, 31, 32, 250, 251, 255, 256, INT32_MAX})
+            kept += std::to_string(range.Clamp(value)) + " ";
+    }
+    EXPECT_EQ(kept, "0 0 0 3 4 5 31 32 250 250 250 250 250 4 4 4 4 4 5 31 31 31 31 31 31 31 "
+                    "0 0 0 3 4 5 31 32 250 251 255 255 255 ");
 }
 
 TEST(TrafficText, BytesLinesAndTotals) {

@@ -28,13 +28,6 @@ void Visit(const std::function<void()>& show, int leave, const std::function<voi
     show();
 }
 
-// "x,y,width,height" in the client area of the parent, which has this number; the dialog has 0.
-std::string PlaceOf(HWND dialog, int id, int parent) {
-    const HWND control = FindControl(dialog, id);
-    EXPECT_EQ(::GetAncestor(control, GA_PARENT), parent == 0 ? dialog : FindControl(dialog, parent)) << id;
-    return PlaceText(control);
-}
-
 TEST(MessageDlg, GrowsWithItsTextAndTellsHowItWasLeft) {
     const struct {
         int style;
@@ -55,14 +48,13 @@ TEST(MessageDlg, GrowsWithItsTextAndTellsHowItWasLeft) {
         message.text = std::string(row.bytes, 'm');
         message.caption = row.caption;
         const auto look = [&](HWND dialog) {
-            RECT window{};
-            ::GetWindowRect(dialog, &window);
-            EXPECT_TRUE(window.right - window.left == row.width && window.bottom - window.top == 120);
+            const CRect window = CWnd::FromHandle(dialog)->GetWindowRect();
+            EXPECT_TRUE(window.Width() == row.width && window.Height() == 120);
             const std::string panel = std::to_string(row.width - 5), text = std::to_string(row.width - 40);
-            EXPECT_EQ(PlaceOf(dialog, IDC_MESSAGE_PANEL, 0), "0,0," + panel + ",88");
-            EXPECT_EQ(PlaceOf(dialog, IDC_MESSAGE_TEXT, IDC_MESSAGE_PANEL), "20,10," + text + ",24");
-            EXPECT_EQ(PlaceOf(dialog, IDC_MESSAGE_OK, IDC_MESSAGE_PANEL), row.ok);
-            EXPECT_EQ(PlaceOf(dialog, IDC_MESSAGE_CANCEL, IDC_MESSAGE_PANEL), "192,40,74,22");
+            EXPECT_EQ(PlaceText(FindControl(dialog, IDC_MESSAGE_PANEL)), "0,0," + panel + ",88");
+            EXPECT_EQ(PlaceText(FindControl(dialog, IDC_MESSAGE_TEXT)), "20,10," + text + ",24");
+            EXPECT_EQ(PlaceText(FindControl(dialog, IDC_MESSAGE_OK)), row.ok);
+            EXPECT_EQ(PlaceText(FindControl(dialog, IDC_MESSAGE_CANCEL)), "192,40,74,22");
             EXPECT_EQ(::IsWindowVisible(FindControl(dialog, IDC_MESSAGE_CANCEL)) != FALSE, row.style != 0);
             EXPECT_EQ(TextOf(FindControl(dialog, IDC_MESSAGE_TEXT)), message.text);
             EXPECT_EQ(TextOf(FindControl(dialog, IDC_MESSAGE_OK)), "OK");
@@ -86,10 +78,10 @@ TEST(AboutDlg, ShowsTheProductAndTwoLinksThatHoldTheirAddresses) {
               EXPECT_EQ(TextOf(dialog), "About " + std::string(productTitle));
               RECT client{};
               ::GetClientRect(dialog, &client);
-              EXPECT_EQ(PlaceOf(dialog, IDC_ABOUT_PANEL, 0),
+              EXPECT_EQ(PlaceText(FindControl(dialog, IDC_ABOUT_PANEL)),
                         "0,0," + std::to_string(client.right) + "," + std::to_string(client.bottom));
-              EXPECT_EQ(PlaceOf(dialog, IDC_ABOUT_COMPANY, IDC_ABOUT_PANEL), "10,28,400,24");
-              EXPECT_EQ(PlaceOf(dialog, IDC_ABOUT_VERSION, IDC_ABOUT_PANEL), "10,5,400,24");
+              EXPECT_EQ(PlaceText(FindControl(dialog, IDC_ABOUT_COMPANY)), "10,28,400,24");
+              EXPECT_EQ(PlaceText(FindControl(dialog, IDC_ABOUT_VERSION)), "10,5,400,24");
               EXPECT_EQ(TextOf(FindControl(dialog, IDC_ABOUT_COMPANY)), productCompany);
               EXPECT_EQ(TextOf(FindControl(dialog, IDC_ABOUT_VERSION)), productVersion);
               for (const auto& [id, text] :
