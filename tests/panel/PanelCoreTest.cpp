@@ -67,7 +67,7 @@ TEST(SettingsChange, ValuesAreKeptInTheirRange) {
 TEST(TrafficText, BytesLinesAndTotals) {
     EXPECT_EQ(FormatHexBytes({}), "");
     EXPECT_EQ(FormatHexBytes(Bytes{0x00, 0x0A, 0x9F, 0xFF, 0x81}), "00 0a 9f ff 81 ");
-    EXPECT_EQ(FormatLogLine(CTime(RecordTime()), "TX-->02 "), "2012/03/04 05:06:07: TX-->02 ");
+    EXPECT_EQ(FormatLogLine(CTime(recordTime), "TX-->02 "), "2012/03/04 05:06:07: TX-->02 ");
     EXPECT_EQ(FormatTotals("TX:", 0, "RX:", 42), "TX:     0    RX:    42");
     EXPECT_EQ(FormatTotals("TX:", 1234567, "RX:", 2147483647), "TX:1234567    RX:2147483647");
 }

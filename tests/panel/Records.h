@@ -1,9 +1,7 @@
 // Frames as they stand on the line, laid out byte by byte.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
-#include <initializer_list>
 #include <numeric>
 #include <vector>
 
@@ -12,16 +10,13 @@
 using Bytes = std::vector<std::uint8_t>;
 
 // What the clock of every record here says, in seconds.
-inline std::uint32_t RecordTime() {
-    return CTime(CalendarFields{2012, 3, 4, 5, 6, 7}).GetTime();
-}
+inline const std::uint32_t recordTime = CTime(CalendarFields{2012, 3, 4, 5, 6, 7}).GetTime();
 
 // Start byte, body, checksum, end byte.
 inline Bytes Frame(const Bytes& body) {
-    Bytes frame(body.size() + 3, 0x02);
-    std::ranges::copy(body, frame.begin() + 1);
-    frame[frame.size() - 2] = static_cast<std::uint8_t>(std::accumulate(body.begin(), body.end(), 0));
-    frame.back() = 0x03;
+    Bytes frame{0x02};
+    frame.insert(frame.end(), body.begin(), body.end());
+    frame.insert(frame.end(), {static_cast<std::uint8_t>(std::accumulate(body.begin(), body.end(), 0)), 0x03});
     return frame;
 }
 

@@ -76,12 +76,6 @@ TEST(AboutDlg, ShowsTheProductAndTwoLinksThatHoldTheirAddresses) {
     Visit([&] { about.DoModal(); }, IDOK,
           [](HWND dialog) {
               EXPECT_EQ(TextOf(dialog), "About " + std::string(productTitle));
-              RECT client{};
-              ::GetClientRect(dialog, &client);
-              EXPECT_EQ(PlaceText(FindControl(dialog, IDC_ABOUT_PANEL)),
-                        "0,0," + std::to_string(client.right) + "," + std::to_string(client.bottom));
-              EXPECT_EQ(PlaceText(FindControl(dialog, IDC_ABOUT_COMPANY)), "10,28,400,24");
-              EXPECT_EQ(PlaceText(FindControl(dialog, IDC_ABOUT_VERSION)), "10,5,400,24");
               EXPECT_EQ(TextOf(FindControl(dialog, IDC_ABOUT_COMPANY)), productCompany);
               EXPECT_EQ(TextOf(FindControl(dialog, IDC_ABOUT_VERSION)), productVersion);
               for (const auto& [id, text] :

@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include "ScreenReader.h"
 #include "StrictControls.h"
 #include "framework/ResourceModule.h"
 #include "framework/WorkerThread.h"
@@ -17,6 +16,7 @@
 #include "serial/CommPort.h"
 #include "shell/QuorvaneApp.h"
 #include "shell/StoredValues.h"
+#include "support/Boxes.h"
 #include "support/Meanwhile.h"
 
 namespace {
@@ -144,7 +144,9 @@ TEST_F(ShellTest, ASecondCopyTouchesNothing) {
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(log), {}), "of the first copy");
     EXPECT_EQ(Stored("COM"), missing);
     EXPECT_FALSE(CCommPort::Instance()->IsOpen());
-    RunProgram([] {}); // there is no first copy any more
+    WriteRegistryInt("COM", -1);
+    RunProgram([&] { EXPECT_EQ(Text(IDC_PORT), "Open COM"); }); // there is no first copy any more
+    EXPECT_EQ(Stored("COM"), -1) << "no such port";
 }
 
 // Neither a system without the date control nor a library with a spoilt template leaves an empty frame.
@@ -161,6 +163,12 @@ TEST_F(ShellTest, WhatCanNotBeHadIsToldAndEndsTheProgram) {
     EXPECT_NE(::RegisterClassA(&picker), 0);
 }
 
+struct CSlowCommand : CCommand {
+    explicit CSlowCommand(std::uint32_t milliseconds) : time(milliseconds) {}
+    void Execute() override { PauseThread(time); }
+    std::uint32_t time;
+};
+
 int colorChanges; // told to controls of this thread
 
 LRESULT CALLBACK NoteColorChange(int code, WPARAM wParam, LPARAM lParam) {
@@ -169,6 +177,7 @@ LRESULT CALLBACK NoteColorChange(int code, WPARAM wParam, LPARAM lParam) {
 }
 
 TEST_F(ShellTest, MessagesOfTheSystem) {
+    CCommandQueue& queue = *CCommandQueue::Instance();
     RunProgram(
         [&] {
             const CBoxReader reader(frame);
@@ -190,10 +199,12 @@ TEST_F(ShellTest, MessagesOfTheSystem) {
             EXPECT_GE(colorChanges, windows);
 
             ::SendMessageA(frame, WM_ENDSESSION, FALSE, 0); // somebody has said no
-            EXPECT_FALSE(CCommandQueue::Instance()->IsShut());
+            EXPECT_FALSE(queue.IsShut());
+            for (int i = 0; i < 1000; ++i) queue.Add(std::make_unique<CSlowCommand>(100));
+            PauseThread(50); // until one is in flight, which alone is waited for
         },
         WM_ENDSESSION, TRUE);
-    EXPECT_TRUE(CCommandQueue::Instance()->IsShut());
+    EXPECT_TRUE(queue.IsShut() && !queue.IsRunning());
 }
 
 TEST_F(ShellTest, ALanguageIsStoredForTheNextStart) {
@@ -221,48 +232,6 @@ TEST_F(ShellTest, ALanguageIsStoredForTheNextStart) {
     });
     // Without its library a stored Chinese is shown in English.
     RunProgram([&] { EXPECT_EQ(Text(IDC_START), "Start"); });
-}
-
-TEST_F(ShellTest, ComSettingMovesTheLineWhenItIsConfirmed) {
-    struct Row {
-        const char *found, *typed;
-        int button;
-    };
-    WriteRegistryInt("COM", 250);
-    RunProgram([&] {
-        for (const Row& row : {Row{"COM250", "COM200", IDC_COM_SETTING_CANCEL}, Row{"COM250", "COM200", IDOK},
-                               Row{"COM250", "COM200", IDC_COM_SETTING_OK}, Row{"COM200", "", IDCANCEL}}) {
-            const CMeanwhile visit([&] {
-                const HWND dialog = ShownDialog(frame);
-                if (dialog == nullptr) return false;
-                EXPECT_EQ(TextOf(::GetDlgItem(dialog, IDC_COM_SETTING_PORT)), row.found);
-                ::SetDlgItemTextA(dialog, IDC_COM_SETTING_PORT, row.typed);
-                ::SendMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(row.button), 0);
-                return true;
-            });
-            ::SendMessageA(frame, WM_COMMAND, ID_COM_SETTING, 0);
-        }
-        EXPECT_EQ(Text(IDC_PORT), "Open COM");
-    });
-    EXPECT_EQ(Stored("COM"), 250) << "neither port opens";
-}
-
-struct CSlowCommand : CCommand {
-    explicit CSlowCommand(std::uint32_t milliseconds) : time(milliseconds) {}
-    void Execute() override { PauseThread(time); }
-    std::uint32_t time;
-};
-
-TEST_F(ShellTest, ClosingWaitsForTheCommandInFlightAlone) {
-    CCommandQueue& queue = *CCommandQueue::Instance();
-    RunProgram([&] {
-        for (int i = 0; i < 1000; ++i) queue.Add(std::make_unique<CSlowCommand>(100));
-        PauseThread(50); // until one is in flight
-    });
-    queue.Add(std::make_unique<CSlowCommand>(60'000)); // nobody takes it any more
-    const DWORD begun = ::GetTickCount();
-    while (queue.IsRunning() && ::GetTickCount() - begun < 10'000) PauseThread(10);
-    EXPECT_FALSE(queue.IsRunning());
 }
 
 // In a process of its own, which is to end by itself.
