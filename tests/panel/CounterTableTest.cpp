@@ -43,10 +43,8 @@ Bytes Lay(const Part& part, int asked, CCounterTable& model, CCounterTable::Stat
     if (condition % 5 == 0) return Spoilt(frame);
     if (condition % 5 == 1) return Torn(frame);
     if (kind != asked || address >= counterCount) return frame;
-    if (kind == Clear) {
-        if (value % 2 == 0) ClearCounts(model, address);
-        return frame;
-    }
+    if (kind == Clear && value % 2 == 0) ClearCounts(model, address);
+    if (kind == Clear) return frame;
     CounterRecord& entry = model.records[address];
     entry.deviceTime = CTime(CalendarFields{2012, 3, day, 5, 6, 7}).GetTime();
     model.seen[address] = true;
@@ -58,17 +56,9 @@ Bytes Lay(const Part& part, int asked, CCounterTable& model, CCounterTable::Stat
         entry.sdPeriod = v(1) % 32;
         return frame;
     }
-    entry = {entry.deviceTime,
-             entry.language,
-             entry.direction,
-             entry.sdDetect,
-             entry.sdPeriod,
-             address,
-             entry.sensitivity,
-             v(0) * 256 + v(1),
-             v(2) * 256 + last,
-             256 + v(1),
-             v(2)};
+    entry.address = address;
+    entry.inCount = v(0) * 256 + v(1), entry.outCount = v(2) * 256 + last;
+    entry.extraCount = 256 + v(1), entry.extraByte = v(2);
     if (model.known[address]) return frame;
     outcome.strangerSeen = true;
     if (model.selected == -1) model.selected = address, outcome.firstSelected = true;
@@ -97,11 +87,12 @@ RC_GTEST_PROP(CounterTable, HoldsWhatTheRepliesSay, (const std::vector<Step>& st
             const bool changes = at < 6 && model.seen[at] != model.known[at];
             if (changes) {
                 model.known[at] = !model.known[at];
-                model.shownCount = 0, model.shownAddresses = {};
-                for (std::int8_t i = 0; i < 6; ++i)
-                    if (model.known[static_cast<std::size_t>(i)])
-                        model.shownAddresses[static_cast<std::size_t>(model.shownCount++)] = i;
-                if (model.shownCount == 0) model.selected = -1;
+                auto& addresses = model.shownAddresses = {};
+                std::size_t count = 0;
+                for (std::size_t i = 0; i < 6; ++i)
+                    if (model.known.at(i)) addresses.at(count++) = static_cast<std::int8_t>(i);
+                model.shownCount = static_cast<std::int8_t>(count);
+                if (count == 0) model.selected = -1;
             }
             RC_ASSERT(table.SettlePresence(asked) == changes);
         }

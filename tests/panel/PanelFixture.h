@@ -2,11 +2,6 @@
 // posts them, clicks and types, and reads the controls and what goes out.
 #pragma once
 
-#include <atomic>
-#include <functional>
-
-#include <windows.h>
-
 #include <commctrl.h>
 
 #include <gtest/gtest.h>
@@ -19,8 +14,7 @@
 #include "serial/CommPort.h"
 #include "support/Boxes.h"
 
-class CTestPanel : public CCounterPanel {
-public:
+struct CTestPanel : CCounterPanel {
     void SendPoll(std::uint8_t address) override { polls.push_back(address); }
 
     // The silence of the closed line is not let through: the test itself says what each counter answers.
@@ -40,8 +34,7 @@ public:
 };
 
 // The ports 3 and 17. Opening one gives a file that stands for the device.
-class CTestFrame : public CPanelFrame {
-public:
+struct CTestFrame : CPanelFrame {
     const AvailablePorts& GetAvailablePorts() const override { return ports; }
     void SelectPort(std::int32_t portNumber) override {
         selected = portNumber;

@@ -22,29 +22,25 @@ std::string TreeOf(HMENU menu, std::vector<HMENU>& menus) {
 }
 
 TEST_F(PanelTest, PopupsMarkWhatIsInForceAndLeaveNothing) {
-    const struct {
-        int button;
-        bool chinese;
-        int ports, selected;
-        const char* tree;
-    } rows[] = {{ID_PORT_MENU, false, 2, 17, "COM[COM3 COM17*] Device[QX4101* QX4102 QX4103] Open Log"},
-                {ID_PORT_MENU, true, 2, 3, "COM[COM3* COM17] Device[QX4101* QX4102 QX4103] Open Log"},
-                {ID_PORT_MENU, false, 0, 3, "COM[] Device[QX4101* QX4102 QX4103] Open Log"},
-                {ID_HELP_MENU, false, 2, 17, "&About ..."},
-                {ID_LANGUAGE_MENU, false, 2, 17, "English* Chinese"},
-                {ID_LANGUAGE_MENU, true, 2, 17, "English Chinese*"}};
+    const std::tuple<int, bool, int, int, std::string> rows[] = {
+        {ID_PORT_MENU, false, 2, 17, "COM[COM3 COM17*] Device[QX4101* QX4102 QX4103] Open Log"},
+        {ID_PORT_MENU, true, 2, 3, "COM[COM3* COM17] Device[QX4101* QX4102 QX4103] Open Log"},
+        {ID_PORT_MENU, false, 0, 3, "COM[] Device[QX4101* QX4102 QX4103] Open Log"},
+        {ID_HELP_MENU, false, 2, 17, "&About ..."},
+        {ID_LANGUAGE_MENU, false, 2, 17, "English* Chinese"},
+        {ID_LANGUAGE_MENU, true, 2, 17, "English Chinese*"}};
     const std::size_t registered = COwnerDrawMenu::allSubMenus.size();
-    for (const auto& row : rows) {
-        frame.chinese = row.chinese, frame.ports.count = row.ports, frame.selected = row.selected;
+    for (const auto& [button, chinese, ports, selected, tree] : rows) {
+        frame.chinese = chinese, frame.ports.count = ports, frame.selected = selected;
         std::vector<HMENU> menus;
-        const CMeanwhile meanwhile([&] {
+        const CMeanwhile meanwhile([&, &expected = tree] {
             const HWND popup = ShownPopup();
             if (popup == nullptr) return false;
-            EXPECT_EQ(TreeOf(reinterpret_cast<HMENU>(::SendMessageA(popup, MN_GETHMENU, 0, 0)), menus), row.tree);
+            EXPECT_EQ(TreeOf(reinterpret_cast<HMENU>(::SendMessageA(popup, MN_GETHMENU, 0, 0)), menus), expected);
             return ::EndMenu() != FALSE;
         });
-        Click(row.button);
-        for (const HMENU menu : menus) EXPECT_FALSE(::IsMenu(menu)) << row.tree;
+        Click(button);
+        for (const HMENU menu : menus) EXPECT_FALSE(::IsMenu(menu)) << tree;
     }
     EXPECT_EQ(COwnerDrawMenu::allSubMenus.size(), registered);
 }

