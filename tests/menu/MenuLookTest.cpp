@@ -1,8 +1,6 @@
-// What is computed of an item's look without a device context.
-#include <array>
-#include <cmath>
+// What is computed of an item's look without a device context: against plain formulas over whole ranges.
+#include <algorithm>
 #include <limits>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -10,71 +8,88 @@
 #include "menu/MenuItemLook.h"
 #include "menu/MenuLayout.h"
 #include "menu/ResourceBitmap.h"
+#include "support/Seed.h"
 
 namespace {
 
-constexpr std::uint32_t Rgb(unsigned red, unsigned green, unsigned blue) {
-    return red | green << 8 | blue << 16;
-}
-
-constexpr MenuSize defaultImage{16, 15};
-
 TEST(MenuColors, Blends) {
-    const double notANumber = std::numeric_limits<double>::quiet_NaN();
-    const struct {
-        std::uint32_t color;
-        double factor;
-        std::uint32_t towardWhite;
-        std::uint32_t towardBlack;
-    } cases[] = {
-        {Rgb(192, 192, 192), 0.25, Rgb(207, 207, 207), Rgb(144, 144, 144)},
-        {Rgb(10, 36, 106), 0.7, Rgb(181, 189, 210), Rgb(3, 10, 31)},
-        {Rgb(0, 128, 255), 1, Rgb(255, 255, 255), 0},
-        {Rgb(1, 2, 3), 0, Rgb(1, 2, 3), Rgb(1, 2, 3)},
-        {Rgb(1, 2, 3), 1.5, Rgb(1, 2, 3), Rgb(1, 2, 3)},
-        {Rgb(1, 2, 3), -0.1, Rgb(1, 2, 3), Rgb(1, 2, 3)},
-        {Rgb(1, 2, 3), notANumber, Rgb(1, 2, 3), Rgb(1, 2, 3)},
-    };
-    for (const auto& [color, factor, towardWhite, towardBlack] : cases) {
-        EXPECT_EQ(BlendedTowardWhite(color, factor), towardWhite) << color << ' ' << factor;
-        EXPECT_EQ(BlendedTowardBlack(color, factor), towardBlack) << color << ' ' << factor;
+    const double factors[] = {0.25, 0.3, 0.7, 0.85, 1, 0, 1.0001, -0.1, std::numeric_limits<double>::quiet_NaN()};
+    for (unsigned from = 0; from < 256; ++from) {
+        const unsigned to = from * 7 % 256;
+        const std::uint32_t color = from | to << 8 | (255 - from) << 16;
+        for (const double factor : factors) {
+            const bool counts = factor > 0 && factor <= 1;
+            std::uint32_t white = 0, black = 0;
+            for (unsigned place = 1; place < 0x1000000; place *= 256) {
+                const unsigned channel = color / place % 256;
+                white += place * (counts ? static_cast<unsigned>((255 - channel) * factor + channel) : channel);
+                black += place * (counts ? static_cast<unsigned>(channel - channel * factor) : channel);
+            }
+            ASSERT_EQ(BlendedTowardWhite(color, factor), white) << color << ' ' << factor;
+            ASSERT_EQ(BlendedTowardBlack(color, factor), black) << color << ' ' << factor;
+        }
+        for (unsigned weight = 0; weight < 256; weight += 5) {
+            const auto mixed = [weight](unsigned first, unsigned second) {
+                return (first * (255 - weight) + second * weight) / 255;
+            };
+            const std::uint32_t wanted = mixed(from, to) | mixed(to, 255 - from) << 8 | mixed(255 - from, 3) << 16;
+            ASSERT_EQ(MixedColor(color, to | (255 - from) << 8 | 3 << 16, static_cast<std::uint8_t>(weight)), wanted);
+        }
     }
-    EXPECT_EQ(MixedColor(Rgb(200, 0, 255), Rgb(100, 255, 0), 140), Rgb(145, 140, 115));
-    EXPECT_EQ(MixedColor(Rgb(1, 2, 3), Rgb(4, 5, 6), 0), Rgb(1, 2, 3));
-    EXPECT_EQ(MixedColor(Rgb(1, 2, 3), Rgb(4, 5, 6), 255), Rgb(4, 5, 6));
 }
 
-// Rows of the usual size are looked at pixel by pixel elsewhere; these are lower than their image.
-TEST(MenuLayout, LowRows) {
-    const ModernLayout modern = LayOutModernItem({3, 100, 203, 111}, defaultImage, false);
-    EXPECT_EQ(modern.column, (MenuRect{3, 100, 23, 111}));
-    EXPECT_EQ(modern.image, (MenuPoint{5, 100}));
-    EXPECT_EQ(modern.tickBox, (MenuRect{5, 100, 21, 116}));
-    EXPECT_EQ(modern.text, (MenuRect{31, 99, 203, 110}));
-    EXPECT_EQ(modern.etched, (MenuRect{27, 105, 203, 111}));
-    EXPECT_EQ(LayOutModernItem({0, 0, 50, 20}, {4, 4}, true).tickBox.left, 0); // a column narrower than its tick box
-    const ClassicLayout classic = LayOutClassicItem({10, 40, 210, 50}, defaultImage);
-    EXPECT_EQ(classic.box, (MenuRect{10, 40, 30, 59}));
-    EXPECT_EQ(classic.tickBox, (MenuRect{11, 42, 27, 57}));
-    EXPECT_EQ(classic.etched, (MenuRect{10, 45, 210, 50}));
+MenuRect Sized(int left, int top, int width, int height) {
+    return {left, top, left + width, top + height};
 }
 
-TEST(MenuLayout, MeasuredSizes) {
-    const struct {
-        bool modern, raised;
-        MenuSize image;
-        int bar;
-        MenuSize item, separator; // for a text 50 wide
-    } cases[] = {
-        {true, true, defaultImage, 19, {81, 22}, {0, 11}}, {true, false, defaultImage, 19, {78, 19}, {0, 9}},
-        {false, true, defaultImage, 19, {83, 19}, {0, 9}}, {true, true, defaultImage, 40, {81, 40}, {0, 20}},
-        {false, true, {24, 24}, 20, {99, 28}, {0, 14}},    {true, true, {32, 33}, 19, {97, 40}, {0, 20}},
-    };
-    for (const auto& [modern, raised, image, bar, item, separator] : cases) {
-        EXPECT_EQ(MeasuredItem(50, image, modern, raised, bar), item) << modern << raised << image.width << bar;
-        EXPECT_EQ(MeasuredSeparator(image, modern && raised, bar), separator) << modern << raised << image.width << bar;
+TEST(MenuLayout, BothLooksAreLaidOutByPlainFormulas) {
+    const unsigned seed = TestSeed();
+    SCOPED_TRACE(SeedText(seed));
+    std::mt19937 random(seed);
+    const auto within = [&](int lowest, int highest) { return std::uniform_int_distribution(lowest, highest)(random); };
+    for (int round = 0; round < 2'000 && !testing::Test::HasFailure(); ++round) {
+        const int left = within(-20, 50), top = within(-20, 50), wide = within(60, 300), high = within(0, 60);
+        const int width = within(1, 40), height = within(1, 40), bar = within(0, 60), text = within(0, 300);
+        const bool raised = within(0, 1) == 1;
+        SCOPED_TRACE(testing::Message() << high << ": " << width << " by " << height << (raised ? ", raised" : ""));
+        const MenuRect item = Sized(left, top, wide, high);
+        const int right = left + wide, middle = top + high / 2, bottom = top + high;
+        const int gap = raised ? 7 : 4, column = width + gap;
+
+        const ModernLayout modern = LayOutModernItem(item, {width, height}, raised);
+        EXPECT_EQ(modern.column, Sized(left, top, column, high));
+        EXPECT_EQ(modern.imageBox, Sized(left + 1, top + 1, column - 2, high - 2));
+        EXPECT_EQ(modern.image, (MenuPoint{left + (gap + 1) / 2, top + std::max(0, (high - height + 1) / 2)}));
+        const MenuPoint tick{left + std::max(0, (column - 15) / 2), top + std::max(0, (high - 15) / 2)};
+        EXPECT_EQ(modern.tickBox, Sized(tick.x, tick.y, 16, 16));
+        EXPECT_EQ(modern.mark, (MenuPoint{tick.x + 5, tick.y + 4}));
+        EXPECT_EQ(modern.text, (MenuRect{left + column + 8, top - 1, right, bottom - 1}));
+        EXPECT_EQ(modern.etched, (MenuRect{left + column + gap, middle, right, bottom}));
+
+        const ClassicLayout classic = LayOutClassicItem(item, {width, height});
+        const int boxTop = top + std::max(0, (high - height - 4) / 2);
+        EXPECT_EQ(classic.bar, (MenuRect{left + width + 5, top, right, bottom}));
+        EXPECT_EQ(classic.box, Sized(left, boxTop, width + 4, height + 4));
+        EXPECT_EQ(classic.inner, Sized(left + 1, boxTop + 1, width + 2, height + 2));
+        EXPECT_EQ(classic.image, (MenuPoint{left + 2, boxTop + 2}));
+        EXPECT_EQ(classic.tickBox, Sized(left + 1, boxTop + 2, width, height));
+        EXPECT_EQ(classic.tick, (MenuPoint{left + 5, boxTop + 6}));
+        EXPECT_EQ(classic.dot, (MenuPoint{left + 6, boxTop + 6}));
+        EXPECT_EQ(classic.text, (MenuRect{left + width + 9, top - 1, right, bottom - 1}));
+        EXPECT_EQ(classic.etched, (MenuRect{left, middle, right, bottom}));
+
+        const int plainHeight = std::max(bar, height + 4), raisedHeight = std::max(bar, height + gap);
+        EXPECT_EQ(MeasuredItem(text, {width, height}, true, raised, bar),
+                  (MenuSize{width + text + gap + 8, raisedHeight}));
+        EXPECT_EQ(MeasuredItem(text, {width, height}, false, raised, bar),
+                  (MenuSize{text + 2 * width + 1, plainHeight}));
+        EXPECT_EQ(MeasuredSeparator({width, height}, raised, bar),
+                  (MenuSize{0, std::max(bar / 2, (height + gap) / 2)}));
+        EXPECT_EQ(MenuImageGap(raised), gap);
+        EXPECT_EQ(item.Moved(3), Sized(left + 3, top + 3, wide, high));
+        const int letters = within(1, 40);
+        EXPECT_EQ(TextWidthOfHostedWin32(text, static_cast<std::size_t>(letters)), text + 3 + (text + 3) / letters * 3);
     }
-    EXPECT_EQ(TextWidthOfHostedWin32(37, 10), 40 + 3 * 4);
     EXPECT_EQ(TextWidthOfHostedWin32(0, 0), 3);
 }
 
@@ -90,49 +105,67 @@ TEST(MenuLayout, TextIsPartedAtItsFirstAndLastTab) {
     }
 }
 
-TEST(MenuItemLook, PaletteDisplaysAreClassic) {
-    EXPECT_EQ(ChooseMenuLook(true, true, 1, 1), MenuLook::Classic);
-    EXPECT_EQ(ChooseMenuLook(false, true, 1, 0), MenuLook::Modern);
-}
-
-// "isc" in any subset: has an image, selected, checked; g: grayed; k: the unselected check image's id is set,
-// K: the selected one's; l: the check images are loaded.
-MenuItemState StateOf(std::string_view letters) {
-    const auto has = [letters](char letter) { return letters.find(letter) != std::string_view::npos; };
-    return {has('i') ? 0 : -1, has('K') ? 7 : -1, has('k') ? 8 : -1, has('l'), has('s'), has('g'), has('c')};
-}
-
-TEST(MenuItemLook, Boxes) {
+// The first rule whose letters all hold: k shows a check image, l check images are loaded, i has an image, then
+// selected, grayed, checked. The first picture is that with companions; the box has the second one without.
+TEST(MenuItemLook, BoxesOfEveryStateFollowTheFirstRuleThatHolds) {
     using enum MenuTint;
     using P = MenuPicture;
     const struct {
-        const char* state;
-        MenuBox modern;    // of an image with companions
-        MenuPicture plain; // of one without, in the modern look
+        const char* letters;
+        MenuBox modern;
+        P plain;
         MenuBox classic;
-    } cases[] = {
-        {"i", {Ground, Ground, Ground, P::Washed, 0}, P::Normal, {Ground, Ground, Ground, P::Normal, 0}},
-        {"is", {Selection, None, None, P::Raised, 0}, P::Normal, {Ground, Light, Shadow, P::Normal, 0}},
+    } rules[] = {
+        {"kl", {Ground, None, None, P::Check, 0}, P::Check, {Ground, Ground, Ground, P::Check, 0}},
+        {"ig", {None, None, None, P::Embossed, 0}, P::Embossed, {None, Ground, Ground, P::Embossed, 0}},
         {"isc", {Selection, Highlight, Highlight, P::Normal, -1}, P::Normal, {Ground, Shadow, Light, P::Normal, 0}},
-        {"ic", {CheckBox, Highlight, Highlight, P::Normal, -1}, P::Normal, {CheckBox, Shadow, Light, P::Normal, 0}},
-        {"igsc", {None, None, None, P::Embossed, 0}, P::Embossed, {None, Ground, Ground, P::Embossed, 0}},
-        {"ckl", {Ground, None, None, P::Check, 0}, P::Check, {Ground, Ground, Ground, P::Check, 0}},
-        {"cklgs", {Ground, None, None, P::Check, 0}, P::Check, {Ground, Ground, Ground, P::Check, 0}},
-        {"cksg", {CheckBox, Highlight, Highlight, P::Normal, -1}, P::Normal, {CheckBox, Shadow, Light, P::Normal, 0}},
+        {"is", {Selection, None, None, P::Raised, 0}, P::Normal, {Ground, Light, Shadow, P::Normal, 0}},
+        {"c", {CheckBox, Highlight, Highlight, P::Normal, -1}, P::Normal, {CheckBox, Shadow, Light, P::Normal, 0}},
+        {"", {Ground, Ground, Ground, P::Washed, 0}, P::Normal, {Ground, Ground, Ground, P::Normal, 0}},
     };
-    for (const auto& [state, modern, plain, classic] : cases) {
-        EXPECT_EQ(ModernBox(StateOf(state), true), modern) << state;
-        EXPECT_EQ(ModernBox(StateOf(state), false).picture, plain) << state;
-        EXPECT_EQ(ClassicBox(StateOf(state), true), classic) << state;
-        const MenuBox old = ClassicBox(StateOf(state), false);
-        EXPECT_EQ(old.frameTopLeft, classic.frameTopLeft == Ground ? Ground : None) << state;
+    for (int all = 0; all < 3 * 9 * 16; ++all) {
+        const int bits = all % 16, ids = all / 16 % 9;
+        const MenuItemState state{all / 144 - 1,   ids % 3 - 1,     ids / 3 - 1,    (bits & 1) != 0,
+                                  (bits & 2) != 0, (bits & 4) != 0, (bits & 8) != 0};
+        const bool shows = state.checked && state.iconId == -1 &&
+                           (state.checkClearId == 1 || (state.checkSelectedId == 1 && state.selected));
+        const bool pictured = state.iconId != -1;
+        std::string letters = shows ? "k" : pictured ? "i" : "";
+        if (state.hasCheckImages) letters += 'l';
+        if (state.selected) letters += 's';
+        if (state.grayed) letters += 'g';
+        if (state.checked) letters += 'c';
+        SCOPED_TRACE(letters);
+        EXPECT_EQ(state.UsesCheckImage(), shows);
+        EXPECT_EQ(state.HasImage(), pictured);
+        EXPECT_EQ(state.ShowsTick(), state.checked && !shows && !pictured);
+        const auto rule = std::find_if(std::begin(rules), std::end(rules), [&](const auto& each) {
+            return std::string_view(each.letters).find_first_not_of(letters) == std::string_view::npos;
+        });
+        MenuBox wanted = rule->modern;
+        EXPECT_EQ(ModernBox(state, true), wanted);
+        wanted.picture = rule->plain;
+        EXPECT_EQ(ModernBox(state, false), wanted);
+        EXPECT_EQ(ClassicBox(state, true), rule->classic);
+        wanted = rule->classic;
+        for (MenuTint* side : {&wanted.frameTopLeft, &wanted.frameBottomRight}) {
+            if (*side == Light || *side == Shadow) *side = None;
+        }
+        EXPECT_EQ(ClassicBox(state, false), wanted);
+    }
+    for (int all = 0; all < 36; ++all) {
+        const bool palette = all % 2 == 0, themed = all / 2 % 2 == 0;
+        const int onThemed = all / 4 % 3, onOthers = all / 12;
+        const bool modern = !palette && (themed ? onThemed : onOthers) == 1;
+        EXPECT_EQ(ChooseMenuLook(palette, themed, onThemed, onOthers), modern ? MenuLook::Modern : MenuLook::Classic);
     }
 }
 
 TEST(ResourceBitmap, CountsColors) {
     const struct {
         unsigned bits, used, count;
-    } cases[] = {{1, 0, 2}, {4, 0, 16}, {8, 0, 256}, {24, 0, 0}, {0, 0, 0}, {4, 5, 5}, {8, 0x10010, 0x10010}};
+    } cases[] = {{1, 0, 2},  {4, 0, 16}, {8, 0, 256},           {24, 0, 0},           {0, 0, 0}, {2, 0, 0},
+                 {32, 0, 0}, {4, 5, 5},  {8, 0x10010, 0x10010}, {1, 0x30000, 0x30000}};
     for (const auto& [bits, used, count] : cases) {
         std::vector<std::byte> header(40);
         header[14] = static_cast<std::byte>(bits);
