@@ -18,7 +18,10 @@ bool COwnerDrawMenu::ModifyItems(const wchar_t* text, UINT id, GiveImage giveIma
         if (record == nullptr) record = &holder.MakeRecordOfItem(position, id);
         if (text != nullptr) record->SetText(text);
         record->iconId = record->imageIndex = -1;
-        record->flags = (record->flags & ~UINT{MF_BYPOSITION}) | MF_OWNERDRAW;
+        // The record may have been that of a separator or a pop-up; what the item is, the platform knows.
+        const UINT state = ::GetMenuState(holder.GetHandle(), static_cast<UINT>(position), MF_BYPOSITION);
+        const UINT line = menu != nullptr ? state & MF_SEPARATOR : 0;
+        record->flags = (record->flags & ~UINT{MF_BYPOSITION | MF_SEPARATOR | MF_POPUP}) | MF_OWNERDRAW | line;
         record->id = id;
         giveImage(*record);
         records.push_back(record);
