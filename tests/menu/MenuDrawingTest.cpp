@@ -1,401 +1,640 @@
-// Both looks of the rows, pixel by pixel; what the platform is told of their size; and input that nobody should send.
-#include "menu/OwnerDrawMenu.h"
+// What menus draw, compared as a whole: rows in both looks, images from every source, and the skin menu.
+#include <algorithm>
 
-#include "MenuImageIds.h"
-#include "MenuRow.h"
-#include "Repeats.h"
+#include <gtest/gtest.h>
+
+#include "MenuTestIds.h"
+#include "menu/MenuFont.h"
+#include "menu/MenuLayout.h"
+#include "menu/MenuToolBar.h"
+#include "menu/OwnerDrawMenu.h"
+#include "menu/SkinMenu.h"
+#include "support/Handles.h"
 
 namespace {
 
-// Every mixture of ODS_SELECTED (1), ODS_GRAYED (2) and ODS_CHECKED (8).
-constexpr UINT everyState[] = {0, 1, 2, 3, 8, 9, 10, 11};
+constexpr COLORREF red = RGB(255, 0, 0), green = RGB(0, 0x80, 0), blue = RGB(0, 0, 255), nothing = RGB(255, 0, 255);
+constexpr int rowX = 7, rowY = 5; // of a row on its surface
 
-class ModernRow : public MenuRow, public testing::WithParamInterface<WindowsVersion> {
-protected:
-    ModernRow() { system.Use(GetParam(), true); }
+// A drawing surface of 24-bit or 32-bit pixels.
+class CSurface : public CMemoryDC {
+public:
+    CSurface(int width, int height, WORD bits = 32) : CMemoryDC(nullptr), size(width, height) {
+        const BITMAPINFO format{{sizeof format.bmiHeader, width, -height, 1, bits, BI_RGB, 0, 0, 0, 0, 0}, {}};
+        void* memory = nullptr;
+        bitmap.Attach(::CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &memory, nullptr, 0));
+        former = ::SelectObject(GetHandle(), bitmap.GetHandle());
+        FillSolidRect({0, 0, width, height}, nothing);
+    }
+    CSurface(const CSurface&) = delete;
+    CSurface& operator=(const CSurface&) = delete;
+    ~CSurface() { Take(); }
 
-    bool Themed() const { return GetParam() == WindowsXp; }
-    COLORREF Stripe() const { return Themed() ? Sys(COLOR_3DFACE) : Tint(COLOR_3DFACE, 0.25); }
-    COLORREF Selection() const { return Tint(COLOR_HIGHLIGHT, Themed() ? 0.7 : 0.85); }
-    static COLORREF CheckBox() { return Tint(COLOR_HIGHLIGHT, 0.85); }
-
-    void Bar(CDC& dc, bool selected) const {
-        dc.FillSolidRect({0, 0, 200, 24}, selected ? Selection() : Sys(COLOR_WINDOW));
-        if (selected) {
-            Frame(dc, {0, 0, 200, 24}, Sys(COLOR_HIGHLIGHT));
-        } else {
-            dc.FillSolidRect({0, 0, 23, 24}, Stripe());
+    // The bitmap, no longer selected.
+    const CBitmap& Take() {
+        ::SelectObject(GetHandle(), former);
+        return bitmap;
+    }
+    COLORREF Pixel(int x, int y) const { return ::GetPixel(GetHandle(), x, y); }
+    // The first place where the other one is different; empty for none.
+    std::string Differs(const CSurface& other) const {
+        for (int y = 0; y < size.cy; ++y) {
+            for (int x = 0; x < size.cx; ++x) {
+                if (Pixel(x, y) != other.Pixel(x, y)) return std::to_string(x) + ", " + std::to_string(y);
+            }
         }
+        return {};
     }
-    void CheckedBox(CDC& dc, const CRect& box) const {
-        dc.FillSolidRect(box, CheckBox());
-        Frame(dc, box, Sys(COLOR_HIGHLIGHT));
-    }
-    COLORREF GrayText() const { return Themed() ? Sys(COLOR_GRAYTEXT) : Tint(COLOR_GRAYTEXT, 0.4); }
 
-    // The image of a row by its state, with or without companions.
-    void Image(CDC& dc, UINT state, bool raised) const {
-        const COLORREF shadow = Themed() ? Sys(COLOR_3DSHADOW) : Tint(COLOR_3DSHADOW, 0.49);
-        const bool checked = (state & ODS_CHECKED) != 0;
-        const CRect box(1, 1, 22, 23);
-        if ((state & ODS_GRAYED) != 0) {
-            Embossed(dc, 4, 5, Stripe());
-        } else if ((state & ODS_SELECTED) != 0) {
-            dc.FillSolidRect(box, Selection());
-            if (checked) Frame(dc, box, Sys(COLOR_HIGHLIGHT));
-            if (raised && !checked) Half(dc, 5, 6, shadow);
-            Half(dc, raised || checked ? 3 : 4, raised || checked ? 4 : 5, dark);
-        } else if (checked) {
-            CheckedBox(dc, box);
-            Half(dc, 3, 4, dark);
-        } else {
-            Half(dc, 4, 5, raised ? COwnerDrawMenu::BlendTowardWhite(dark, 0.3) : dark);
-        }
-    }
+private:
+    CSize size;
+    CBitmap bitmap;
+    HGDIOBJ former = nullptr;
 };
 
-INSTANTIATE_TEST_SUITE_P(Systems, ModernRow, testing::Values(WindowsXp, OtherNt),
-                         [](const auto& made) { return made.param == WindowsXp ? "ThemedXp" : "Newer"; });
-
-TEST_P(ModernRow, TextAndTick) {
-    CMenuItemRecord& item = Append(L"&Open");
-    for (const UINT state : everyState) {
-        const bool grayed = (state & ODS_GRAYED) != 0;
-        ExpectRow(item, state, [&](CDC& dc) {
-            Bar(dc, (state & ODS_SELECTED) != 0 && !grayed);
-            if ((state & ODS_CHECKED) != 0) {
-                CheckedBox(dc, {4, 4, 20, 20});
-                Tick(dc, 9, 8);
-            }
-            const CFont font(MenuFontDescription());
-            const CSelectObject selected(dc, grayed ? font.GetHandle() : nullptr);
-            Text(dc, L"&Open", {31, -1, 200, 23}, grayed ? GrayText() : Sys(COLOR_MENUTEXT));
-        });
-        EXPECT_EQ(stateAfter, grayed ? state & ~UINT{ODS_SELECTED} : state);
-    }
+COLORREF Sys(int index) {
+    return ::GetSysColor(index);
+}
+COLORREF Tint(COLORREF color, double factor) {
+    return COwnerDrawMenu::BlendTowardWhite(color, factor);
+}
+void Text(CDC& dc, const wchar_t* text, const CRect& rect, COLORREF color, UINT align = DT_LEFT) {
+    CRect place = rect;
+    dc.SetTextColor(color);
+    dc.DrawText(std::wstring_view(text), place, DT_SINGLELINE | DT_VCENTER | align);
+}
+void Framed(CDC& dc, const CRect& rect, COLORREF fill, COLORREF topLeft, COLORREF bottomRight) {
+    dc.FillSolidRect(rect, fill);
+    dc.Draw3dRect(rect, topLeft, bottomRight);
 }
 
-TEST_P(ModernRow, SeparatorsEmptyCaptionsAndTabs) {
-    menu.AppendItem(L"not shown", MF_SEPARATOR, 0, -1);
-    for (const UINT state : {UINT{0}, UINT{ODS_SELECTED}, UINT{ODS_GRAYED}}) {
-        ExpectRow(*menu.itemRecords.back(), state, [&](CDC& dc) {
-            Bar(dc, false);
-            CRect line(30, 12, 200, 24);
-            ::DrawEdge(dc.GetHandle(), &line, EDGE_ETCHED, BF_TOP);
-        });
-    }
-    ExpectRow(Append(L""), 0, [&](CDC& dc) { Bar(dc, false); });
-    ExpectRow(Append(nullptr), ODS_SELECTED, [&](CDC& dc) { Bar(dc, true); });
-    ExpectRow(Append(L"中文\tnot shown\tCtrl+O"), 0, [&](CDC& dc) {
-        Bar(dc, false);
-        Text(dc, L"中文", {31, -1, 184, 23}, Sys(COLOR_MENUTEXT));
-        Text(dc, L"Ctrl+O", {31, -1, 184, 23}, Sys(COLOR_MENUTEXT), DT_RIGHT);
-    });
-}
+struct Row {
+    const wchar_t* text;
+    bool image, companions = false, shared = false, missing = false, checkImages = false, dot = false, line = false;
+};
+constexpr Row rows[] = {
+    {L"&Open\tnot shown\tCtrl+O", false},
+    {nullptr, false},
+    {L"not shown", false, false, false, false, false, false, true},
+    {L"", true, true},
+    {L"", true, true, true},
+    {L"", true},
+    {L"", true, false, true},
+    {L"a", true, false, false, true},
+    {L"", false, false, false, false, true},
+    {L"", false, false, false, false, false, true},
+};
 
-TEST_P(ModernRow, ImagesOfTheItemAndOfTheStore) {
-    const CImageList images = HalfImages({dark});
-    CMenuItemRecord& raised = AppendWithList(images);
-    ASSERT_EQ(raised.imageList->GetImageCount(), 3);
-    CMenuItemRecord& shared = Append(L"", 402);
-    shared.sharedIndex = menu.AddSharedImage(images, 0, 402);
-    system.Use(GetParam(), false);
-    CMenuItemRecord& plain = AppendWithList(images);
-    CMenuItemRecord& sharedPlain = Append(L"", 403);
-    sharedPlain.sharedIndex = menu.AddSharedImage(images, 0, 403);
-    system.Use(GetParam(), true);
-    for (const UINT state : everyState) {
-        for (CMenuItemRecord* item : {&raised, &shared, &plain, &sharedPlain}) {
-            ExpectRow(*item, state, [&](CDC& dc) {
-                Bar(dc, (state & ODS_SELECTED) != 0 && (state & ODS_GRAYED) == 0);
-                Image(dc, state, item == &raised || item == &shared);
-            });
+class MenuDrawing : public testing::Test {
+protected:
+    MenuDrawing() {
+        Forget();
+        menu.CreatePopupMenu();
+        menu.SetMaskColor(RGB(0xC0, 0xC0, 0xC0)); // colour 0 of the test's bitmaps
+        Use(OtherNt, true);
+    }
+    ~MenuDrawing() override {
+        Use(system, false);
+        COwnerDrawMenu::lookOnThemedXp = COwnerDrawMenu::selectDisabledClassic = 1;
+        Forget();
+    }
+
+    static void Forget() {
+        COwnerDrawMenu::sharedImages.DeleteImageList();
+        COwnerDrawMenu::sharedImageIds.clear();
+    }
+    static void Use(std::int32_t version, bool modern, bool raised = true) {
+        COwnerDrawMenu::windowsVersion = version;
+        COwnerDrawMenu::lookOnThemedXp = COwnerDrawMenu::lookOnOtherSystems = modern;
+        COwnerDrawMenu::raisedImages = raised;
+    }
+    static bool Themed() { return COwnerDrawMenu::windowsVersion == WindowsXp; }
+    static COLORREF Shadow() { return Themed() ? Sys(COLOR_3DSHADOW) : Tint(Sys(COLOR_3DSHADOW), 0.49); }
+    // An image with a transparent right half.
+    static void Draw(CSurface& on, COLORREF color) {
+        on.FillSolidRect({0, 0, 16, 15}, RGB(0xC0, 0xC0, 0xC0));
+        on.FillSolidRect({0, 0, 8, 15}, color);
+    }
+    static CImageList Images(std::initializer_list<COLORREF> colors) {
+        CImageList list;
+        list.Create(16, 15, COwnerDrawMenu::imageListFlags, 1, 1);
+        for (const COLORREF color : colors) {
+            CSurface image(16, 15);
+            Draw(image, color);
+            list.AddMasked(image.Take().GetHandle(), RGB(0xC0, 0xC0, 0xC0));
         }
+        return list;
     }
-}
-
-TEST_P(ModernRow, AnImageThatIsMissingLeavesItsBoxEmpty) {
-    const CImageList images = HalfImages({dark});
-    CMenuItemRecord& item = AppendWithList(images);
-    for (const bool withList : {true, false}) {
-        item.imageList.reset();
-        if (withList) item.imageList = std::make_unique<CImageList>();
-        ExpectRow(item, 0, [&](CDC& dc) { Bar(dc, false); });
-        ExpectRow(item, ODS_CHECKED, [&](CDC& dc) {
-            Bar(dc, false);
-            CheckedBox(dc, {1, 1, 22, 23});
-        });
-        ExpectRow(item, ODS_GRAYED, [&](CDC& dc) { Bar(dc, false); });
+    DRAWITEMSTRUCT ItemOf(const CMenuItemRecord& record, UINT state, HDC dc) const {
+        return {ODT_MENU,
+                0,
+                static_cast<UINT>(record.id),
+                ODA_DRAWENTIRE,
+                state,
+                reinterpret_cast<HWND>(menu.GetHandle()),
+                dc,
+                {rowX, rowY, rowX + 200, rowY + 24},
+                record.GetItemData()};
     }
-}
-
-TEST_P(ModernRow, CheckImages) {
-    CMenuItemRecord& item = Append(L"");
-    menu.SetMaskColor(RGB(0xC0, 0xC0, 0xC0));
-    menu.LoadCheckImages(IDB_CHECK_CLEAR, IDB_CHECK_SELECTED);
-    ASSERT_NE(menu.checkImages, nullptr);
-    EXPECT_EQ(menu.checkImages->GetImageCount(), 2) << "no companions among them";
-    const COLORREF green = RGB(0, 0x80, 0), blue = RGB(0, 0, 0xFF); // such a list has the 16 standard colours
-    ExpectRow(item, 0, [&](CDC& dc) { Bar(dc, false); });
-    for (const bool selected : {false, true}) {
-        ExpectRow(item, selected ? ODS_CHECKED | ODS_SELECTED : ODS_CHECKED, [&](CDC& dc) {
-            Bar(dc, selected);
-            dc.FillSolidRect({1, 1, 22, 23}, Stripe());
-            Half(dc, 4, 5, selected ? blue : green);
-        });
+    CMenuItemRecord& Append(const Row& row, UINT id, WORD bits) {
+        COwnerDrawMenu::lookOnThemedXp = COwnerDrawMenu::lookOnOtherSystems = row.companions;
+        CSurface image(16, 15, bits);
+        Draw(image, red);
+        const CBitmap& bitmap = image.Take();
+        const UINT kind = row.line ? MF_SEPARATOR : MF_STRING;
+        if (row.shared) {
+            menu.InsertMenuItem(-1, MF_BYPOSITION, id, row.text, &bitmap);
+        } else {
+            menu.AppendMenuItem(kind, row.line ? 0 : id, row.text, row.image ? &bitmap : nullptr);
+        }
+        CMenuItemRecord& record = *menu.itemRecords.back();
+        if (row.missing) record.imageList = std::make_unique<CImageList>();
+        if (row.dot) ::SetMenuItemBitmaps(menu.GetHandle(), 1, MF_BYPOSITION, nullptr, bitmap.GetHandle());
+        if (row.checkImages) menu.LoadCheckImages(IDB_CHECK_CLEAR, IDB_CHECK_SELECTED);
+        return record;
     }
-    menu.LoadCheckImages(IDB_CHECK_CLEAR, IDB_NONE);
-    EXPECT_EQ(menu.checkImages, nullptr);
-    EXPECT_EQ(menu.checkSelectedId, IDB_NONE);
-    ExpectRow(item, ODS_CHECKED, [&](CDC& dc) {
-        Bar(dc, false);
-        CheckedBox(dc, {1, 1, 22, 23});
-    });
-}
 
-TEST_P(ModernRow, DisabledImageByTheSecondRoute) {
-    const CImageList images = HalfImages({dark});
-    menu.SetEmbossViaDib(true);
-    ExpectRow(AppendWithList(images), ODS_GRAYED, [&](CDC& dc) {
-        Bar(dc, false);
-        Half(dc, 5, 6, Sys(COLOR_3DHIGHLIGHT));
-        Half(dc, 4, 5, Sys(COLOR_3DSHADOW));
-    });
-}
-
-TEST_P(ModernRow, AMarkBitmapMakesADot) {
-    Append(L"Another of the id, without one");
-    CMenuItemRecord& item = Append(L"");
-    const CImageList images = HalfImages({dark});
-    CBitmap mark;
-    menu.ImageToBitmap(surface, images, 0, mark);
-    ::SetMenuItemBitmaps(menu.GetHandle(), 1, MF_BYPOSITION, nullptr, mark.GetHandle());
-    ExpectRow(item, ODS_CHECKED, [&](CDC& dc) {
-        Bar(dc, false);
-        CheckedBox(dc, {4, 4, 20, 20});
-        const CBrush brush(Sys(COLOR_MENUTEXT));
+    static void Half(CDC& dc, int left, int top, COLORREF color) {
+        dc.FillSolidRect({left, top, left + 8, top + 15}, color);
+    }
+    void Embossed(CDC& dc, int x, int y, COLORREF back, bool missing) const {
+        const COLORREF light = Sys(COLOR_3DHIGHLIGHT);
+        const bool masked = !menu.GetEmbossViaDib();
+        if (masked) dc.FillSolidRect({x + 1, y + 1, x + 17, y + 16}, back);
+        if (!missing) Half(dc, x + 1, y + 1, light);
+        if (masked) dc.FillSolidRect({x, y, x + 16, y + 15}, back);
+        if (masked && !missing) dc.FillSolidRect({x + 1, y + 1, x + 9, y + 15}, light);
+        if (!missing) Half(dc, x, y, Sys(COLOR_3DSHADOW));
+    }
+    static void Mark(CDC& dc, bool dot, int x, int y) {
         const CPen pen(PS_SOLID, 0, Sys(COLOR_MENUTEXT));
-        const CSelectObject brushSelected(dc, brush.GetHandle());
-        const CSelectObject penSelected(dc, pen.GetHandle());
-        ::Ellipse(dc.GetHandle(), 9, 8, 15, 14);
-    });
-}
+        const CBrush brush(Sys(COLOR_MENUTEXT));
+        const CSelectObject penSelected(dc, pen.GetHandle()), brushSelected(dc, brush.GetHandle());
+        constexpr int tops[] = {2, 3, 4, 3, 2, 1, 0};
+        if (dot) ::Ellipse(dc.GetHandle(), x, y, x + 6, y + 6);
+        for (int i = 0; i < 7 && !dot; ++i)
+            dc.FillSolidRect({x + i, y + tops[i], x + i + 1, y + tops[i] + 3}, Sys(COLOR_MENUTEXT));
+    }
 
-class ClassicRow : public MenuRow, public testing::WithParamInterface<WindowsVersion> {
-protected:
-    ClassicRow() { system.Use(GetParam(), false); }
-
-    bool Framed() const { return GetParam() != OtherNt; }
-    COLORREF Back() const { return Sys(GetParam() == WindowsXp ? COLOR_3DFACE : COLOR_MENU); }
-    COLORREF CheckBox() const { return COwnerDrawMenu::BlendTowardWhite(Back(), 0.6); }
-
-    // `marked`: with an image or a mark, which the bar leaves out.
-    void Bar(CDC& dc, bool selected, bool marked) const {
-        if (selected) {
-            dc.FillSolidRect({marked ? 21 : 0, 0, 200, 24}, Sys(COLOR_HIGHLIGHT));
-        } else {
-            dc.FillSolidRect({0, 0, 200, 24}, Back());
+    // The row by the plain rules of each look, at 0, 0.
+    void Modern(CDC& dc, const Row& row, bool selected, bool grayed, bool checked) const {
+        const bool raised = COwnerDrawMenu::raisedImages != 0, companions = row.companions && raised;
+        const int column = raised ? 23 : 20, x = raised ? 4 : 2;
+        const COLORREF light = Sys(COLOR_HIGHLIGHT),
+                       stripe = Themed() ? Sys(COLOR_3DFACE) : Tint(Sys(COLOR_3DFACE), 0.25);
+        const COLORREF bar = Tint(light, Themed() ? 0.7 : 0.85), checkBox = Tint(light, 0.85);
+        const CRect box(1, 1, column - 1, 23);
+        const auto frame = [&] { dc.Draw3dRect({0, 0, 200, 24}, light, light); };
+        selected = selected && !row.line;
+        dc.FillSolidRect({0, 0, 200, 24}, selected ? bar : Sys(COLOR_WINDOW));
+        if (selected) frame();
+        if (!selected) dc.FillSolidRect({0, 0, column, 24}, stripe);
+        CRect line(2 * column - 16, 12, 200, 24);
+        if (row.line) ::DrawEdge(dc.GetHandle(), &line, EDGE_ETCHED, BF_TOP);
+        if (row.line) return;
+        const auto image = [&](int dx, COLORREF color) {
+            if (!row.missing) Half(dc, x + dx, 5 + dx, color);
+        };
+        if (row.checkImages && checked) {
+            dc.FillSolidRect(box, stripe);
+            image(0, selected ? blue : green);
+        } else if (row.image && grayed) {
+            Embossed(dc, x, 5, selected ? bar : stripe, row.missing);
+            if (selected) frame();
+        } else if (row.image && (checked || selected)) {
+            dc.FillSolidRect(box, selected ? bar : checkBox);
+            if (checked) dc.Draw3dRect(box, light, light);
+            if (companions && !checked) image(1, Shadow());
+            image(checked || companions ? -1 : 0, red);
+        } else if (row.image) {
+            image(0, companions ? Tint(red, 0.3) : red);
+        } else if (checked) {
+            Framed(dc, {x, 4, x + 16, 20}, checkBox, light, light);
+            Mark(dc, row.dot, x + 5, 8);
         }
-    }
-    void Edge(CDC& dc, const CRect& rect, bool sunken) const {
-        if (Framed())
-            dc.Draw3dRect(rect, Sys(sunken ? COLOR_3DSHADOW : COLOR_3DHIGHLIGHT),
-                          Sys(sunken ? COLOR_3DHIGHLIGHT : COLOR_3DSHADOW));
-    }
-};
-
-INSTANTIATE_TEST_SUITE_P(Systems, ClassicRow, testing::Values(WindowsXp, Windows2000, OtherNt),
-                         [](const auto& made) { return "System" + std::to_string(made.param); });
-
-TEST_P(ClassicRow, TextAndTick) {
-    CMenuItemRecord& item = Append(L"&Open\tCtrl+O");
-    const auto text = [](CDC& dc, CRect place, COLORREF color) {
-        place.right -= 16;
-        Text(dc, L"&Open", place, color);
-        Text(dc, L"Ctrl+O", place, color, DT_RIGHT);
-    };
-    for (const UINT state : everyState) {
-        const bool selected = (state & ODS_SELECTED) != 0;
-        const bool checked = (state & ODS_CHECKED) != 0;
-        ExpectRow(item, state, [&](CDC& dc) {
-            Bar(dc, selected, checked);
-            if (checked) {
-                dc.FillSolidRect({1, 4, 17, 19}, selected ? Back() : CheckBox());
-                Edge(dc, {1, 4, 17, 19}, true);
-                Tick(dc, 5, 8);
-            }
-            if ((state & ODS_GRAYED) == 0) {
-                text(dc, {25, -1, 200, 23}, Sys(selected ? COLOR_HIGHLIGHTTEXT : COLOR_MENUTEXT));
-            } else if (selected) {
-                text(dc, {25, -1, 200, 23}, Back());
-            } else {
-                text(dc, {26, 0, 201, 24}, Sys(COLOR_3DHIGHLIGHT));
-                text(dc, {25, -1, 200, 23}, Sys(COLOR_GRAYTEXT));
-            }
-        });
-        EXPECT_EQ(stateAfter, state);
-    }
-    menu.AppendItem(L"", MF_SEPARATOR, 0, -1);
-    ExpectRow(*menu.itemRecords.back(), ODS_SELECTED, [&](CDC& dc) {
-        Bar(dc, false, false);
-        CRect line(0, 12, 200, 24);
-        ::DrawEdge(dc.GetHandle(), &line, EDGE_ETCHED, BF_TOP);
-    });
-    COwnerDrawMenu::selectDisabledClassic = 0;
-    Paint(surface, item, ODS_SELECTED | ODS_GRAYED);
-    EXPECT_EQ(stateAfter, UINT{ODS_GRAYED});
-}
-
-TEST_P(ClassicRow, Images) {
-    const CImageList images = HalfImages({dark});
-    CMenuItemRecord& own = AppendWithList(images);
-    CMenuItemRecord& shared = Append(L"", 402);
-    shared.sharedIndex = menu.AddSharedImage(images, 0, 402);
-    const CRect box(0, 2, 20, 21), inner(1, 3, 19, 20);
-    for (const UINT state : everyState) {
-        const bool selected = (state & ODS_SELECTED) != 0;
-        const bool checked = (state & ODS_CHECKED) != 0;
-        for (CMenuItemRecord* item : {&own, &shared}) {
-            ExpectRow(*item, state, [&](CDC& dc) {
-                Bar(dc, selected, true);
-                Frame(dc, inner, Back());
-                if ((state & ODS_GRAYED) != 0) {
-                    Frame(dc, box, Back());
-                    Embossed(dc, 2, 4, Back());
-                    return;
-                }
-                dc.FillSolidRect(inner, checked && !selected ? CheckBox() : Back());
-                if (selected || checked) {
-                    Edge(dc, box, checked);
-                } else {
-                    Frame(dc, box, Back());
-                }
-                Half(dc, 2, 4, dark);
-            });
-        }
-    }
-}
-
-class MenuDrawing : public MenuRow {
-protected:
-    void Measure(CMenuItemRecord& record, UINT itemWidth, UINT itemHeight) {
-        MEASUREITEMSTRUCT item{};
-        item.CtlType = ODT_MENU;
-        item.itemData = record.GetItemData();
-        menu.MeasureItem(item);
-        EXPECT_EQ(item.itemWidth, itemWidth);
-        EXPECT_EQ(item.itemHeight, itemHeight);
-    }
-    static UINT TextWidth(std::wstring_view text, bool inMenuFont) {
-        const CClientDC dc(nullptr);
+        const COLORREF gray = Themed() || selected ? Sys(COLOR_GRAYTEXT) : Tint(Sys(COLOR_GRAYTEXT), 0.4);
         const CFont font(MenuFontDescription());
-        const CSelectObject selected(dc, inMenuFont ? font.GetHandle() : nullptr);
-        return static_cast<UINT>(dc.GetTextExtent(text).cx);
+        const CSelectObject used(dc, grayed && COwnerDrawMenu::selectDisabledModern == 0 ? font.GetHandle() : nullptr);
+        Caption(dc, row, {column + 8, -1, 200, 23}, grayed ? gray : Sys(COLOR_MENUTEXT));
     }
+    static void Caption(CDC& dc, const Row& row, CRect place, COLORREF color) {
+        if (row.text == rows[0].text) {
+            place.right -= 16;
+            Text(dc, L"&Open", place, color);
+            Text(dc, L"Ctrl+O", place, color, DT_RIGHT);
+        } else if (row.text != nullptr) {
+            Text(dc, row.text, place, color);
+        }
+    }
+    void Classic(CDC& dc, const Row& row, bool selected, bool grayed, bool checked) const {
+        const COLORREF back = Sys(Themed() ? COLOR_3DFACE : COLOR_MENU), checkBox = Tint(back, 0.6);
+        const COLORREF light = Sys(COLOR_3DHIGHLIGHT), shadow = Sys(COLOR_3DSHADOW);
+        const CRect box(0, 2, 20, 21), inner(1, 3, 19, 20), tick(1, 4, 17, 19);
+        const bool boxed = row.image || checked, framed = COwnerDrawMenu::HasNewShell();
+        dc.FillSolidRect({0, 0, 200, 24}, selected && !row.line && !boxed ? Sys(COLOR_HIGHLIGHT) : back);
+        CRect line(0, 12, 200, 24);
+        if (row.line) ::DrawEdge(dc.GetHandle(), &line, EDGE_ETCHED, BF_TOP);
+        if (row.line) return;
+        if (selected && boxed) {
+            dc.FillSolidRect({0, 0, 21, 24}, nothing);
+            dc.FillSolidRect({21, 0, 200, 24}, Sys(COLOR_HIGHLIGHT));
+        }
+        if (row.checkImages && checked) {
+            Framed(dc, box, back, back, back);
+            Half(dc, 2, 4, selected ? blue : green);
+        } else if (row.image) {
+            dc.Draw3dRect(inner, back, back);
+            if (grayed) {
+                dc.Draw3dRect(box, back, back);
+                Embossed(dc, 2, 4, back, row.missing);
+            } else {
+                dc.FillSolidRect(inner, checked && !selected ? checkBox : back);
+                if (!selected && !checked) dc.Draw3dRect(box, back, back);
+                if ((selected || checked) && framed)
+                    dc.Draw3dRect(box, checked ? shadow : light, checked ? light : shadow);
+                if (!row.missing) Half(dc, 2, 4, red);
+            }
+        } else if (checked) {
+            dc.FillSolidRect(tick, selected ? back : checkBox);
+            if (framed) dc.Draw3dRect(tick, shadow, light);
+            Mark(dc, row.dot, row.dot ? 6 : 5, 8);
+        }
+        if (grayed && !selected) Caption(dc, row, {26, 0, 201, 24}, light);
+        Caption(dc, row, {25, -1, 200, 23},
+                grayed ? selected ? back : Sys(COLOR_GRAYTEXT) : Sys(selected ? COLOR_HIGHLIGHTTEXT : COLOR_MENUTEXT));
+    }
+
+    const std::int32_t system = COwnerDrawMenu::windowsVersion;
+    COwnerDrawMenu menu;
 };
 
-TEST_F(MenuDrawing, MeasuredSizes) {
-    const wchar_t* text = L"&Open\tCtrl+O";
-    CMenuItemRecord& item = Append(text);
-    CMenuItemRecord& empty = Append(nullptr);
-    menu.AppendItem(L"not measured", MF_SEPARATOR, 0, -1);
-    CMenuItemRecord& separator = *menu.itemRecords.back();
-    const auto bar = static_cast<UINT>(::GetSystemMetrics(SM_CYMENU));
-    for (const WindowsVersion version : {OtherNt, Windows98, WindowsXp}) {
-        const UINT wide = TextWidth(text, version != OtherNt);
-        system.Use(version, true);
-        Measure(item, 16 + wide + 7 + 8, std::max(bar, 22U));
-        Measure(empty, 16 + 7 + 8, std::max(bar, 22U));
-        Measure(separator, 0, std::max(bar / 2, 11U));
-        system.Use(version, false);
-        Measure(item, wide + 33, std::max(bar, 19U));
-        Measure(separator, 0, std::max(bar / 2, 9U));
+TEST_F(MenuDrawing, EveryRowInEveryStateFollowsTheRulesOfItsLook) {
+    for (const WindowsVersion version : {WindowsXp, Windows2000, OtherNt}) {
+        for (std::size_t i = 0; i < std::size(rows); ++i) {
+            const bool usual = (i + version) % 2 == 0; // else with what nobody sets
+            Forget();
+            menu.DestroyMenu();
+            menu.CreatePopupMenu();
+            menu.checkClearId = menu.checkSelectedId = -1;
+            menu.SetEmbossViaDib(!usual);
+            Use(version, false);
+            if (i != 0) menu.AppendItem(L"Another of the id", MF_STRING, 400, -1);
+            CMenuItemRecord& record = Append(rows[i], 400, usual ? 32 : 24);
+            for (int all = 0; all < 32; ++all) {
+                const bool selected = (all & 1) != 0, grayed = (all & 2) != 0, checked = (all & 4) != 0,
+                           modern = (all & 8) != 0;
+                Use(version, modern, (all & 16) != 0);
+                COwnerDrawMenu::selectDisabledModern = !usual;
+                COwnerDrawMenu::selectDisabledClassic = usual;
+                CSurface shown(214, 32), wanted(214, 32);
+                const UINT state =
+                    (selected ? ODS_SELECTED : 0U) | (grayed ? ODS_GRAYED : 0U) | (checked ? ODS_CHECKED : 0U);
+                DRAWITEMSTRUCT item = ItemOf(record, state, shown.GetHandle());
+                menu.DrawItem(item);
+                const bool shows = selected && (!grayed || usual != modern);
+                ::SetViewportOrgEx(wanted.GetHandle(), rowX, rowY, nullptr);
+                wanted.SetBkMode(TRANSPARENT);
+                modern ? Modern(wanted, rows[i], shows, grayed, checked)
+                       : Classic(wanted, rows[i], shows, grayed, checked);
+                ::SetViewportOrgEx(wanted.GetHandle(), 0, 0, nullptr);
+                EXPECT_EQ(shown.Differs(wanted), "") << "row " << i << ", system " << version << ", " << all;
+                EXPECT_EQ(item.itemState, shows ? state : state & ~UINT{ODS_SELECTED});
+            }
+        }
     }
-    system.Use(HostedWin32, false);
-    Measure(empty, 3 + 33, std::max(bar, 19U));
+    COwnerDrawMenu::selectDisabledModern = 0;
 }
 
-TEST_F(MenuDrawing, ItemsOfOthersAreLeftAlone) {
-    CMenuItemRecord& item = Append(L"Open");
-    const CMenuItemRecord stranger;
-    for (const ULONG_PTR data : {ULONG_PTR{0}, ULONG_PTR{1}, ~ULONG_PTR{0}, stranger.GetItemData()}) {
-        DRAWITEMSTRUCT drawn = ItemOf(item, 0, surface.GetHandle());
-        drawn.itemData = data;
-        menu.DrawItem(drawn);
-        EXPECT_EQ(surface.Pixel(20, 20), ColorOf(ground));
-        MEASUREITEMSTRUCT measured{};
-        measured.itemWidth = 5;
-        measured.itemData = data;
-        menu.MeasureItem(measured);
-        EXPECT_EQ(measured.itemWidth, 5U);
-    }
-    DRAWITEMSTRUCT nowhere = ItemOf(item, ODS_GRAYED, nullptr);
-    menu.DrawItem(nowhere);
-}
-
-TEST_F(MenuDrawing, EndlessCaptionsAndRowsOfNoSize) {
+TEST_F(MenuDrawing, HostileStructuresAndItemsOfOthersAreLeftAlone) {
     std::wstring text(0x10000, L'W');
     text[0x8000] = L'\t';
-    CMenuItemRecord& item = Append(text.c_str());
-    for (const bool modern : {true, false}) {
-        system.Use(OtherNt, modern);
-        for (const UINT state : everyState) {
-            Paint(surface, item, state);
-            EXPECT_EQ(surface.Pixel(7 + 201, 10), ColorOf(ground)) << "text outside of its row";
-            DRAWITEMSTRUCT flat = ItemOf(item, state, surface.GetHandle());
-            flat.rcItem = {7, 5, 7, 5};
-            menu.DrawItem(flat);
+    menu.AppendItem(text.c_str(), MF_STRING, 400, -1);
+    const CMenuItemRecord &item = *menu.itemRecords.back(), stranger;
+    CSurface shown(214, 32), other(214, 32);
+    const CSurface untouched(214, 32);
+    for (int all = 0; all < 16; ++all) {
+        Use(OtherNt, all >= 8);
+        for (const ULONG_PTR data : {ULONG_PTR{0}, ULONG_PTR{1}, ~ULONG_PTR{0}, stranger.GetItemData()}) {
+            DRAWITEMSTRUCT foreign = ItemOf(item, all % 8, shown.GetHandle());
+            MEASUREITEMSTRUCT measured{ODT_MENU, 0, 0, 5, 5, data};
+            foreign.itemData = data;
+            menu.DrawItem(foreign);
+            menu.MeasureItem(measured);
+            EXPECT_TRUE(measured.itemWidth == 5 && measured.itemHeight == 5);
         }
-        MEASUREITEMSTRUCT measured{};
-        measured.itemData = item.GetItemData();
-        menu.MeasureItem(measured);
-        EXPECT_GT(measured.itemWidth, 0x10000U);
+        DRAWITEMSTRUCT flat = ItemOf(item, all % 8, other.GetHandle()), nowhere = ItemOf(item, all % 8, nullptr);
+        flat.rcItem = {rowX, rowY, rowX, rowY};
+        menu.DrawItem(nowhere);
+        menu.DrawItem(flat);
+    }
+    EXPECT_EQ(shown.Differs(untouched), "");
+    DRAWITEMSTRUCT whole = ItemOf(item, 0, shown.GetHandle());
+    menu.DrawItem(whole);
+    shown.FillSolidRect(whole.rcItem, nothing);
+    EXPECT_EQ(shown.Differs(untouched), "") << "text outside of its row";
+}
+
+TEST_F(MenuDrawing, MeasuredSizesAreThoseOfTheTextInTheFontOfTheSystem) {
+    const std::wstring text = L"&Open\tCtrl+O";
+    menu.AppendItem(text.c_str(), MF_STRING, 400, -1);
+    menu.AppendItem(L"not measured", MF_SEPARATOR, 0, -1);
+    const int bar = ::GetSystemMetrics(SM_CYMENU);
+    const CClientDC dc(nullptr);
+    const CFont font(MenuFontDescription());
+    for (int all = 0; all < 6; ++all) {
+        constexpr WindowsVersion versions[] = {OtherNt, WindowsXp, HostedWin32};
+        const WindowsVersion version = versions[all / 2];
+        const MenuSize image{16, 15};
+        const bool modern = all % 2 != 0;
+        Use(version, modern);
+        const CSelectObject selected(dc, version == WindowsXp ? font.GetHandle() : nullptr);
+        RECT rect{};
+        ::DrawTextW(dc.GetHandle(), text.c_str(), -1, &rect, DT_CALCRECT | DT_SINGLELINE);
+        const int width = version == HostedWin32 ? TextWidthOfHostedWin32(rect.right, text.size())
+                                                 : static_cast<int>(dc.GetTextExtent(text).cx);
+        const MenuSize sizes[] = {MeasuredItem(width, image, modern, true, bar), MeasuredSeparator(image, modern, bar)};
+        for (int i = 0; i < 2; ++i) {
+            MEASUREITEMSTRUCT item{ODT_MENU, 0, 0, 0, 0, menu.itemRecords[i]->GetItemData()};
+            menu.MeasureItem(item);
+            EXPECT_EQ(CSize(item.itemWidth, item.itemHeight), CSize(sizes[i].width, sizes[i].height)) << all << i;
+        }
     }
 }
 
-TEST_F(MenuDrawing, NoPaintLosesAHandle) {
-    const CImageList images = HalfImages({dark});
-    CMenuItemRecord& ticked = Append(L"Open\tCtrl+O");
-    for (const bool modern : {true, false}) {
-        system.Use(OtherNt, modern);
-        CMenuItemRecord& pictured = AppendWithList(images);
-        const std::size_t before = FreeGdiObjects();
-        for (int round = 0; round < Repeats(2'000); ++round) {
-            menu.SetEmbossViaDib(round / 16 % 2 != 0);
-            DRAWITEMSTRUCT item =
-                ItemOf(round % 2 == 0 ? pictured : ticked, everyState[round / 2 % 8], surface.GetHandle());
-            menu.DrawItem(item);
+class MenuImages : public MenuDrawing {
+protected:
+    // The left half of each image as a letter, a capital for its washed-out companion, `s` for the shadow; the right
+    // half must be transparent.
+    static std::string Shown(const CImageList& list) {
+        std::string letters;
+        for (int i = 0; i < list.GetImageCount(); ++i) {
+            CSurface surface(40, 40);
+            list.Draw(surface.GetHandle(), i, 0, 0, ILD_TRANSPARENT);
+            const COLORREF colors[] = {red, green, blue, Tint(red, 0.3), Tint(green, 0.3), Tint(blue, 0.3), Shadow()};
+            const auto found = std::ranges::find(colors, surface.Pixel(3, 5)) - std::begin(colors);
+            letters += surface.Pixel(list.GetImageSize().cx - 1, 5) == nothing ? "rgbRGBs?"[found] : '!';
         }
-        EXPECT_NEAR(static_cast<double>(FreeGdiObjects()), static_cast<double>(before), 8);
+        return letters;
+    }
+    // "command, image" for each in the store.
+    static std::string Store() {
+        const std::string letters = Shown(COwnerDrawMenu::sharedImages);
+        EXPECT_EQ(letters.size(), COwnerDrawMenu::sharedImageIds.size());
+        std::string text;
+        for (std::size_t i = 0; i < letters.size(); ++i)
+            text += std::to_string(COwnerDrawMenu::sharedImageIds[i]) + letters[i] + ' ';
+        return text;
+    }
+    int Append(UINT id, int iconId) {
+        menu.AppendItem(L"", MF_STRING, id, iconId);
+        return menu.itemRecords.back()->sharedIndex;
+    }
+};
+
+TEST_F(MenuImages, TheStoreKeepsOneSetForEachCommand) {
+    const CImageList images = Images({red, blue});
+    const auto add = [&](bool modern, bool raised, int index, UINT id) {
+        Use(OtherNt, modern, raised);
+        return menu.AddSharedImage(images, index, id);
+    };
+    for (const int index : {-1, 2, 1000}) EXPECT_EQ(add(true, true, index, 7), -1);
+    EXPECT_EQ(menu.AddSharedImage(CImageList(), 0, 7), -1);
+    EXPECT_EQ(add(true, true, 1, 7), 0);
+    EXPECT_EQ(add(false, true, 0, 8), 3);
+    EXPECT_EQ(add(true, false, 0, 9), 4);
+    EXPECT_EQ(Store(), "7b 7B 7s 8r 9r ");
+    EXPECT_EQ(add(true, true, 0, 7), 0);
+    EXPECT_EQ(add(true, true, 1, 8), 3) << "stays without companions";
+    EXPECT_EQ(add(true, true, 0, 5), 5);
+    EXPECT_EQ(add(false, true, 1, 5), 5) << "its companions stay";
+    menu.SetImageSize(33, 33);
+    EXPECT_EQ(add(true, true, 0, 6), 8) << "fitted in";
+    EXPECT_EQ(Store(), "7r 7R 7s 8b 9r 5b 5R 5s 6r 6R 6s ");
+    EXPECT_EQ(COwnerDrawMenu::sharedImages.GetImageSize(), CSize(16, 15));
+    COwnerDrawMenu::sharedImageIds = {5, 7, 7, 7, 9, 9};
+    for (const int i : {-1, 0, 1, 2, 3, 4, 5, 2'000'000'000}) EXPECT_EQ(COwnerDrawMenu::HasRaisedSet(i), i == 1) << i;
+    EXPECT_EQ(COwnerDrawMenu::FindSharedImage(9), 4);
+    CImageList copy;
+    EXPECT_FALSE(menu.CopyImageToList(nullptr, 0, copy) || menu.CopyImageToList(&images, -1, copy));
+    EXPECT_TRUE(menu.CopyImageToList(&images, 2, copy));
+    EXPECT_EQ(Shown(copy), "");
+    menu.CopyImageToList(&images, 1, copy);
+    EXPECT_EQ(Shown(copy), "bBs");
+}
+
+TEST_F(MenuImages, FromBitmapsAndToolbars) {
+    EXPECT_EQ(Append(502, IDT_COMMANDS), 0) << "the second image of the toolbar";
+    EXPECT_EQ(Append(600, IDB_CHECK_CLEAR), 3);
+    const int taken[] = {Append(502, -1), Append(601, -1), Append(602, ID_NONE), Append(600, IDT_COMMANDS),
+                         Append(507, IDT_COMMANDS)};
+    EXPECT_EQ(std::vector(std::begin(taken), std::end(taken)), (std::vector{0, -1, -1, 3, -1}));
+    EXPECT_EQ(Store(), "502g 502G 502s 600r 600R 600s ");
+    COwnerDrawMenu* sub = menu.AppendSubMenu(L"More");
+    sub->AppendItem(L"Blue", MF_STRING, 503, -1);
+    Append(501, -1);
+    EXPECT_TRUE(menu.LoadToolbarImages(IDT_COMMANDS));
+    EXPECT_EQ(Store(), "502g 502G 502s 600r 600R 600s 501r 501R 501s 503b 503B 503s ");
+    EXPECT_EQ(sub->itemRecords[0]->sharedIndex, 9);
+    EXPECT_STREQ(sub->itemRecords[0]->GetText(), L"Blue");
+    CImageList list;
+    EXPECT_FALSE(menu.AddBitmapToList(list, IDT_COMMANDS));
+    list.Create(16, 15, COwnerDrawMenu::imageListFlags, 1, 1);
+    EXPECT_TRUE(menu.AddBitmapToList(list, IDT_COMMANDS));
+    EXPECT_EQ(Shown(list), "rgbRs") << "companions of the first";
+    for (const int missing : {ID_NONE, 0, 0x10000, -1}) EXPECT_FALSE(menu.AddBitmapToList(list, missing)) << missing;
+    EXPECT_TRUE(menu.ModifyItemByText(L"Green", L"Blue", IDB_CHECK_CLEAR));
+    EXPECT_EQ(Shown(*sub->itemRecords[0]->imageList), "gGs");
+    EXPECT_TRUE(menu.ModifyItemByText(static_cast<const wchar_t*>(nullptr), L"Green", ID_NONE));
+    EXPECT_TRUE(sub->itemRecords[0]->imageList == nullptr && sub->itemRecords[0]->iconId == -1);
+
+    const UINT sizes[] = {IDT_SMALL, IDT_SQUARE}, broken[] = {ID_NONE, IDT_COMMANDS};
+    EXPECT_TRUE(menu.LoadToolbarImages(IDT_SMALL) && CSize(menu.imageWidth, menu.imageHeight) == CSize(16, 15));
+    EXPECT_TRUE(menu.LoadToolbarImageSet(sizes, 2) && CSize(menu.imageWidth, menu.imageHeight) == CSize(16, 16));
+    EXPECT_FALSE(menu.LoadToolbarImageSet(broken, 2));
+    CMenuToolBar toolbar;
+    for (const UINT id : {ID_NONE, IDT_FOREIGN_VERSION, IDT_WITHOUT_STRIP, IDB_CHECK_CLEAR})
+        EXPECT_FALSE(menu.LoadToolbarImages(id) || toolbar.LoadToolBar(id)) << id;
+    ASSERT_TRUE(toolbar.LoadToolBar(IDT_COMMANDS));
+    menu.AddToolbarImages(toolbar, ID_NONE);
+    EXPECT_EQ(sub->itemRecords[0]->imageList, nullptr);
+    menu.AddToolbarImages(toolbar, IDT_COMMANDS);
+    EXPECT_EQ(Shown(*sub->itemRecords[0]->imageList), "bBs");
+    EXPECT_TRUE(sub->itemRecords[0]->imageIndex == 0 && sub->itemRecords[0]->iconId == 0);
+    const struct {
+        UINT command, toolbar;
+        int index; // 77 for what isn't written
+        bool found;
+    } cases[] = {{501, IDT_COMMANDS, 77, true}, {502, IDT_COMMANDS, 1, true},   {503, IDT_COMMANDS | 0x50000, 2, true},
+                 {0, IDT_COMMANDS, 77, false},  {504, IDT_COMMANDS, 77, false}, {0x101F6, IDT_COMMANDS, 77, false}};
+    for (const auto& [command, resource, wanted, found] : cases) {
+        int index = 77;
+        EXPECT_EQ(COwnerDrawMenu::LookUpToolbarImage(command, resource, index), found) << command;
+        EXPECT_EQ(index, wanted) << command;
     }
 }
 
-// Pixels of the face and the light colour are ground, all others the shape; the second route takes what is nearer to
-// white than to black for ground.
-TEST_F(MenuDrawing, WhatIsEmbossed) {
-    const COLORREF pixels[] = {RGB(0, 0, 0), Sys(COLOR_3DFACE), Sys(COLOR_3DHIGHLIGHT), RGB(250, 250, 200)};
-    const CClientDC screen(nullptr);
-    const CBitmap bitmap(::CreateCompatibleBitmap(screen.GetHandle(), 6, 3));
-    {
-        CMemoryDC dc(screen.GetHandle());
-        const CSelectObject selected(dc, bitmap.GetHandle());
-        dc.FillSolidRect({0, 0, 6, 3}, RGB(1, 2, 3));
-        for (int x = 0; x < 4; ++x) ::SetPixel(dc.GetHandle(), x + 2, 1, pixels[x]);
+TEST_F(MenuImages, ColorsOfTheSystemCheckImagesAndSwatches) {
+    menu.LoadCheckImages(0, IDB_CHECK_SELECTED);
+    menu.LoadCheckImages(IDB_CHECK_CLEAR, -1);
+    EXPECT_TRUE(menu.checkImages == nullptr && menu.checkClearId == -1);
+    menu.LoadCheckImages(IDB_CHECK_CLEAR, IDB_CHECK_SELECTED);
+    COwnerDrawMenu* sub = menu.AppendSubMenu(L"More");
+    EXPECT_TRUE(sub->checkImages == menu.checkImages && sub->checkSelectedId == IDB_CHECK_SELECTED);
+    sub->SetMaskColor(menu.maskColor);
+    sub->LoadCheckImages(IDB_CHECK_SELECTED, IDB_CHECK_CLEAR);
+    EXPECT_EQ(Shown(*menu.checkImages) + Shown(*sub->checkImages), "gbbg") << "a parent's stay the parent's";
+    menu.LoadCheckImages(IDB_CHECK_CLEAR, ID_NONE);
+    EXPECT_TRUE(menu.checkImages == nullptr && menu.checkSelectedId == ID_NONE);
+
+    CImageList list;
+    list.Create(16, 16, COwnerDrawMenu::imageListFlags, 1, 1);
+    Use(OtherNt, false);
+    menu.SetMaskColor(RGB(1, 2, 3));
+    EXPECT_TRUE(menu.AddBitmapToList(list, IDT_SQUARE));
+    CSurface square(16, 16), swatch(16, 15), wanted(16, 15);
+    list.Draw(square.GetHandle(), 0, 0, 0, ILD_TRANSPARENT);
+    // Black, silver, grey, white, and red, which has no meaning.
+    const std::pair<int, COLORREF> cases[] = {{0, Sys(COLOR_BTNTEXT)},
+                                              {2, Sys(COLOR_BTNFACE)},
+                                              {8, red},
+                                              {12, Sys(COLOR_BTNSHADOW)},
+                                              {14, Sys(COLOR_BTNHIGHLIGHT)}};
+    for (const auto& [x, color] : cases) EXPECT_EQ(square.Pixel(x, 3), color) << x;
+
+    constexpr SIZE small{8, 8};
+    menu.AppendItem(L"", MF_STRING, 700, -1);
+    for (const int hatch : {-1, HS_CROSS}) {
+        EXPECT_TRUE(menu.ModifyItem(L"", 700, red, blue, hatch, hatch == -1 ? &small : nullptr));
+        swatch.FillSolidRect({0, 0, 16, 15}, Sys(COLOR_MENU));
+        wanted.FillSolidRect({0, 0, 16, 15}, Sys(COLOR_MENU));
+        COwnerDrawMenu::sharedImages.Draw(swatch.GetHandle(), 0, 0, 0, ILD_TRANSPARENT);
+        const CRect area = hatch == -1 ? CRect(4, 3, 12, 11) : CRect(0, 0, 16, 15);
+        wanted.FillSolidRect(area, RGB(255, 255, 255));
+        const CGdiObject brush(hatch == -1 ? ::CreateSolidBrush(red) : ::CreateHatchBrush(hatch, red));
+        const CSelectObject selected(wanted, brush.GetHandle());
+        ::PatBlt(wanted.GetHandle(), area.left, area.top, area.Width(), area.Height(), PATCOPY);
+        wanted.Draw3dRect(area, blue, blue);
+        EXPECT_EQ(swatch.Differs(wanted), "") << hatch;
     }
-    const COLORREF back = RGB(0, 0, 255), shadow = Sys(COLOR_3DSHADOW), light = Sys(COLOR_3DHIGHLIGHT);
-    const auto row = [&](int y) {
+}
+
+TEST_F(MenuImages, OnlyTheFaceColorIsGroundOfCompanionsAndOfWhatIsEmbossed) {
+    const COLORREF face = Sys(COLOR_3DFACE), light = Sys(COLOR_3DHIGHLIGHT), pale = RGB(250, 250, 200);
+    const COLORREF shadow = Sys(COLOR_3DSHADOW), close = face ^ 0x010000;
+    const auto row = [](const CSurface& surface, int y) {
         std::vector<COLORREF> colors;
-        for (int x = 10; x < 15; ++x) colors.push_back(surface.Pixel(x, y));
+        for (int x = 2; x < 7; ++x) colors.push_back(surface.Pixel(x, y));
         return colors;
     };
-    const auto at = ColorOf(ground);
-    COwnerDrawMenu::EmbossImage(surface, 10, 8, 4, 1, bitmap, 2, 1, back);
-    EXPECT_EQ(row(8), (std::vector<COLORREF>{shadow, back, back, shadow, at}));
-    EXPECT_EQ(row(9), (std::vector<COLORREF>{at, light, back, back, light}));
-    surface.FillSolidRect({0, 0, width, height}, at);
-    COwnerDrawMenu::EmbossImageDib(surface, 10, 8, 4, 1, bitmap, 2, 1, back);
-    EXPECT_EQ(row(8), (std::vector<COLORREF>{shadow, back, back, back, at}));
-    EXPECT_EQ(row(9), (std::vector<COLORREF>{at, light, at, at, at}));
+    const auto fill = [&](CSurface& surface) {
+        const COLORREF pixels[] = {0, face, light, pale, close};
+        for (int x = 0; x < 5; ++x) ::SetPixel(surface.GetHandle(), x + 2, 1, pixels[x]);
+    };
+    using Colors = std::vector<COLORREF>;
+    for (const WindowsVersion version : {OtherNt, WindowsXp}) {
+        Use(version, true);
+        for (const bool washes : {true, false}) {
+            CSurface image(8, 3), result(8, 3);
+            fill(image);
+            CBitmap bitmap(::CreateCompatibleBitmap(image.GetHandle(), 8, 3));
+            {
+                const CSelectObject selected(result, bitmap.GetHandle());
+                ::BitBlt(result.GetHandle(), 0, 0, 8, 3, image.GetHandle(), 0, 0, SRCCOPY);
+            }
+            washes ? COwnerDrawMenu::MakeWashedImage(bitmap) : COwnerDrawMenu::MakeShadowImage(bitmap);
+            const CSelectObject selected(result, bitmap.GetHandle());
+            Colors wanted{0, face, light, pale, close};
+            for (COLORREF& color : wanted) color = color == face ? face : washes ? Tint(color, 0.3) : Shadow();
+            EXPECT_EQ(row(result, 1), wanted);
+        }
+    }
+    CSurface image(8, 3), masked(20, 8), nearest(20, 8);
+    fill(image);
+    const CBitmap& bitmap = image.Take();
+    COwnerDrawMenu::EmbossImage(masked, 2, 2, 4, 1, bitmap, 2, 1, blue);
+    EXPECT_EQ(row(masked, 2), (Colors{shadow, blue, blue, shadow, nothing}));
+    EXPECT_EQ(row(masked, 3), (Colors{nothing, light, blue, blue, light}));
+    COwnerDrawMenu::EmbossImageDib(nearest, 2, 2, 4, 1, bitmap, 2, 1, blue);
+    EXPECT_EQ(row(nearest, 2), (Colors{shadow, blue, blue, blue, nothing})) << "what is nearer to white is ground too";
+    EXPECT_EQ(row(nearest, 3), (Colors{nothing, light, nothing, nothing, nothing}));
+}
+
+TEST_F(MenuImages, NeitherPaintingNorAddingLosesAnObject) {
+    const CImageList images = Images({red});
+    CSurface shown(214, 32);
+    ExpectNoGdiObjectLost(20, [&] {
+        CImageList list;
+        for (const bool modern : {false, true}) {
+            Use(OtherNt, modern);
+            menu.AddSharedImage(images, 0, 7);
+            menu.AppendItem(L"Open\tCtrl+O", MF_STRING, 501, IDT_COMMANDS);
+            menu.AppendItem(L"", MF_STRING, 8, &images, 0);
+            menu.CopyImageToList(&images, 0, list);
+            menu.AddBitmapToList(list, IDT_SQUARE);
+            menu.LoadCheckImages(IDB_CHECK_CLEAR, IDB_CHECK_SELECTED);
+            menu.ModifyItem(L"", 8, red, blue, -1);
+            for (const UINT state : {0, ODS_SELECTED, ODS_GRAYED, ODS_CHECKED}) {
+                menu.SetEmbossViaDib(!menu.GetEmbossViaDib());
+                for (const auto& record : menu.itemRecords) {
+                    DRAWITEMSTRUCT item = ItemOf(*record, state, shown.GetHandle());
+                    MEASUREITEMSTRUCT measured{ODT_MENU, 0, 0, 0, 0, record->GetItemData()};
+                    menu.DrawItem(item);
+                    menu.MeasureItem(measured);
+                }
+            }
+            while (menu.RemoveItem(0, MF_BYPOSITION)) {
+            }
+        }
+    });
+}
+
+TEST(SkinMenu, RowsInItsOwnColors) {
+    CSkinMenu menu;
+    menu.backColor = 0x101010;
+    menu.selectColor = 0x2000FF;
+    menu.stripeColor = 0x3080A0;
+    menu.frameColor = 0x40F000;
+    menu.selectTextColor = 0x507090;
+    for (int all = 0; all < 24; ++all) {
+        const bool selected = (all & 1) != 0, checked = (all & 2) != 0;
+        const UINT action = all < 8 ? ODA_DRAWENTIRE : all < 16 ? ODA_SELECT : ODA_FOCUS;
+        const char* const text = (all & 4) != 0 ? "Menu" : nullptr;
+        const UINT state = (selected ? ODS_SELECTED : 0U) | (checked ? ODS_CHECKED : 0U);
+        CSurface shown(100, 36), wanted(100, 36);
+        DRAWITEMSTRUCT item{ODT_MENU,
+                            0,
+                            0,
+                            action,
+                            state,
+                            nullptr,
+                            shown.GetHandle(),
+                            {2, 3, 92, 31},
+                            reinterpret_cast<ULONG_PTR>(text)};
+        menu.DrawItem(item);
+        const bool bar = selected && action != ODA_FOCUS;
+        const auto mixed = [&](COLORREF first, COLORREF second) { return CSkinMenu::BlendColors(first, second, 140); };
+        const COLORREF tint = mixed(menu.selectColor, menu.backColor);
+        wanted.SetBkMode(TRANSPARENT);
+        wanted.FillSolidRect({2, 3, 92, 31}, menu.backColor);
+        wanted.FillSolidRect({2, 3, 30, 31}, menu.stripeColor);
+        if (bar) Framed(wanted, {3, 4, 91, 30}, menu.selectColor, menu.frameColor, menu.frameColor);
+        if (checked) {
+            Framed(wanted, {5, 6, 27, 28}, selected ? mixed(menu.selectColor, tint) : tint, menu.frameColor,
+                   menu.frameColor);
+            Text(wanted, L"\u221A", {6, 7, 26, 27}, 0, DT_CENTER);
+        }
+        const CRect place = bar ? CRect(31, 5, 90, 29) : CRect(31, 3, 92, 31);
+        if (text != nullptr) Text(wanted, L"Menu", place, selected ? menu.selectTextColor : 0);
+        EXPECT_EQ(shown.Differs(wanted), "") << all;
+        MEASUREITEMSTRUCT measured{ODT_MENU, 0, 0, 0, 0, item.itemData};
+        menu.MeasureItem(measured);
+        const LONG width = CClientDC(nullptr).GetTextExtent(std::string_view(text != nullptr ? text : "")).cx;
+        EXPECT_EQ(CSize(measured.itemWidth, measured.itemHeight), CSize(width + 28, 28));
+    }
+    const HMENU handle = ::CreatePopupMenu();
+    static_cast<CSkinMenu&>(*CSkinMenu::classInfo.CreateObject()).Attach(handle);
+    EXPECT_TRUE(::IsMenu(handle) && CMenu::FromHandlePermanent(handle) == nullptr) << "it outlives its object";
+    ::DestroyMenu(handle);
 }
 
 } // namespace

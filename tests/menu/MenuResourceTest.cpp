@@ -1,214 +1,207 @@
-// Menus from resources, and records that follow what was done to the platform's menu directly.
-#include <algorithm>
+// Menus from resources, what items say to keys and to assistive software, who owns sub-menus, and what is asked of the
+// system.
+#include <gtest/gtest.h>
 
 #include "MenuTestIds.h"
-#include "MenuTree.h"
-#include "framework/Dc.h"
+#include "framework/Wnd.h"
+#include "menu/ClassicTheme.h"
 #include "menu/MenuFont.h"
+#include "menu/OwnerDrawMenu.h"
+#include "menu/PlatformMenu.h"
+#include "support/Meanwhile.h"
 
 namespace {
 
-// What a bar shows: its own captions, flags and ids, as the platform has them.
-std::string Bar(const COwnerDrawMenu& menu) {
-    std::string items;
-    for (int position = 0; position < ::GetMenuItemCount(menu.GetHandle()); ++position) {
-        const UINT state = ::GetMenuState(menu.GetHandle(), static_cast<UINT>(position), MF_BYPOSITION);
-        const bool isPopup = ::GetSubMenu(menu.GetHandle(), position) != nullptr;
-        if (!items.empty()) items += ", ";
-        items += !isPopup && (state & MF_OWNERDRAW) != 0 ? "drawn" : PlatformCaption(menu.GetHandle(), position);
-        if (!isPopup) items += " " + std::to_string(::GetMenuItemID(menu.GetHandle(), position));
-    }
-    return items;
-}
+class CPopup : public COwnerDrawMenu {
+public:
+    CPopup() { CreatePopupMenu(); }
+};
 
-std::string WithoutPadding(std::string text) {
-    for (std::size_t space = 0; (space = text.find(" \t")) != std::string::npos;) text.erase(space, 1);
+// The items as they show: the plain caption or, in brackets, that of the record, without padding; then what is not
+// usual, the id or the sub-menu.
+std::string Shown(const COwnerDrawMenu& menu) {
+    std::string text;
+    for (int i = 0; i < ::GetMenuItemCount(menu.GetHandle()); ++i) {
+        const CMenuItemRecord* record = menu.FindRecord(PlatformItemData(menu.GetHandle(), i));
+        const UINT state = ::GetMenuState(menu.GetHandle(), i, MF_BYPOSITION);
+        std::string caption = PlatformCaption(menu.GetHandle(), i);
+        if (caption.empty() && record != nullptr) caption = "[" + record->GetNarrowText() + "]";
+        for (std::size_t at = 0; (at = caption.find(" \t")) != std::string::npos;) caption.erase(at, 1);
+        const HMENU sub = ::GetSubMenu(menu.GetHandle(), i);
+        const COwnerDrawMenu* object = OwnerDrawMenuOf(sub);
+        text += (i != 0 ? ", " : "") + caption + ((state & MF_CHECKED) != 0 ? "+" : "");
+        if ((state & MF_GRAYED) != 0 && sub == nullptr) text += "-";
+        text += object != nullptr ? "(" + Shown(*object) + ")" : std::to_string(::GetMenuItemID(menu.GetHandle(), i));
+    }
     return text;
 }
 
-TEST(MenuResource, BuildsATreeUnderAPlainTopLevel) {
-    COwnerDrawMenu menu;
-    menu.CreatePopupMenu();
+TEST(MenuResource, BuildsATreeUnderAPlainTopLevelOrLeavesNothing) {
+    CPopup menu;
     menu.AppendSubMenu("former");
+    EXPECT_FALSE(menu.LoadMenuResource(ID_NONE) || menu.LoadMenuResource("none"));
+    EXPECT_EQ(Shown(menu), "[former]()");
     ASSERT_TRUE(menu.LoadMenuResource(0x12340000U | IDM_BAR)) << "the low half of a number counts";
-    EXPECT_TRUE(menu.loadedFromResource);
-    EXPECT_EQ(
-        WithoutPadding(Describe(menu)),
-        "&File(&Open...\tCtrl+O100, -, &Recent(One\t1101, Number two\tTwo102)), 中文103, &View(Zoom(More(Wide104)))");
-    EXPECT_EQ(Bar(menu), "&File, 中文 103, &View");
+    EXPECT_EQ(Shown(menu),
+              "&File([&Open...\tCtrl+O]100, []-0, [&Recent]([One\t1]+101, [Number two\tTwo]-102)), 中文103, "
+              "&View([Zoom]([More]([Wide]104)))");
     EXPECT_EQ(menu.itemRecords[0]->flags, UINT{MF_POPUP | MF_BYPOSITION});
     EXPECT_EQ(menu.itemRecords[1]->flags, UINT{MF_BYPOSITION});
     EXPECT_EQ(COwnerDrawMenu::allSubMenus.size(), 5U);
-    for (const HMENU subMenu : menu.subMenus) {
-        const COwnerDrawMenu* object = OwnerDrawMenuOf(subMenu);
-        ASSERT_NE(object, nullptr);
-        ExpectInStep(*object);
-        EXPECT_FALSE(object->loadedFromResource);
-    }
-    int position = 0;
-    COwnerDrawMenu* recent = menu.LocateItem(101, position);
-    ASSERT_NE(recent, nullptr);
-    EXPECT_EQ(recent->itemRecords[0]->flags, UINT{MF_CHECKED | MF_OWNERDRAW});
-    EXPECT_EQ(recent->itemRecords[1]->flags, UINT{MF_GRAYED | MF_OWNERDRAW});
     EXPECT_EQ(menu.FindSubMenuByText("&View"), menu.GetSubMenuAt(2));
     EXPECT_EQ(menu.FindSubMenuByText("View"), nullptr);
-    EXPECT_TRUE(menu.LoadMenuResource("named"));
-    EXPECT_EQ(Bar(menu), "Alone 110");
-    EXPECT_TRUE(COwnerDrawMenu::allSubMenus.empty());
-}
-
-TEST(MenuResource, AMissingOneLeavesTheMenuAndABrokenOneLeavesItEmpty) {
     for (const UINT broken : {IDM_TOO_EARLY, IDM_CUT_OFF, IDM_EXTENDED}) {
-        CMenuTree tree;
-        EXPECT_FALSE(tree.LoadMenuResource(IDM_NONE));
-        EXPECT_FALSE(tree.LoadMenuResource("none"));
-        ExpectInStep(tree);
-        EXPECT_EQ(tree.itemRecords.size(), 4U);
-        EXPECT_FALSE(tree.LoadMenuResource(broken)) << broken;
-        EXPECT_EQ(tree.GetHandle(), nullptr);
-        EXPECT_TRUE(tree.itemRecords.empty() && tree.subMenus.empty() && COwnerDrawMenu::allSubMenus.empty());
-        EXPECT_FALSE(tree.loadedFromResource);
-        EXPECT_TRUE(tree.LoadMenuResource("named")) << "it can be filled again";
+        EXPECT_TRUE(menu.LoadMenuResource("named"));
+        EXPECT_EQ(Shown(menu), "Alone110");
+        EXPECT_FALSE(menu.LoadMenuResource(broken)) << broken;
+        EXPECT_TRUE(menu.GetHandle() == nullptr && menu.itemRecords.empty() && COwnerDrawMenu::allSubMenus.empty());
     }
 }
 
 TEST(MenuResource, AddedPopupsOfABarBecomePlainBehindThePlatformsOwnItems) {
     COwnerDrawMenu menu;
-    ASSERT_TRUE(menu.LoadMenuResource(IDM_BAR));
+    ASSERT_TRUE(menu.LoadMenuResource("named"));
     EXPECT_EQ(menu.CountForeignItems(), 0);
     ::InsertMenuA(menu.GetHandle(), 0, MF_BYPOSITION | MF_STRING, 900, "foreign");
     ::InsertMenuA(menu.GetHandle(), 1, MF_BYPOSITION | MF_STRING, 901, "");
     EXPECT_EQ(menu.CountForeignItems(), 2);
-
-    ::EnableMenuItem(menu.GetHandle(), 2, MF_BYPOSITION | MF_GRAYED);
     menu.AppendSubMenu("&Last")->AppendItem("x", MF_STRING, 105, -1);
-    EXPECT_EQ(::GetMenuState(menu.GetHandle(), 2, MF_BYPOSITION) & MF_GRAYED, UINT{MF_GRAYED});
-    EXPECT_EQ(Bar(menu), "foreign 900,  901, &File, 中文 103, &View, &Last");
-    EXPECT_EQ(menu.itemRecords[3]->flags, UINT{MF_POPUP | MF_BYPOSITION});
-
-    auto subMenu = std::make_unique<COwnerDrawMenu>();
-    subMenu->CreatePopupMenu();
-    menu.InsertItem(2, "&First", MF_BYPOSITION | MF_POPUP, IdOfSubMenu(subMenu.release()->GetHandle()), -1);
-    EXPECT_EQ(Bar(menu), "foreign 900,  901, &First, &File, 中文 103, &View, &Last");
-    EXPECT_STREQ(menu.itemRecords[0]->GetText(), L"&First");
-    EXPECT_EQ(menu.itemRecords.size(), 5U);
+    ::EnableMenuItem(menu.GetHandle(), 2, MF_BYPOSITION | MF_GRAYED);
+    menu.InsertItem(2, "&First", MF_BYPOSITION | MF_POPUP, IdOfSubMenu((new CPopup)->GetHandle()), -1);
+    const char* const records[] = {"&First", "Alone", "&Last"};
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(menu.itemRecords[i]->GetNarrowText(), records[i]);
+    EXPECT_EQ(menu.itemRecords[0]->flags, UINT{MF_POPUP | MF_BYPOSITION});
     menu.InsertItem(3, "command", MF_BYPOSITION, 106, -1);
-    EXPECT_EQ(Bar(menu), "foreign 900,  901, &First, drawn 106, &File, 中文 103, &View, &Last");
-    COwnerDrawMenu popup;
-    popup.CreatePopupMenu();
-    popup.AppendItem("x", MF_STRING, 1, -1);
-    EXPECT_EQ(popup.CountForeignItems(), 0);
+    EXPECT_EQ(Shown(menu), "foreign900, 901, &First(), [command]106, Alone-110, &Last([x]105)");
 }
 
 TEST(MenuResource, AcceleratorsStandInOneColumn) {
     const CClientDC dc(MenuContextWindow());
     const CFont font(MenuFontDescription());
     const CSelectObject selected(dc, font.GetHandle());
-    const auto width = [&](const std::string& text) { return dc.GetTextExtent(text).cx; };
-
-    for (const bool longCaption : {false, true}) {
-        COwnerDrawMenu menu;
-        menu.CreatePopupMenu();
-        const std::string widest = longCaption ? std::string(500, 'w') : "Widest of all";
-        for (const std::string& text : {std::string("&Cut\tCtrl+X"), widest + "\tF1\tF2", std::string("i\t"),
-                                        std::string("\tCtrl+Y"), std::string("Plain"), std::string()}) {
-            menu.AppendItem(text.c_str(), MF_STRING, 1, -1);
-        }
-        menu.AppendItem(static_cast<const char*>(nullptr), MF_STRING, 2, -1);
+    for (const std::string& widest : {std::string(500, 'w'), std::string("Widest of all")}) {
+        CPopup menu;
+        const std::string texts[] = {"&Cut\tCtrl+X", widest + "\tF1\tF2", "i\t", "\tCtrl+Y", "Plain", ""};
+        for (const std::string& text : texts) menu.AppendItem(text.c_str(), MF_STRING, 1, -1);
         menu.PadAccelerators();
-        const LONG column = width(widest + " ");
-        for (int i = 0; i < 4; ++i) {
-            const std::string text = menu.itemRecords[static_cast<std::size_t>(i)]->GetNarrowText();
-            const std::string caption = text.substr(0, text.find('\t'));
-            EXPECT_GE(width(caption), column) << text;
-            EXPECT_LT(width(caption.substr(0, caption.size() - 1)), column) << text;
+        for (std::size_t i = 0; i < std::size(texts); ++i) {
+            std::string wanted = texts[i];
+            const LONG column = dc.GetTextExtent(widest + " ").cx;
+            std::size_t tab = wanted.find('\t');
+            for (; tab != std::string::npos && dc.GetTextExtent(wanted.substr(0, tab)).cx < column; ++tab)
+                wanted.insert(tab, " ");
+            EXPECT_EQ(menu.itemRecords[i]->GetNarrowText(), wanted);
         }
-        EXPECT_EQ(menu.itemRecords[1]->GetNarrowText(), widest + " \tF1\tF2");
-        EXPECT_STREQ(menu.itemRecords[4]->GetText(), L"Plain");
-        EXPECT_EQ(menu.itemRecords[6]->GetText(), nullptr);
     }
 }
 
-TEST(MenuSynchronization, RecordsFollowWhatWasDoneToThePlatformsMenu) {
-    constexpr UINT at = MF_BYPOSITION;
+TEST(MenuTexts, AnyTextIsKeptAndReadableFromTheItemsData) {
+    CPopup menu;
+    menu.AppendItem(static_cast<const char*>(nullptr), MF_STRING, 1, -1);
+    const std::string texts[] = {"", "\t&&", "About \xE4\xBA\x8C\tCtrl+A", "\xFF\xFE", std::string(65'536, 'x')};
+    for (const std::string& text : texts) menu.AppendItem(text.c_str(), MF_STRING, 1, -1);
+    menu.itemRecords[2]->SetText(menu.itemRecords[2]->GetText());
+    for (int i = 0; i < 6; ++i) {
+        const auto* item = reinterpret_cast<const MSAAMENUINFO*>(PlatformItemData(menu.GetHandle(), i));
+        const std::wstring text = ToWide(i != 0 ? texts[i - 1] : std::string());
+        EXPECT_TRUE(item->dwMSAASignature == static_cast<DWORD>(MSAA_MENU_SIG) && item->pszWText == text) << i;
+        EXPECT_EQ(item->cchWText, text.size());
+    }
+    EXPECT_EQ(menu.itemRecords[0]->GetText(), nullptr);
+}
+
+TEST(MenuShortcut, ExecutesTheFirstItemWithTheMnemonic) {
+    CPopup menu;
+    for (const char* text : {"&Open", "Cl&ose\tCtrl+&W", "Black && White", "&\xC3\x84ndern", "plain", ""})
+        menu.AppendItem(text, MF_STRING, 100, -1);
+    menu.AppendSubMenu("&More");
+    menu.AppendItem("&Last", MF_STRING, 101, -1);
+    const std::pair<UINT, int> cases[] = {{'o', 0},    {'O', 0},    {'w', 1}, {'m', 6},
+                                          {0xA4C3, 3}, {0x84C3, 3}, {'&', 2}, {' ', 2}};
+    for (const auto& [character, position] : cases) {
+        EXPECT_EQ(menu.MenuChar(character, MF_POPUP), MAKELRESULT(position, MNC_EXECUTE)) << character;
+        EXPECT_EQ(menu.MenuChar(character, MF_SYSMENU), 0) << character;
+    }
+    for (const UINT character : {UINT{'p'}, 0U, 0xFFU}) EXPECT_EQ(menu.MenuChar(character, MF_POPUP), 0) << character;
+    EXPECT_EQ(COwnerDrawMenu::FindShortcut('o', MF_POPUP, nullptr), 0);
+    ::RemoveMenu(menu.GetHandle(), 0, MF_BYPOSITION);
+    EXPECT_EQ(menu.MenuChar('o', MF_POPUP), MAKELRESULT(0, 2)) << "after the records are in step again";
+    EXPECT_EQ(menu.itemRecords.size(), 7U);
+    CWnd owner;
+    owner.Create("STATIC", "", WS_POPUP | WS_VISIBLE, {0, 0, 50, 50}, nullptr, 0);
+    const CMeanwhile press([&] { return ShownPopup() != nullptr && owner.PostMessage(WM_CHAR, 'l'); });
+    EXPECT_EQ(menu.TrackPopupMenu(TPM_RETURNCMD, 60, 60, owner), 101);
+}
+
+TEST(MenuOwnership, HandlesThatAreGoneRefusedOrTheMenusOwn) {
+    COwnerDrawMenu unattached, later;
+    EXPECT_FALSE(unattached.AppendItem("a", MF_STRING, 1, -1) || unattached.InsertItem(0, "b", MF_BYPOSITION, 2, -1));
+    EXPECT_EQ(unattached.itemRecords.size(), 2U) << "refused items keep their records";
+    CPopup root;
+    {
+        CPopup gone;
+        root.AppendMenuItem(MF_POPUP, IdOfSubMenu(gone.GetHandle()), "Gone", -1);
+        EXPECT_EQ(root.GetSubMenuAt(0), &gone);
+    }
+    later.Attach(root.subMenus.front()); // as if the platform had given the number out again
+    root.AppendItem("no menu", MF_POPUP, 0x7FFF1234, -1);
+    EXPECT_TRUE(COwnerDrawMenu::IsRegisteredSubMenu(SubMenuOfId(0x7FFF1234)));
+    root.AppendItem("self", MF_POPUP, IdOfSubMenu(root.GetHandle()), -1);
+    EXPECT_EQ(root.FindRecord(77), nullptr) << "nothing walks for ever";
+    EXPECT_TRUE(root.DestroyMenu());
+    EXPECT_FALSE(root.DestroyMenu());
+    EXPECT_TRUE(COwnerDrawMenu::allSubMenus.empty());
+    EXPECT_EQ(CMenu::FromHandlePermanent(later.GetHandle()), &later);
+    later.Detach();
+}
+
+TEST(MenuLook, DependsOnSystemAndThemeAtEachCall) {
+    const std::int32_t version = COwnerDrawMenu::windowsVersion;
     const struct {
-        const char* what;
-        void (*edit)(HMENU menu);
-        const char* left;
-        std::array<int, 5> kept; // for each record, which it was; -1 for a new one
-    } cases[] = {
-        // clang-format off
-        {"nothing", [](HMENU) {}, "a1, b2, a1, -, S()", {0, 1, 2, 3, 4}},
-        {"append", [](HMENU m) { ::RemoveMenu(m, 1, at); ::AppendMenuA(m, 0, 9, "n"); }, "a1, a1, -, S(), n9", {0, 2, 3, 4, -1}},
-        {"swap", [](HMENU m) { ::RemoveMenu(m, 3, at); ::InsertMenuA(m, 0, at | MF_SEPARATOR, 0, nullptr); },
-         "-, a1, b2, a1, S()", {3, 0, 1, 2, 4}},
-        {"new caption", [](HMENU m) { ::ModifyMenuA(m, 1, at, 2, "B"); }, "a1, B2, a1, -, S()", {0, 1, 2, 3, 4}},
-        {"a third of one command", [](HMENU m) { ::InsertMenuA(m, 0, at, 1, "A"); ::RemoveMenu(m, 2, at); },
-         "A1, a1, a1, -, S()", {-1, 0, 2, 3, 4}},
-        {"the first of two", [](HMENU m) { ::AppendMenuA(m, 0, 9, "n"); ::RemoveMenu(m, 0, at); },
-         "b2, a1, -, S(), n9", {1, 2, 3, 4, -1}},
-        {"two made anew", [](HMENU m) { ::ModifyMenuA(m, 0, at, 1, "x"); ::ModifyMenuA(m, 2, at, 1, "y"); },
-         "x1, b2, y1, -, S()", {0, 1, 2, 3, 4}},
-        // clang-format on
-    };
-    for (const auto& [what, edit, left, kept] : cases) {
-        SCOPED_TRACE(what);
-        COwnerDrawMenu menu;
-        menu.CreatePopupMenu();
-        menu.AppendItem("a", MF_STRING, 1, -1);
-        menu.AppendItem("b", MF_STRING, 2, -1);
-        menu.AppendItem("a", MF_STRING, 1, -1);
-        menu.AppendItem("", MF_SEPARATOR, 0, -1);
-        COwnerDrawMenu* subMenu = menu.AppendSubMenu("S");
-        std::vector<const CMenuItemRecord*> before;
-        for (const auto& record : menu.itemRecords) before.push_back(record.get());
-
-        edit(menu.GetHandle());
-        COwnerDrawMenu::SynchronizeMenu(&menu);
-        EXPECT_EQ(Describe(menu), left);
-        ASSERT_EQ(menu.itemRecords.size(), kept.size());
-        for (std::size_t i = 0; i < kept.size(); ++i) {
-            const CMenuItemRecord* record = menu.itemRecords[i].get();
-            const auto found = std::ranges::find(before, record) - before.begin();
-            EXPECT_EQ(found < static_cast<std::ptrdiff_t>(before.size()) ? found : -1, kept[i]) << i;
-            EXPECT_EQ(PlatformItemData(menu.GetHandle(), static_cast<int>(i)), record->GetItemData()) << i;
-        }
-        EXPECT_NE(OwnerDrawMenuOf(subMenu->GetHandle()), nullptr) << "its object isn't freed by synchronisation";
+        std::int32_t version, onThemedXp, onOthers;
+        bool newShell, modern;
+    } cases[] = {{OtherNt, 1, 0, false, false},  {OtherNt, 0, 1, false, true},   {OtherNt, 0, 2, false, false},
+                 {Windows95, 1, 0, true, false}, {WindowsXp, 0, 1, true, false}, {WindowsXp, 1, 0, true, true}};
+    for (const auto& [code, onThemedXp, onOthers, newShell, modern] : cases) {
+        COwnerDrawMenu::windowsVersion = code;
+        COwnerDrawMenu::lookOnThemedXp = onThemedXp;
+        COwnerDrawMenu::lookOnOtherSystems = onOthers;
+        EXPECT_EQ(COwnerDrawMenu::HasNewShell(), newShell) << code;
+        EXPECT_EQ(COwnerDrawMenu::IsModernLook(), modern) << code << onThemedXp << onOthers;
     }
-    COwnerDrawMenu::SynchronizeMenu(nullptr);
+    COwnerDrawMenu::windowsVersion = version;
 }
 
-TEST(MenuSynchronization, StateAndFlagsComeFromThePlatform) {
-    COwnerDrawMenu menu;
-    menu.CreatePopupMenu();
-    for (UINT id = 1; id <= 3; ++id) menu.AppendItem("item", MF_STRING, id, -1);
-    COwnerDrawMenu* subMenu = menu.AppendSubMenu("Sub");
-    for (UINT id = 10; id < 20; ++id) subMenu->AppendItem("more than eight", MF_STRING, id, -1);
-    ::CheckMenuItem(menu.GetHandle(), 1, MF_CHECKED);
-    ::EnableMenuItem(menu.GetHandle(), 2, MF_GRAYED);
-    menu.SynchronizeRecords();
-    const UINT flags[] = {MF_CHECKED | 0x500U, MF_GRAYED | 0x500U, 0x500U, 0x110U};
-    for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(menu.itemRecords[i]->flags, flags[i]) << i;
-    EXPECT_EQ(::GetMenuState(menu.GetHandle(), 1, MF_BYCOMMAND) & 0xFF, UINT{MF_CHECKED});
-    ExpectInStep(menu);
-
-    // A caption that was written since counts, not the one that the item had while it was plain.
-    ::ModifyMenuA(menu.GetHandle(), 3, MF_BYCOMMAND | MF_HILITE, 3, "plain");
-    for (const char* text : {"plain", "written"}) {
-        menu.SynchronizeRecords();
-        EXPECT_EQ(menu.itemRecords[2]->GetNarrowText(), text);
-        EXPECT_EQ(menu.itemRecords[2]->flags, 0x500U);
-        EXPECT_EQ(::GetMenuState(menu.GetHandle(), 3, MF_BYCOMMAND) & 0xFF, UINT{MF_HILITE});
-        menu.WriteItemText(2, L"written", MF_BYPOSITION);
+TEST(ClassicTheme, IsKnownByTheEndOfItsFilesName) {
+    const std::string path = R"(C:\WINDOWS\Resources\Themes\)", longName(300, 'x');
+    const struct {
+        std::string value;
+        DWORD type;
+        bool classic;
+    } cases[] = {{"Windows Classic.theme", REG_SZ, true},
+                 {path + "WINDOWS CLASSIC.THEME", REG_SZ, true},
+                 {path + "Luna.theme", REG_SZ, false},
+                 {"ndows Classic.theme", REG_SZ, false},
+                 {path + "Windows Classic.theme2", REG_SZ, false},
+                 {"", REG_SZ, false},
+                 {"Windows Classic.theme", REG_BINARY, false},
+                 {longName + "Windows Classic.theme", REG_SZ, false},
+                 {longName.substr(40), REG_SZ, false}}; // the last as long as a path can be, without an end
+    constexpr const char* root = "Software\\QuorvaneMenuTest";
+    HKEY user = nullptr, theme = nullptr;
+    ASSERT_EQ(::RegCreateKeyA(HKEY_CURRENT_USER, root, &user), ERROR_SUCCESS);
+    EXPECT_FALSE(ReadClassicThemeActive(user)) << "no theme";
+    ::RegCreateKeyA(user, R"(Software\Microsoft\Plus!\Themes\Current)", &theme);
+    for (const auto& [value, type, classic] : cases) {
+        ::RegSetValueExA(theme, nullptr, 0, type, reinterpret_cast<const BYTE*>(value.data()),
+                         static_cast<DWORD>(value.size())); // the stored string has no end of its own
+        EXPECT_EQ(ReadClassicThemeActive(user), classic) << value;
     }
-    menu.itemRecords.clear();
-    menu.SynchronizeRecords();
-    EXPECT_EQ(menu.itemRecords[3]->flags, 0x510U) << "the count of its items is no flag";
-    EXPECT_STREQ(menu.itemRecords[3]->GetText(), L"");
-    ExpectInStep(menu);
-    menu.DestroyMenu();
-    menu.SynchronizeRecords();
-    EXPECT_TRUE(menu.itemRecords.empty());
+    ::RegCloseKey(theme);
+    ::RegCloseKey(user);
+    for (const char* const key : {R"(\Software\Microsoft\Plus!\Themes\Current)", R"(\Software\Microsoft\Plus!\Themes)",
+                                  R"(\Software\Microsoft\Plus!)", R"(\Software\Microsoft)", R"(\Software)", ""})
+        ::RegDeleteKeyA(HKEY_CURRENT_USER, (root + std::string(key)).c_str());
 }
 
 } // namespace
