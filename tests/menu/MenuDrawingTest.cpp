@@ -21,8 +21,7 @@ class CSurface : public CMemoryDC {
 public:
     CSurface(int width, int height, WORD bits = 32) : CMemoryDC(nullptr), size(width, height) {
         const BITMAPINFO format{{sizeof format.bmiHeader, width, -height, 1, bits, BI_RGB, 0, 0, 0, 0, 0}, {}};
-        void* memory = nullptr;
-        bitmap.Attach(::CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &memory, nullptr, 0));
+        bitmap.Attach(::CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, nullptr, nullptr, 0));
         former = ::SelectObject(GetHandle(), bitmap.GetHandle());
         FillSolidRect({0, 0, width, height}, nothing);
     }
@@ -38,10 +37,9 @@ public:
     COLORREF Pixel(int x, int y) const { return ::GetPixel(GetHandle(), x, y); }
     // The first place where the other one is different; empty for none.
     std::string Differs(const CSurface& other) const {
-        for (int y = 0; y < size.cy; ++y) {
-            for (int x = 0; x < size.cx; ++x) {
-                if (Pixel(x, y) != other.Pixel(x, y)) return std::to_string(x) + ", " + std::to_string(y);
-            }
+        for (int i = 0; i < size.cx * size.cy; ++i) {
+            const int x = i % size.cx, y = i / size.cx;
+            if (Pixel(x, y) != other.Pixel(x, y)) return std::to_string(x) + ", " + std::to_string(y);
         }
         return {};
     }
@@ -49,7 +47,7 @@ public:
 private:
     CSize size;
     CBitmap bitmap;
-    HGDIOBJ former = nullptr;
+    HGDIOBJ former;
 };
 
 COLORREF Sys(int index) {
@@ -58,8 +56,7 @@ COLORREF Sys(int index) {
 COLORREF Tint(COLORREF color, double factor) {
     return COwnerDrawMenu::BlendTowardWhite(color, factor);
 }
-void Text(CDC& dc, const wchar_t* text, const CRect& rect, COLORREF color, UINT align = DT_LEFT) {
-    CRect place = rect;
+void Text(CDC& dc, const std::wstring& text, CRect place, COLORREF color, UINT align = DT_LEFT) {
     dc.SetTextColor(color);
     dc.DrawText(std::wstring_view(text), place, DT_SINGLELINE | DT_VCENTER | align);
 }
@@ -67,242 +64,201 @@ void Framed(CDC& dc, const CRect& rect, COLORREF fill, COLORREF topLeft, COLORRE
     dc.FillSolidRect(rect, fill);
     dc.Draw3dRect(rect, topLeft, bottomRight);
 }
+// The left half of an image; the right half is transparent.
+void Half(CDC& dc, int left, int top, COLORREF color) {
+    dc.FillSolidRect({left, top, left + 8, top + 15}, color);
+}
 
-struct Row {
-    const wchar_t* text;
-    bool image, companions = false, shared = false, missing = false, checkImages = false, dot = false, line = false;
-};
-constexpr Row rows[] = {
-    {L"&Open\tnot shown\tCtrl+O", false},
-    {nullptr, false},
-    {L"not shown", false, false, false, false, false, false, true},
-    {L"", true, true},
-    {L"", true, true, true},
-    {L"", true},
-    {L"", true, false, true},
-    {L"a", true, false, false, true},
-    {L"", false, false, false, false, true},
-    {L"", false, false, false, false, false, true},
-};
+// Kinds of rows: t with a text and a shortcut, l line, i image with companions or I without, s of the shared store,
+// m missing, k check images, d a dot for the mark.
+constexpr std::string_view rows[] = {"t", "", "l", "i", "is", "I", "Is", "im", "k", "d"};
 
 class MenuDrawing : public testing::Test {
 protected:
     MenuDrawing() {
-        Forget();
-        menu.CreatePopupMenu();
-        menu.SetMaskColor(RGB(0xC0, 0xC0, 0xC0)); // colour 0 of the test's bitmaps
         Use(OtherNt, true);
+        Restart();
     }
     ~MenuDrawing() override {
         Use(system, false);
-        COwnerDrawMenu::lookOnThemedXp = COwnerDrawMenu::selectDisabledClassic = 1;
-        Forget();
+        COwnerDrawMenu::selectDisabledModern = 0;
+        COwnerDrawMenu::selectDisabledClassic = 1;
     }
 
-    static void Forget() {
-        COwnerDrawMenu::sharedImages.DeleteImageList();
-        COwnerDrawMenu::sharedImageIds.clear();
-    }
     static void Use(std::int32_t version, bool modern, bool raised = true) {
         COwnerDrawMenu::windowsVersion = version;
         COwnerDrawMenu::lookOnThemedXp = COwnerDrawMenu::lookOnOtherSystems = modern;
         COwnerDrawMenu::raisedImages = raised;
     }
+    void Restart() {
+        COwnerDrawMenu::sharedImages.DeleteImageList();
+        COwnerDrawMenu::sharedImageIds.clear();
+        menu.DestroyMenu();
+        menu.CreatePopupMenu();
+        menu.checkClearId = menu.checkSelectedId = -1;
+        menu.SetMaskColor(RGB(0xC0, 0xC0, 0xC0)); // colour 0 of the test's bitmaps
+    }
     static bool Themed() { return COwnerDrawMenu::windowsVersion == WindowsXp; }
     static COLORREF Shadow() { return Themed() ? Sys(COLOR_3DSHADOW) : Tint(Sys(COLOR_3DSHADOW), 0.49); }
-    // An image with a transparent right half.
-    static void Draw(CSurface& on, COLORREF color) {
-        on.FillSolidRect({0, 0, 16, 15}, RGB(0xC0, 0xC0, 0xC0));
-        on.FillSolidRect({0, 0, 8, 15}, color);
-    }
-    static CImageList Images(std::initializer_list<COLORREF> colors) {
+    static CImageList Images(std::initializer_list<COLORREF> colors, WORD bits = 32) {
         CImageList list;
         list.Create(16, 15, COwnerDrawMenu::imageListFlags, 1, 1);
         for (const COLORREF color : colors) {
-            CSurface image(16, 15);
-            Draw(image, color);
-            list.AddMasked(image.Take().GetHandle(), RGB(0xC0, 0xC0, 0xC0));
+            CSurface image(16, 15, bits);
+            Half(image, 0, 0, color);
+            list.AddMasked(image.Take().GetHandle(), nothing);
         }
         return list;
     }
     DRAWITEMSTRUCT ItemOf(const CMenuItemRecord& record, UINT state, HDC dc) const {
+        const auto owner = reinterpret_cast<HWND>(menu.GetHandle());
         return {ODT_MENU,
                 0,
-                static_cast<UINT>(record.id),
+                0,
                 ODA_DRAWENTIRE,
                 state,
-                reinterpret_cast<HWND>(menu.GetHandle()),
+                owner,
                 dc,
-                {rowX, rowY, rowX + 200, rowY + 24},
+                {rowX, rowY, 200 + rowX, 24 + rowY},
                 record.GetItemData()};
     }
-    CMenuItemRecord& Append(const Row& row, UINT id, WORD bits) {
-        COwnerDrawMenu::lookOnThemedXp = COwnerDrawMenu::lookOnOtherSystems = row.companions;
-        CSurface image(16, 15, bits);
-        Draw(image, red);
-        const CBitmap& bitmap = image.Take();
-        const UINT kind = row.line ? MF_SEPARATOR : MF_STRING;
-        if (row.shared) {
-            menu.InsertMenuItem(-1, MF_BYPOSITION, id, row.text, &bitmap);
-        } else {
-            menu.AppendMenuItem(kind, row.line ? 0 : id, row.text, row.image ? &bitmap : nullptr);
-        }
+    const CMenuItemRecord& Append(std::string_view kind, WORD bits) {
+        const auto has = [kind](char letter) { return kind.find(letter) != std::string_view::npos; };
+        COwnerDrawMenu::lookOnThemedXp = COwnerDrawMenu::lookOnOtherSystems = has('i');
+        const CImageList images = Images({red}, bits);
+        const CImageList* const given = has('i') || has('I') ? &images : nullptr;
+        const wchar_t* const text = has('t') || has('l') ? L"&Open\tnot shown\tCtrl+O" : has('d') ? nullptr : L"";
+        menu.AppendItem(L"Another of the id", MF_STRING, 400, -1);
+        if (has('s')) menu.InsertItem(-1, text, MF_BYPOSITION, 400, given, 0);
+        if (!has('s')) menu.AppendItem(text, MF_STRING, has('l') ? 0 : 400, given, 0);
         CMenuItemRecord& record = *menu.itemRecords.back();
-        if (row.missing) record.imageList = std::make_unique<CImageList>();
-        if (row.dot) ::SetMenuItemBitmaps(menu.GetHandle(), 1, MF_BYPOSITION, nullptr, bitmap.GetHandle());
-        if (row.checkImages) menu.LoadCheckImages(IDB_CHECK_CLEAR, IDB_CHECK_SELECTED);
+        if (has('m')) record.imageList = std::make_unique<CImageList>();
+        if (has('k')) menu.LoadCheckImages(IDB_CHECK_CLEAR, IDB_CHECK_SELECTED);
+        if (has('d')) ::SetMenuItemBitmaps(menu.GetHandle(), 1, MF_BYPOSITION, nullptr, mark.Take().GetHandle());
         return record;
     }
 
-    static void Half(CDC& dc, int left, int top, COLORREF color) {
-        dc.FillSolidRect({left, top, left + 8, top + 15}, color);
+    // The row at 0, 0 by the plain rules of the looks.
+    void Compose(CDC& dc, std::string_view kind, bool modern, bool selected, bool grayed, bool checked) const {
+        const auto has = [kind](char letter) { return kind.find(letter) != std::string_view::npos; };
+        const bool raised = modern && COwnerDrawMenu::raisedImages != 0, companions = raised && has('i');
+        const bool framed = COwnerDrawMenu::HasNewShell(), pictured = has('i') || has('I'),
+                   checkImage = has('k') && checked;
+        const COLORREF light = Sys(COLOR_3DHIGHLIGHT), shadow = Sys(COLOR_3DSHADOW), highlight = Sys(COLOR_HIGHLIGHT);
+        const COLORREF face = Sys(Themed() ? COLOR_3DFACE : COLOR_MENU);
+        const COLORREF ground = !modern ? face : Themed() ? face : Tint(Sys(COLOR_3DFACE), 0.25);
+        const COLORREF bar = !modern ? ground : Tint(highlight, Themed() ? 0.7 : 0.85);
+        const COLORREF checkBox = modern ? Tint(highlight, 0.85) : Tint(ground, 0.6);
+        const int column = !modern ? 0 : raised ? 23 : 20, x = !modern ? 2 : raised ? 4 : 2, y = modern ? 5 : 4;
+        const CRect box = modern ? CRect(1, 1, column - 1, 23) : CRect(0, 2, 20, 21), inner(1, 3, 19, 20);
+        const CRect tick = modern ? CRect(x, 4, x + 16, 20) : CRect(1, 4, 17, 19);
+        const auto image = [&](int shift, COLORREF color) {
+            if (!has('m')) Half(dc, x + shift, y + shift, color);
+        };
+        const auto frame = [&](COLORREF topLeft, COLORREF bottomRight) { dc.Draw3dRect(box, topLeft, bottomRight); };
+        selected = selected && !has('l');
+        if (modern) {
+            dc.FillSolidRect({0, 0, 200, 24}, selected ? bar : Sys(COLOR_WINDOW));
+            if (!selected) dc.FillSolidRect({0, 0, column, 24}, ground);
+        } else if (!selected) {
+            dc.FillSolidRect({0, 0, 200, 24}, ground);
+        } else {
+            dc.FillSolidRect({pictured || checked ? 21 : 0, 0, 200, 24}, highlight);
+        }
+        CRect line(modern ? 2 * column - 16 : 0, 12, 200, 24);
+        if (has('l')) ::DrawEdge(dc.GetHandle(), &line, EDGE_ETCHED, BF_TOP);
+        if (has('l')) return;
+        if (checkImage || pictured) {
+            if (!modern) dc.Draw3dRect(inner, ground, ground);
+            if (!grayed || checkImage)
+                dc.FillSolidRect(modern ? box : inner, checkImage ? ground
+                                                       : selected ? bar
+                                                       : checked  ? checkBox
+                                                                  : ground);
+            if (!modern && (checkImage || grayed || !(selected || checked))) frame(ground, ground);
+        }
+        if (checkImage) {
+            image(0, selected ? blue : green);
+        } else if (pictured && grayed) {
+            Emboss(dc, x, y, modern && selected ? bar : ground, has('m'));
+        } else if (pictured) {
+            if (modern && checked) frame(highlight, highlight);
+            if (!modern && framed && (selected || checked)) frame(checked ? shadow : light, checked ? light : shadow);
+            if (companions && selected && !checked) image(1, Shadow());
+            image(modern && (checked || (companions && selected)) ? -1 : 0,
+                  companions && !selected && !checked ? Tint(red, 0.3) : red);
+        } else if (checked) {
+            dc.FillSolidRect(tick, selected && !modern ? ground : checkBox);
+            if (modern || framed) dc.Draw3dRect(tick, modern ? highlight : shadow, modern ? highlight : light);
+            Mark(dc, has('d'), tick.left + (modern || has('d') ? 5 : 4), 8);
+        }
+        if (modern && selected) dc.Draw3dRect({0, 0, 200, 24}, highlight, highlight);
+        if (!has('t')) return;
+        const COLORREF gray = Sys(COLOR_GRAYTEXT),
+                       plain = Sys(!modern && selected ? COLOR_HIGHLIGHTTEXT : COLOR_MENUTEXT);
+        const CFont font(MenuFontDescription());
+        const CSelectObject used(dc, modern && grayed && COwnerDrawMenu::selectDisabledModern == 0 ? font.GetHandle()
+                                                                                                   : nullptr);
+        for (const int shift : {1, 0}) { // a shifted copy where it is engraved
+            if (shift == 1 && (modern || !grayed || selected)) continue;
+            const CRect place(shift + (modern ? column + 8 : 25), shift - 1, shift + 200 - 16, shift + 23);
+            const COLORREF off = shift == 1                         ? light
+                                 : modern && !Themed() && !selected ? Tint(gray, 0.4)
+                                 : !modern && selected              ? ground
+                                                                    : gray;
+            Text(dc, L"&Open", place, grayed ? off : plain);
+            Text(dc, L"Ctrl+O", place, grayed ? off : plain, DT_RIGHT);
+        }
     }
-    void Embossed(CDC& dc, int x, int y, COLORREF back, bool missing) const {
-        const COLORREF light = Sys(COLOR_3DHIGHLIGHT);
+    void Emboss(CDC& dc, int x, int y, COLORREF back, bool missing) const {
         const bool masked = !menu.GetEmbossViaDib();
         if (masked) dc.FillSolidRect({x + 1, y + 1, x + 17, y + 16}, back);
-        if (!missing) Half(dc, x + 1, y + 1, light);
+        if (!missing) Half(dc, x + 1, y + 1, Sys(COLOR_3DHIGHLIGHT));
         if (masked) dc.FillSolidRect({x, y, x + 16, y + 15}, back);
-        if (masked && !missing) dc.FillSolidRect({x + 1, y + 1, x + 9, y + 15}, light);
+        if (masked && !missing) dc.FillSolidRect({x + 1, y + 1, x + 9, y + 15}, Sys(COLOR_3DHIGHLIGHT));
         if (!missing) Half(dc, x, y, Sys(COLOR_3DSHADOW));
     }
     static void Mark(CDC& dc, bool dot, int x, int y) {
         const CPen pen(PS_SOLID, 0, Sys(COLOR_MENUTEXT));
         const CBrush brush(Sys(COLOR_MENUTEXT));
         const CSelectObject penSelected(dc, pen.GetHandle()), brushSelected(dc, brush.GetHandle());
-        constexpr int tops[] = {2, 3, 4, 3, 2, 1, 0};
         if (dot) ::Ellipse(dc.GetHandle(), x, y, x + 6, y + 6);
-        for (int i = 0; i < 7 && !dot; ++i)
-            dc.FillSolidRect({x + i, y + tops[i], x + i + 1, y + tops[i] + 3}, Sys(COLOR_MENUTEXT));
-    }
-
-    // The row by the plain rules of each look, at 0, 0.
-    void Modern(CDC& dc, const Row& row, bool selected, bool grayed, bool checked) const {
-        const bool raised = COwnerDrawMenu::raisedImages != 0, companions = row.companions && raised;
-        const int column = raised ? 23 : 20, x = raised ? 4 : 2;
-        const COLORREF light = Sys(COLOR_HIGHLIGHT),
-                       stripe = Themed() ? Sys(COLOR_3DFACE) : Tint(Sys(COLOR_3DFACE), 0.25);
-        const COLORREF bar = Tint(light, Themed() ? 0.7 : 0.85), checkBox = Tint(light, 0.85);
-        const CRect box(1, 1, column - 1, 23);
-        const auto frame = [&] { dc.Draw3dRect({0, 0, 200, 24}, light, light); };
-        selected = selected && !row.line;
-        dc.FillSolidRect({0, 0, 200, 24}, selected ? bar : Sys(COLOR_WINDOW));
-        if (selected) frame();
-        if (!selected) dc.FillSolidRect({0, 0, column, 24}, stripe);
-        CRect line(2 * column - 16, 12, 200, 24);
-        if (row.line) ::DrawEdge(dc.GetHandle(), &line, EDGE_ETCHED, BF_TOP);
-        if (row.line) return;
-        const auto image = [&](int dx, COLORREF color) {
-            if (!row.missing) Half(dc, x + dx, 5 + dx, color);
-        };
-        if (row.checkImages && checked) {
-            dc.FillSolidRect(box, stripe);
-            image(0, selected ? blue : green);
-        } else if (row.image && grayed) {
-            Embossed(dc, x, 5, selected ? bar : stripe, row.missing);
-            if (selected) frame();
-        } else if (row.image && (checked || selected)) {
-            dc.FillSolidRect(box, selected ? bar : checkBox);
-            if (checked) dc.Draw3dRect(box, light, light);
-            if (companions && !checked) image(1, Shadow());
-            image(checked || companions ? -1 : 0, red);
-        } else if (row.image) {
-            image(0, companions ? Tint(red, 0.3) : red);
-        } else if (checked) {
-            Framed(dc, {x, 4, x + 16, 20}, checkBox, light, light);
-            Mark(dc, row.dot, x + 5, 8);
+        for (const int top : {2, 3, 4, 3, 2, 1, 0}) {
+            if (!dot) ::PatBlt(dc.GetHandle(), x++, y + top, 1, 3, PATCOPY);
         }
-        const COLORREF gray = Themed() || selected ? Sys(COLOR_GRAYTEXT) : Tint(Sys(COLOR_GRAYTEXT), 0.4);
-        const CFont font(MenuFontDescription());
-        const CSelectObject used(dc, grayed && COwnerDrawMenu::selectDisabledModern == 0 ? font.GetHandle() : nullptr);
-        Caption(dc, row, {column + 8, -1, 200, 23}, grayed ? gray : Sys(COLOR_MENUTEXT));
-    }
-    static void Caption(CDC& dc, const Row& row, CRect place, COLORREF color) {
-        if (row.text == rows[0].text) {
-            place.right -= 16;
-            Text(dc, L"&Open", place, color);
-            Text(dc, L"Ctrl+O", place, color, DT_RIGHT);
-        } else if (row.text != nullptr) {
-            Text(dc, row.text, place, color);
-        }
-    }
-    void Classic(CDC& dc, const Row& row, bool selected, bool grayed, bool checked) const {
-        const COLORREF back = Sys(Themed() ? COLOR_3DFACE : COLOR_MENU), checkBox = Tint(back, 0.6);
-        const COLORREF light = Sys(COLOR_3DHIGHLIGHT), shadow = Sys(COLOR_3DSHADOW);
-        const CRect box(0, 2, 20, 21), inner(1, 3, 19, 20), tick(1, 4, 17, 19);
-        const bool boxed = row.image || checked, framed = COwnerDrawMenu::HasNewShell();
-        dc.FillSolidRect({0, 0, 200, 24}, selected && !row.line && !boxed ? Sys(COLOR_HIGHLIGHT) : back);
-        CRect line(0, 12, 200, 24);
-        if (row.line) ::DrawEdge(dc.GetHandle(), &line, EDGE_ETCHED, BF_TOP);
-        if (row.line) return;
-        if (selected && boxed) {
-            dc.FillSolidRect({0, 0, 21, 24}, nothing);
-            dc.FillSolidRect({21, 0, 200, 24}, Sys(COLOR_HIGHLIGHT));
-        }
-        if (row.checkImages && checked) {
-            Framed(dc, box, back, back, back);
-            Half(dc, 2, 4, selected ? blue : green);
-        } else if (row.image) {
-            dc.Draw3dRect(inner, back, back);
-            if (grayed) {
-                dc.Draw3dRect(box, back, back);
-                Embossed(dc, 2, 4, back, row.missing);
-            } else {
-                dc.FillSolidRect(inner, checked && !selected ? checkBox : back);
-                if (!selected && !checked) dc.Draw3dRect(box, back, back);
-                if ((selected || checked) && framed)
-                    dc.Draw3dRect(box, checked ? shadow : light, checked ? light : shadow);
-                if (!row.missing) Half(dc, 2, 4, red);
-            }
-        } else if (checked) {
-            dc.FillSolidRect(tick, selected ? back : checkBox);
-            if (framed) dc.Draw3dRect(tick, shadow, light);
-            Mark(dc, row.dot, row.dot ? 6 : 5, 8);
-        }
-        if (grayed && !selected) Caption(dc, row, {26, 0, 201, 24}, light);
-        Caption(dc, row, {25, -1, 200, 23},
-                grayed ? selected ? back : Sys(COLOR_GRAYTEXT) : Sys(selected ? COLOR_HIGHLIGHTTEXT : COLOR_MENUTEXT));
     }
 
     const std::int32_t system = COwnerDrawMenu::windowsVersion;
+    CSurface mark{16, 15};
     COwnerDrawMenu menu;
 };
 
 TEST_F(MenuDrawing, EveryRowInEveryStateFollowsTheRulesOfItsLook) {
-    for (const WindowsVersion version : {WindowsXp, Windows2000, OtherNt}) {
-        for (std::size_t i = 0; i < std::size(rows); ++i) {
-            const bool usual = (i + version) % 2 == 0; // else with what nobody sets
-            Forget();
-            menu.DestroyMenu();
-            menu.CreatePopupMenu();
-            menu.checkClearId = menu.checkSelectedId = -1;
-            menu.SetEmbossViaDib(!usual);
-            Use(version, false);
-            if (i != 0) menu.AppendItem(L"Another of the id", MF_STRING, 400, -1);
-            CMenuItemRecord& record = Append(rows[i], 400, usual ? 32 : 24);
-            for (int all = 0; all < 32; ++all) {
-                const bool selected = (all & 1) != 0, grayed = (all & 2) != 0, checked = (all & 4) != 0,
-                           modern = (all & 8) != 0;
-                Use(version, modern, (all & 16) != 0);
-                COwnerDrawMenu::selectDisabledModern = !usual;
-                COwnerDrawMenu::selectDisabledClassic = usual;
-                CSurface shown(214, 32), wanted(214, 32);
-                const UINT state =
-                    (selected ? ODS_SELECTED : 0U) | (grayed ? ODS_GRAYED : 0U) | (checked ? ODS_CHECKED : 0U);
-                DRAWITEMSTRUCT item = ItemOf(record, state, shown.GetHandle());
-                menu.DrawItem(item);
-                const bool shows = selected && (!grayed || usual != modern);
-                ::SetViewportOrgEx(wanted.GetHandle(), rowX, rowY, nullptr);
-                wanted.SetBkMode(TRANSPARENT);
-                modern ? Modern(wanted, rows[i], shows, grayed, checked)
-                       : Classic(wanted, rows[i], shows, grayed, checked);
-                ::SetViewportOrgEx(wanted.GetHandle(), 0, 0, nullptr);
-                EXPECT_EQ(shown.Differs(wanted), "") << "row " << i << ", system " << version << ", " << all;
-                EXPECT_EQ(item.itemState, shows ? state : state & ~UINT{ODS_SELECTED});
-            }
-        }
+    for (int all = 0; all < 3 * 10 * 32; ++all) {
+        constexpr WindowsVersion versions[] = {WindowsXp, Windows2000, OtherNt};
+        const auto bit = [all](int number) { return (all >> number & 1) != 0; };
+        const WindowsVersion version = versions[all / 320];
+        const std::string_view kind = rows[all / 32 % 10];
+        const bool selected = bit(0), grayed = bit(1), checked = bit(2), modern = bit(3), usual = all / 32 % 2 == 0;
+        Restart();
+        Use(version, false);
+        const CMenuItemRecord& record = Append(kind, usual ? 32 : 24);
+        Use(version, modern, bit(4));
+        menu.SetEmbossViaDib(!usual); // and more that nobody sets
+        COwnerDrawMenu::selectDisabledModern = !usual;
+        COwnerDrawMenu::selectDisabledClassic = usual;
+        CSurface shown(214, 32), wanted(214, 32);
+        const UINT state = (selected ? ODS_SELECTED : 0U) | (grayed ? ODS_GRAYED : 0U) | (checked ? ODS_CHECKED : 0U);
+        DRAWITEMSTRUCT item = ItemOf(record, state, shown.GetHandle());
+        menu.DrawItem(item);
+        const bool shows = selected && (!grayed || usual != modern);
+        ::SetViewportOrgEx(wanted.GetHandle(), rowX, rowY, nullptr);
+        wanted.SetBkMode(TRANSPARENT);
+        Compose(wanted, kind, modern, shows, grayed, checked);
+        ::SetViewportOrgEx(wanted.GetHandle(), 0, 0, nullptr);
+        EXPECT_EQ(shown.Differs(wanted), "") << "row " << kind << ", system " << version << ", " << all % 32;
+        EXPECT_EQ(item.itemState, shows ? state : state & ~UINT{ODS_SELECTED});
     }
-    COwnerDrawMenu::selectDisabledModern = 0;
 }
 
 TEST_F(MenuDrawing, HostileStructuresAndItemsOfOthersAreLeftAlone) {
