@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "MenuTestIds.h"
+#include "menu/MenuColors.h"
 #include "menu/MenuFont.h"
 #include "menu/MenuLayout.h"
 #include "menu/MenuToolBar.h"
@@ -122,7 +123,7 @@ protected:
                 {rowX, rowY, 200 + rowX, 24 + rowY},
                 record.GetItemData()};
     }
-    const CMenuItemRecord& Append(std::string_view kind, WORD bits) {
+    const CMenuItemRecord& AppendRow(std::string_view kind, WORD bits) {
         const auto has = [kind](char letter) { return kind.find(letter) != std::string_view::npos; };
         COwnerDrawMenu::lookOnThemedXp = COwnerDrawMenu::lookOnOtherSystems = has('i');
         const CImageList images = Images({red}, bits);
@@ -234,22 +235,26 @@ protected:
 };
 
 TEST_F(MenuDrawing, EveryRowInEveryStateFollowsTheRulesOfItsLook) {
+    const CMenuItemRecord* record = nullptr;
     for (int all = 0; all < 3 * 10 * 32; ++all) {
         constexpr WindowsVersion versions[] = {WindowsXp, Windows2000, OtherNt};
         const auto bit = [all](int number) { return (all >> number & 1) != 0; };
         const WindowsVersion version = versions[all / 320];
         const std::string_view kind = rows[all / 32 % 10];
-        const bool selected = bit(0), grayed = bit(1), checked = bit(2), modern = bit(3), usual = all / 32 % 2 == 0;
-        Restart();
-        Use(version, false);
-        const CMenuItemRecord& record = Append(kind, usual ? 32 : 24);
+        const bool selected = bit(0), grayed = bit(1), checked = bit(2), modern = bit(3),
+                   usual = (all / 32 + version) % 2 == 0;
+        if (all % 32 == 0) {
+            Restart();
+            Use(version, false);
+            record = &AppendRow(kind, usual ? 32 : 24);
+        }
         Use(version, modern, bit(4));
         menu.SetEmbossViaDib(!usual); // and more that nobody sets
         COwnerDrawMenu::selectDisabledModern = !usual;
         COwnerDrawMenu::selectDisabledClassic = usual;
         CSurface shown(214, 32), wanted(214, 32);
         const UINT state = (selected ? ODS_SELECTED : 0U) | (grayed ? ODS_GRAYED : 0U) | (checked ? ODS_CHECKED : 0U);
-        DRAWITEMSTRUCT item = ItemOf(record, state, shown.GetHandle());
+        DRAWITEMSTRUCT item = ItemOf(*record, state, shown.GetHandle());
         menu.DrawItem(item);
         const bool shows = selected && (!grayed || usual != modern);
         ::SetViewportOrgEx(wanted.GetHandle(), rowX, rowY, nullptr);
@@ -268,51 +273,47 @@ TEST_F(MenuDrawing, HostileStructuresAndItemsOfOthersAreLeftAlone) {
     const CMenuItemRecord &item = *menu.itemRecords.back(), stranger;
     CSurface shown(214, 32), other(214, 32);
     const CSurface untouched(214, 32);
-    for (int all = 0; all < 16; ++all) {
-        Use(OtherNt, all >= 8);
+    for (UINT state = 0; state < 16; ++state) {
+        Use(OtherNt, state >= 8);
+        DRAWITEMSTRUCT whole = ItemOf(item, state, shown.GetHandle()), nowhere = ItemOf(item, state, nullptr);
+        DRAWITEMSTRUCT flat = ItemOf(item, state, other.GetHandle()),
+                       foreign = ItemOf(stranger, state, shown.GetHandle());
+        flat.rcItem = {rowX, rowY, rowX, rowY};
+        for (DRAWITEMSTRUCT* each : {&whole, &nowhere, &flat}) menu.DrawItem(*each);
+        shown.FillSolidRect(whole.rcItem, nothing);
         for (const ULONG_PTR data : {ULONG_PTR{0}, ULONG_PTR{1}, ~ULONG_PTR{0}, stranger.GetItemData()}) {
-            DRAWITEMSTRUCT foreign = ItemOf(item, all % 8, shown.GetHandle());
             MEASUREITEMSTRUCT measured{ODT_MENU, 0, 0, 5, 5, data};
             foreign.itemData = data;
             menu.DrawItem(foreign);
             menu.MeasureItem(measured);
             EXPECT_TRUE(measured.itemWidth == 5 && measured.itemHeight == 5);
         }
-        DRAWITEMSTRUCT flat = ItemOf(item, all % 8, other.GetHandle()), nowhere = ItemOf(item, all % 8, nullptr);
-        flat.rcItem = {rowX, rowY, rowX, rowY};
-        menu.DrawItem(nowhere);
-        menu.DrawItem(flat);
+        EXPECT_EQ(shown.Differs(untouched), "") << "a foreign item, or text outside of its row";
     }
-    EXPECT_EQ(shown.Differs(untouched), "");
-    DRAWITEMSTRUCT whole = ItemOf(item, 0, shown.GetHandle());
-    menu.DrawItem(whole);
-    shown.FillSolidRect(whole.rcItem, nothing);
-    EXPECT_EQ(shown.Differs(untouched), "") << "text outside of its row";
 }
 
-TEST_F(MenuDrawing, MeasuredSizesAreThoseOfTheTextInTheFontOfTheSystem) {
+TEST_F(MenuDrawing, SizesAreThoseOfTheTextInTheFontOfTheSystem) {
     const std::wstring text = L"&Open\tCtrl+O";
     menu.AppendItem(text.c_str(), MF_STRING, 400, -1);
     menu.AppendItem(L"not measured", MF_SEPARATOR, 0, -1);
     const int bar = ::GetSystemMetrics(SM_CYMENU);
     const CClientDC dc(nullptr);
     const CFont font(MenuFontDescription());
-    for (int all = 0; all < 6; ++all) {
-        constexpr WindowsVersion versions[] = {OtherNt, WindowsXp, HostedWin32};
-        const WindowsVersion version = versions[all / 2];
-        const MenuSize image{16, 15};
-        const bool modern = all % 2 != 0;
-        Use(version, modern);
+    for (const WindowsVersion version : {OtherNt, WindowsXp, HostedWin32}) {
         const CSelectObject selected(dc, version == WindowsXp ? font.GetHandle() : nullptr);
         RECT rect{};
         ::DrawTextW(dc.GetHandle(), text.c_str(), -1, &rect, DT_CALCRECT | DT_SINGLELINE);
-        const int width = version == HostedWin32 ? TextWidthOfHostedWin32(rect.right, text.size())
-                                                 : static_cast<int>(dc.GetTextExtent(text).cx);
-        const MenuSize sizes[] = {MeasuredItem(width, image, modern, true, bar), MeasuredSeparator(image, modern, bar)};
-        for (int i = 0; i < 2; ++i) {
-            MEASUREITEMSTRUCT item{ODT_MENU, 0, 0, 0, 0, menu.itemRecords[i]->GetItemData()};
+        const LONG width = version == HostedWin32 ? TextWidthOfHostedWin32(rect.right, text.size())
+                                                  : dc.GetTextExtent(std::wstring_view(text)).cx;
+        for (const bool modern : {false, true}) {
+            Use(version, modern);
+            MEASUREITEMSTRUCT item{ODT_MENU, 0, 0, 0, 0, menu.itemRecords[0]->GetItemData()}, line = item;
+            line.itemData = menu.itemRecords[1]->GetItemData();
             menu.MeasureItem(item);
-            EXPECT_EQ(CSize(item.itemWidth, item.itemHeight), CSize(sizes[i].width, sizes[i].height)) << all << i;
+            menu.MeasureItem(line);
+            EXPECT_EQ(CSize(item.itemWidth, item.itemHeight),
+                      CSize(width + (modern ? 31 : 33), std::max(bar, modern ? 22 : 19)));
+            EXPECT_EQ(CSize(line.itemWidth, line.itemHeight), CSize(0, std::max(bar / 2, modern ? 11 : 9)));
         }
     }
 }
@@ -320,27 +321,20 @@ TEST_F(MenuDrawing, MeasuredSizesAreThoseOfTheTextInTheFontOfTheSystem) {
 class MenuImages : public MenuDrawing {
 protected:
     // The left half of each image as a letter, a capital for its washed-out companion, `s` for the shadow; the right
-    // half must be transparent.
-    static std::string Shown(const CImageList& list) {
+    // half must be transparent. In the store with the command before it.
+    static std::string Shown(const CImageList& list, const std::vector<UINT>& ids = {}) {
         std::string letters;
         for (int i = 0; i < list.GetImageCount(); ++i) {
             CSurface surface(40, 40);
             list.Draw(surface.GetHandle(), i, 0, 0, ILD_TRANSPARENT);
             const COLORREF colors[] = {red, green, blue, Tint(red, 0.3), Tint(green, 0.3), Tint(blue, 0.3), Shadow()};
             const auto found = std::ranges::find(colors, surface.Pixel(3, 5)) - std::begin(colors);
+            if (!ids.empty()) letters += ' ' + std::to_string(ids.at(i));
             letters += surface.Pixel(list.GetImageSize().cx - 1, 5) == nothing ? "rgbRGBs?"[found] : '!';
         }
         return letters;
     }
-    // "command, image" for each in the store.
-    static std::string Store() {
-        const std::string letters = Shown(COwnerDrawMenu::sharedImages);
-        EXPECT_EQ(letters.size(), COwnerDrawMenu::sharedImageIds.size());
-        std::string text;
-        for (std::size_t i = 0; i < letters.size(); ++i)
-            text += std::to_string(COwnerDrawMenu::sharedImageIds[i]) + letters[i] + ' ';
-        return text;
-    }
+    static std::string Store() { return Shown(COwnerDrawMenu::sharedImages, COwnerDrawMenu::sharedImageIds); }
     int Append(UINT id, int iconId) {
         menu.AppendItem(L"", MF_STRING, id, iconId);
         return menu.itemRecords.back()->sharedIndex;
@@ -349,87 +343,77 @@ protected:
 
 TEST_F(MenuImages, TheStoreKeepsOneSetForEachCommand) {
     const CImageList images = Images({red, blue});
-    const auto add = [&](bool modern, bool raised, int index, UINT id) {
+    const struct {
+        bool modern, raised;
+        int image;
+        UINT id;
+        const char* store;
+    } cases[] = {{true, true, 2, 7, ""},
+                 {true, true, -1, 7, ""},
+                 {true, true, 1, 7, " 7b 7B 7s"},
+                 {false, true, 0, 8, " 7b 7B 7s 8r"},
+                 {true, false, 0, 9, " 7b 7B 7s 8r 9r"},
+                 {true, true, 0, 7, " 7r 7R 7s 8r 9r"},
+                 {true, true, 1, 8, " 7r 7R 7s 8b 9r"}, // stays without companions
+                 {true, true, 0, 5, " 7r 7R 7s 8b 9r 5r 5R 5s"},
+                 {false, true, 1, 5, " 7r 7R 7s 8b 9r 5b 5R 5s"}}; // its companions stay
+    for (const auto& [modern, raised, image, id, store] : cases) {
         Use(OtherNt, modern, raised);
-        return menu.AddSharedImage(images, index, id);
-    };
-    for (const int index : {-1, 2, 1000}) EXPECT_EQ(add(true, true, index, 7), -1);
-    EXPECT_EQ(menu.AddSharedImage(CImageList(), 0, 7), -1);
-    EXPECT_EQ(add(true, true, 1, 7), 0);
-    EXPECT_EQ(add(false, true, 0, 8), 3);
-    EXPECT_EQ(add(true, false, 0, 9), 4);
-    EXPECT_EQ(Store(), "7b 7B 7s 8r 9r ");
-    EXPECT_EQ(add(true, true, 0, 7), 0);
-    EXPECT_EQ(add(true, true, 1, 8), 3) << "stays without companions";
-    EXPECT_EQ(add(true, true, 0, 5), 5);
-    EXPECT_EQ(add(false, true, 1, 5), 5) << "its companions stay";
-    menu.SetImageSize(33, 33);
-    EXPECT_EQ(add(true, true, 0, 6), 8) << "fitted in";
-    EXPECT_EQ(Store(), "7r 7R 7s 8b 9r 5b 5R 5s 6r 6R 6s ");
+        const int place = menu.AddSharedImage(images, image, id);
+        EXPECT_EQ(Store(), store);
+        EXPECT_EQ(place, COwnerDrawMenu::FindSharedImage(id));
+        menu.SetImageSize(menu.imageWidth + 3, 20); // other sizes are fitted in
+    }
     EXPECT_EQ(COwnerDrawMenu::sharedImages.GetImageSize(), CSize(16, 15));
+    EXPECT_EQ(menu.AddSharedImage(CImageList(), 0, 7), -1);
     COwnerDrawMenu::sharedImageIds = {5, 7, 7, 7, 9, 9};
     for (const int i : {-1, 0, 1, 2, 3, 4, 5, 2'000'000'000}) EXPECT_EQ(COwnerDrawMenu::HasRaisedSet(i), i == 1) << i;
-    EXPECT_EQ(COwnerDrawMenu::FindSharedImage(9), 4);
     CImageList copy;
     EXPECT_FALSE(menu.CopyImageToList(nullptr, 0, copy) || menu.CopyImageToList(&images, -1, copy));
     EXPECT_TRUE(menu.CopyImageToList(&images, 2, copy));
     EXPECT_EQ(Shown(copy), "");
-    menu.CopyImageToList(&images, 1, copy);
-    EXPECT_EQ(Shown(copy), "bBs");
 }
 
 TEST_F(MenuImages, FromBitmapsAndToolbars) {
-    EXPECT_EQ(Append(502, IDT_COMMANDS), 0) << "the second image of the toolbar";
-    EXPECT_EQ(Append(600, IDB_CHECK_CLEAR), 3);
-    const int taken[] = {Append(502, -1), Append(601, -1), Append(602, ID_NONE), Append(600, IDT_COMMANDS),
-                         Append(507, IDT_COMMANDS)};
-    EXPECT_EQ(std::vector(std::begin(taken), std::end(taken)), (std::vector{0, -1, -1, 3, -1}));
-    EXPECT_EQ(Store(), "502g 502G 502s 600r 600R 600s ");
+    const std::pair<UINT, int> asked[] = {{502, IDT_COMMANDS}, {600, IDB_CHECK_CLEAR}, {502, -1},          {601, -1},
+                                          {602, ID_NONE},      {600, IDT_COMMANDS},    {507, IDT_COMMANDS}};
+    std::vector<int> taken;
+    for (const auto& [id, resource] : asked) taken.push_back(Append(id, resource));
+    EXPECT_EQ(taken, (std::vector{0, 3, 0, -1, -1, 3, -1}));
+    EXPECT_EQ(Store(), " 502g 502G 502s 600r 600R 600s");
     COwnerDrawMenu* sub = menu.AppendSubMenu(L"More");
     sub->AppendItem(L"Blue", MF_STRING, 503, -1);
-    Append(501, -1);
+    const CMenuItemRecord& record = *sub->itemRecords[0];
     EXPECT_TRUE(menu.LoadToolbarImages(IDT_COMMANDS));
-    EXPECT_EQ(Store(), "502g 502G 502s 600r 600R 600s 501r 501R 501s 503b 503B 503s ");
-    EXPECT_EQ(sub->itemRecords[0]->sharedIndex, 9);
-    EXPECT_STREQ(sub->itemRecords[0]->GetText(), L"Blue");
+    EXPECT_EQ(Store(), " 502g 502G 502s 600r 600R 600s 503b 503B 503s");
+    EXPECT_EQ(record.sharedIndex, 6);
     CImageList list;
     EXPECT_FALSE(menu.AddBitmapToList(list, IDT_COMMANDS));
     list.Create(16, 15, COwnerDrawMenu::imageListFlags, 1, 1);
+    for (const int missing : {ID_NONE, 0, 0x10000, -1}) EXPECT_FALSE(menu.AddBitmapToList(list, missing)) << missing;
     EXPECT_TRUE(menu.AddBitmapToList(list, IDT_COMMANDS));
     EXPECT_EQ(Shown(list), "rgbRs") << "companions of the first";
-    for (const int missing : {ID_NONE, 0, 0x10000, -1}) EXPECT_FALSE(menu.AddBitmapToList(list, missing)) << missing;
     EXPECT_TRUE(menu.ModifyItemByText(L"Green", L"Blue", IDB_CHECK_CLEAR));
-    EXPECT_EQ(Shown(*sub->itemRecords[0]->imageList), "gGs");
-    EXPECT_TRUE(menu.ModifyItemByText(static_cast<const wchar_t*>(nullptr), L"Green", ID_NONE));
-    EXPECT_TRUE(sub->itemRecords[0]->imageList == nullptr && sub->itemRecords[0]->iconId == -1);
+    EXPECT_EQ(Shown(*record.imageList), "gGs");
+    EXPECT_TRUE(menu.ModifyItemByText(L"Blue", L"Green", ID_NONE));
+    EXPECT_TRUE(record.imageList == nullptr && record.iconId == -1);
 
-    const UINT sizes[] = {IDT_SMALL, IDT_SQUARE}, broken[] = {ID_NONE, IDT_COMMANDS};
-    EXPECT_TRUE(menu.LoadToolbarImages(IDT_SMALL) && CSize(menu.imageWidth, menu.imageHeight) == CSize(16, 15));
-    EXPECT_TRUE(menu.LoadToolbarImageSet(sizes, 2) && CSize(menu.imageWidth, menu.imageHeight) == CSize(16, 16));
-    EXPECT_FALSE(menu.LoadToolbarImageSet(broken, 2));
     CMenuToolBar toolbar;
     for (const UINT id : {ID_NONE, IDT_FOREIGN_VERSION, IDT_WITHOUT_STRIP, IDB_CHECK_CLEAR})
         EXPECT_FALSE(menu.LoadToolbarImages(id) || toolbar.LoadToolBar(id)) << id;
     ASSERT_TRUE(toolbar.LoadToolBar(IDT_COMMANDS));
     menu.AddToolbarImages(toolbar, ID_NONE);
-    EXPECT_EQ(sub->itemRecords[0]->imageList, nullptr);
+    EXPECT_EQ(record.imageList, nullptr);
     menu.AddToolbarImages(toolbar, IDT_COMMANDS);
-    EXPECT_EQ(Shown(*sub->itemRecords[0]->imageList), "bBs");
-    EXPECT_TRUE(sub->itemRecords[0]->imageIndex == 0 && sub->itemRecords[0]->iconId == 0);
-    const struct {
-        UINT command, toolbar;
-        int index; // 77 for what isn't written
-        bool found;
-    } cases[] = {{501, IDT_COMMANDS, 77, true}, {502, IDT_COMMANDS, 1, true},   {503, IDT_COMMANDS | 0x50000, 2, true},
-                 {0, IDT_COMMANDS, 77, false},  {504, IDT_COMMANDS, 77, false}, {0x101F6, IDT_COMMANDS, 77, false}};
-    for (const auto& [command, resource, wanted, found] : cases) {
-        int index = 77;
-        EXPECT_EQ(COwnerDrawMenu::LookUpToolbarImage(command, resource, index), found) << command;
-        EXPECT_EQ(index, wanted) << command;
-    }
+    EXPECT_EQ(Shown(*record.imageList), "bBs");
+    EXPECT_TRUE(record.imageIndex == 0 && record.iconId == 0);
+    const UINT sizes[] = {IDT_SMALL, IDT_SQUARE}, broken[] = {ID_NONE, IDT_COMMANDS};
+    EXPECT_TRUE(menu.LoadToolbarImages(IDT_SMALL) && CSize(menu.imageWidth, menu.imageHeight) == CSize(16, 15));
+    EXPECT_TRUE(menu.LoadToolbarImageSet(sizes, 2) && CSize(menu.imageWidth, menu.imageHeight) == CSize(16, 16));
+    EXPECT_FALSE(menu.LoadToolbarImageSet(broken, 2));
 }
 
-TEST_F(MenuImages, ColorsOfTheSystemCheckImagesAndSwatches) {
+TEST_F(MenuImages, CheckImagesColorsOfTheSystemSwatchesAndWhatIsEmbossed) {
     menu.LoadCheckImages(0, IDB_CHECK_SELECTED);
     menu.LoadCheckImages(IDB_CHECK_CLEAR, -1);
     EXPECT_TRUE(menu.checkImages == nullptr && menu.checkClearId == -1);
@@ -444,91 +428,55 @@ TEST_F(MenuImages, ColorsOfTheSystemCheckImagesAndSwatches) {
 
     CImageList list;
     list.Create(16, 16, COwnerDrawMenu::imageListFlags, 1, 1);
-    Use(OtherNt, false);
     menu.SetMaskColor(RGB(1, 2, 3));
     EXPECT_TRUE(menu.AddBitmapToList(list, IDT_SQUARE));
-    CSurface square(16, 16), swatch(16, 15), wanted(16, 15);
+    CSurface square(16, 16), swatch(16, 15), wanted(16, 15), masked(20, 8), nearest(20, 8);
     list.Draw(square.GetHandle(), 0, 0, 0, ILD_TRANSPARENT);
     // Black, silver, grey, white, and red, which has no meaning.
-    const std::pair<int, COLORREF> cases[] = {{0, Sys(COLOR_BTNTEXT)},
-                                              {2, Sys(COLOR_BTNFACE)},
-                                              {8, red},
-                                              {12, Sys(COLOR_BTNSHADOW)},
-                                              {14, Sys(COLOR_BTNHIGHLIGHT)}};
-    for (const auto& [x, color] : cases) EXPECT_EQ(square.Pixel(x, 3), color) << x;
+    const std::pair<int, COLORREF> colors[] = {{0, Sys(COLOR_BTNTEXT)},
+                                               {2, Sys(COLOR_BTNFACE)},
+                                               {8, red},
+                                               {12, Sys(COLOR_BTNSHADOW)},
+                                               {14, Sys(COLOR_BTNHIGHLIGHT)}};
+    for (const auto& [x, color] : colors) EXPECT_EQ(square.Pixel(x, 3), color) << x;
+    const COLORREF back = nothing, light = Sys(COLOR_3DHIGHLIGHT), shadow = Sys(COLOR_3DSHADOW);
+    const COLORREF kept[] = {shadow, back, shadow, back, back}, fine[] = {shadow, back, shadow, shadow, back};
+    const CBitmap& bitmap = square.Take();
+    COwnerDrawMenu::EmbossImage(masked, 2, 2, 15, 1, bitmap, 0, 3, back);
+    COwnerDrawMenu::EmbossImageDib(nearest, 2, 2, 15, 1, bitmap, 0, 3, back);
+    for (std::size_t i = 0; i < 5; ++i) {
+        const int x = colors[i].first;
+        EXPECT_EQ(masked.Pixel(x + 2, 2), fine[i]) << x;
+        EXPECT_EQ(masked.Pixel(x + 3, 3), fine[i] == back ? back : light) << x;
+        EXPECT_EQ(nearest.Pixel(x + 2, 2), kept[i]) << x;
+    }
 
     constexpr SIZE small{8, 8};
-    menu.AppendItem(L"", MF_STRING, 700, -1);
+    Append(700, -1);
     for (const int hatch : {-1, HS_CROSS}) {
         EXPECT_TRUE(menu.ModifyItem(L"", 700, red, blue, hatch, hatch == -1 ? &small : nullptr));
-        swatch.FillSolidRect({0, 0, 16, 15}, Sys(COLOR_MENU));
+        swatch.FillSolidRect({0, 0, 16, 15}, nothing);
         wanted.FillSolidRect({0, 0, 16, 15}, Sys(COLOR_MENU));
         COwnerDrawMenu::sharedImages.Draw(swatch.GetHandle(), 0, 0, 0, ILD_TRANSPARENT);
         const CRect area = hatch == -1 ? CRect(4, 3, 12, 11) : CRect(0, 0, 16, 15);
-        wanted.FillSolidRect(area, RGB(255, 255, 255));
         const CGdiObject brush(hatch == -1 ? ::CreateSolidBrush(red) : ::CreateHatchBrush(hatch, red));
-        const CSelectObject selected(wanted, brush.GetHandle());
-        ::PatBlt(wanted.GetHandle(), area.left, area.top, area.Width(), area.Height(), PATCOPY);
+        ::SetBkColor(wanted.GetHandle(), RGB(255, 255, 255));
+        ::FillRect(wanted.GetHandle(), &area, static_cast<HBRUSH>(brush.GetHandle()));
         wanted.Draw3dRect(area, blue, blue);
         EXPECT_EQ(swatch.Differs(wanted), "") << hatch;
     }
-}
-
-TEST_F(MenuImages, OnlyTheFaceColorIsGroundOfCompanionsAndOfWhatIsEmbossed) {
-    const COLORREF face = Sys(COLOR_3DFACE), light = Sys(COLOR_3DHIGHLIGHT), pale = RGB(250, 250, 200);
-    const COLORREF shadow = Sys(COLOR_3DSHADOW), close = face ^ 0x010000;
-    const auto row = [](const CSurface& surface, int y) {
-        std::vector<COLORREF> colors;
-        for (int x = 2; x < 7; ++x) colors.push_back(surface.Pixel(x, y));
-        return colors;
-    };
-    const auto fill = [&](CSurface& surface) {
-        const COLORREF pixels[] = {0, face, light, pale, close};
-        for (int x = 0; x < 5; ++x) ::SetPixel(surface.GetHandle(), x + 2, 1, pixels[x]);
-    };
-    using Colors = std::vector<COLORREF>;
-    for (const WindowsVersion version : {OtherNt, WindowsXp}) {
-        Use(version, true);
-        for (const bool washes : {true, false}) {
-            CSurface image(8, 3), result(8, 3);
-            fill(image);
-            CBitmap bitmap(::CreateCompatibleBitmap(image.GetHandle(), 8, 3));
-            {
-                const CSelectObject selected(result, bitmap.GetHandle());
-                ::BitBlt(result.GetHandle(), 0, 0, 8, 3, image.GetHandle(), 0, 0, SRCCOPY);
-            }
-            washes ? COwnerDrawMenu::MakeWashedImage(bitmap) : COwnerDrawMenu::MakeShadowImage(bitmap);
-            const CSelectObject selected(result, bitmap.GetHandle());
-            Colors wanted{0, face, light, pale, close};
-            for (COLORREF& color : wanted) color = color == face ? face : washes ? Tint(color, 0.3) : Shadow();
-            EXPECT_EQ(row(result, 1), wanted);
-        }
-    }
-    CSurface image(8, 3), masked(20, 8), nearest(20, 8);
-    fill(image);
-    const CBitmap& bitmap = image.Take();
-    COwnerDrawMenu::EmbossImage(masked, 2, 2, 4, 1, bitmap, 2, 1, blue);
-    EXPECT_EQ(row(masked, 2), (Colors{shadow, blue, blue, shadow, nothing}));
-    EXPECT_EQ(row(masked, 3), (Colors{nothing, light, blue, blue, light}));
-    COwnerDrawMenu::EmbossImageDib(nearest, 2, 2, 4, 1, bitmap, 2, 1, blue);
-    EXPECT_EQ(row(nearest, 2), (Colors{shadow, blue, blue, blue, nothing})) << "what is nearer to white is ground too";
-    EXPECT_EQ(row(nearest, 3), (Colors{nothing, light, nothing, nothing, nothing}));
 }
 
 TEST_F(MenuImages, NeitherPaintingNorAddingLosesAnObject) {
     const CImageList images = Images({red});
     CSurface shown(214, 32);
     ExpectNoGdiObjectLost(20, [&] {
-        CImageList list;
         for (const bool modern : {false, true}) {
             Use(OtherNt, modern);
-            menu.AddSharedImage(images, 0, 7);
-            menu.AppendItem(L"Open\tCtrl+O", MF_STRING, 501, IDT_COMMANDS);
-            menu.AppendItem(L"", MF_STRING, 8, &images, 0);
-            menu.CopyImageToList(&images, 0, list);
-            menu.AddBitmapToList(list, IDT_SQUARE);
-            menu.LoadCheckImages(IDB_CHECK_CLEAR, IDB_CHECK_SELECTED);
-            menu.ModifyItem(L"", 8, red, blue, -1);
+            for (const std::string_view kind : rows) AppendRow(kind, 32);
+            Append(501, IDT_COMMANDS);
+            menu.ModifyItemByText(L"Another of the id", L"", IDT_SQUARE);
+            menu.ModifyItem(L"", 400, red, blue, -1);
             for (const UINT state : {0, ODS_SELECTED, ODS_GRAYED, ODS_CHECKED}) {
                 menu.SetEmbossViaDib(!menu.GetEmbossViaDib());
                 for (const auto& record : menu.itemRecords) {
@@ -546,45 +494,34 @@ TEST_F(MenuImages, NeitherPaintingNorAddingLosesAnObject) {
 
 TEST(SkinMenu, RowsInItsOwnColors) {
     CSkinMenu menu;
-    menu.backColor = 0x101010;
-    menu.selectColor = 0x2000FF;
-    menu.stripeColor = 0x3080A0;
-    menu.frameColor = 0x40F000;
-    menu.selectTextColor = 0x507090;
+    COLORREF* const colors[] = {&menu.backColor, &menu.selectColor, &menu.stripeColor, &menu.frameColor,
+                                &menu.selectTextColor};
+    for (COLORREF i = 0; i < 5; ++i) *colors[i] = 0x102030 * i + 0x0F00F0;
     for (int all = 0; all < 24; ++all) {
-        const bool selected = (all & 1) != 0, checked = (all & 2) != 0;
+        const bool selected = (all & 1) != 0, checked = (all & 2) != 0, bar = selected && all < 16;
         const UINT action = all < 8 ? ODA_DRAWENTIRE : all < 16 ? ODA_SELECT : ODA_FOCUS;
-        const char* const text = (all & 4) != 0 ? "Menu" : nullptr;
+        const std::string text = (all & 4) != 0 ? "Menu" : "";
         const UINT state = (selected ? ODS_SELECTED : 0U) | (checked ? ODS_CHECKED : 0U);
+        const auto data = text.empty() ? 0 : reinterpret_cast<ULONG_PTR>(text.c_str());
         CSurface shown(100, 36), wanted(100, 36);
-        DRAWITEMSTRUCT item{ODT_MENU,
-                            0,
-                            0,
-                            action,
-                            state,
-                            nullptr,
-                            shown.GetHandle(),
-                            {2, 3, 92, 31},
-                            reinterpret_cast<ULONG_PTR>(text)};
+        DRAWITEMSTRUCT item{ODT_MENU, 0, 0, action, state, nullptr, shown.GetHandle(), {2, 3, 92, 31}, data};
         menu.DrawItem(item);
-        const bool bar = selected && action != ODA_FOCUS;
-        const auto mixed = [&](COLORREF first, COLORREF second) { return CSkinMenu::BlendColors(first, second, 140); };
-        const COLORREF tint = mixed(menu.selectColor, menu.backColor);
+        const COLORREF frame = menu.frameColor, tint = MixedColor(menu.selectColor, menu.backColor, 140);
         wanted.SetBkMode(TRANSPARENT);
         wanted.FillSolidRect({2, 3, 92, 31}, menu.backColor);
         wanted.FillSolidRect({2, 3, 30, 31}, menu.stripeColor);
-        if (bar) Framed(wanted, {3, 4, 91, 30}, menu.selectColor, menu.frameColor, menu.frameColor);
+        if (bar) Framed(wanted, {3, 4, 91, 30}, menu.selectColor, frame, frame);
         if (checked) {
-            Framed(wanted, {5, 6, 27, 28}, selected ? mixed(menu.selectColor, tint) : tint, menu.frameColor,
-                   menu.frameColor);
+            Framed(wanted, {5, 6, 27, 28}, selected ? CSkinMenu::BlendColors(menu.selectColor, tint, 140) : tint, frame,
+                   frame);
             Text(wanted, L"\u221A", {6, 7, 26, 27}, 0, DT_CENTER);
         }
         const CRect place = bar ? CRect(31, 5, 90, 29) : CRect(31, 3, 92, 31);
-        if (text != nullptr) Text(wanted, L"Menu", place, selected ? menu.selectTextColor : 0);
+        Text(wanted, ToWide(text), place, selected ? menu.selectTextColor : 0);
         EXPECT_EQ(shown.Differs(wanted), "") << all;
-        MEASUREITEMSTRUCT measured{ODT_MENU, 0, 0, 0, 0, item.itemData};
+        MEASUREITEMSTRUCT measured{ODT_MENU, 0, 0, 0, 0, data};
         menu.MeasureItem(measured);
-        const LONG width = CClientDC(nullptr).GetTextExtent(std::string_view(text != nullptr ? text : "")).cx;
+        const LONG width = CClientDC(nullptr).GetTextExtent(std::string_view(text)).cx;
         EXPECT_EQ(CSize(measured.itemWidth, measured.itemHeight), CSize(width + 28, 28));
     }
     const HMENU handle = ::CreatePopupMenu();
