@@ -13,27 +13,24 @@
 namespace {
 
 TEST(MenuColors, Blends) {
-    const double factors[] = {0.25, 0.3, 0.7, 0.85, 1, 0, 1.0001, -0.1, std::numeric_limits<double>::quiet_NaN()};
-    for (unsigned from = 0; from < 256; ++from) {
-        const unsigned to = from * 7 % 256;
-        const std::uint32_t color = from | to << 8 | (255 - from) << 16;
-        for (const double factor : factors) {
-            const bool counts = factor > 0 && factor <= 1;
-            std::uint32_t white = 0, black = 0;
-            for (unsigned place = 1; place < 0x1000000; place *= 256) {
-                const unsigned channel = color / place % 256;
-                white += place * (counts ? static_cast<unsigned>((255 - channel) * factor + channel) : channel);
-                black += place * (counts ? static_cast<unsigned>(channel - channel * factor) : channel);
-            }
-            ASSERT_EQ(BlendedTowardWhite(color, factor), white) << color << ' ' << factor;
-            ASSERT_EQ(BlendedTowardBlack(color, factor), black) << color << ' ' << factor;
+    const auto each = [](std::uint32_t color, auto change) {
+        return change(color & 0xFF, 0U) | change(color >> 8 & 0xFF, 8U) << 8 | change(color >> 16, 16U) << 16;
+    };
+    for (std::uint32_t from = 0; from < 256; ++from) {
+        const std::uint32_t color = from | from * 7 % 256 << 8 | (255 - from) << 16, other = color * 5 & 0xFFFFFF;
+        for (const double factor :
+             {0.25, 0.3, 0.7, 0.85, 1.0, 0.0, 1.0001, -0.1, std::numeric_limits<double>::quiet_NaN()}) {
+            const double part = factor > 0 && factor <= 1 ? factor : 0;
+            const auto white = [&](unsigned c, unsigned) { return static_cast<unsigned>((255 - c) * part + c); };
+            const auto black = [&](unsigned c, unsigned) { return static_cast<unsigned>(c - c * part); };
+            ASSERT_EQ(BlendedTowardWhite(color, factor), each(color, white)) << color << ' ' << factor;
+            ASSERT_EQ(BlendedTowardBlack(color, factor), each(color, black)) << color << ' ' << factor;
         }
         for (unsigned weight = 0; weight < 256; weight += 5) {
-            const auto mixed = [weight](unsigned first, unsigned second) {
-                return (first * (255 - weight) + second * weight) / 255;
+            const auto mix = [&](unsigned c, unsigned at) {
+                return (c * (255 - weight) + (other >> at & 0xFF) * weight) / 255;
             };
-            const std::uint32_t wanted = mixed(from, to) | mixed(to, 255 - from) << 8 | mixed(255 - from, 3) << 16;
-            ASSERT_EQ(MixedColor(color, to | (255 - from) << 8 | 3 << 16, static_cast<std::uint8_t>(weight)), wanted);
+            ASSERT_EQ(MixedColor(color, other, static_cast<std::uint8_t>(weight)), each(color, mix)) << weight;
         }
     }
 }
@@ -94,14 +91,12 @@ TEST(MenuLayout, BothLooksAreLaidOutByPlainFormulas) {
 }
 
 TEST(MenuLayout, TextIsPartedAtItsFirstAndLastTab) {
-    const struct {
-        const wchar_t *text, *caption, *accelerator;
-    } cases[] = {{L"", L"", L""},          {L"Open", L"Open", L""}, {L"Open\tCtrl+O", L"Open", L"Ctrl+O"},
-                 {L"a\tb\tc", L"a", L"c"}, {L"\tx", L"", L"x"},     {L"x\t", L"x", L""}};
-    for (const auto& [text, caption, accelerator] : cases) {
+    for (const std::wstring_view text : {L"", L"Open", L"Open\tCtrl+O", L"a\tb\tc", L"\tx", L"x\t"}) {
+        const auto first = text.find(L'\t'), last = text.rfind(L'\t');
+        const bool parted = first != std::wstring_view::npos;
         const MenuTextParts parts = SplitMenuText(text);
-        EXPECT_TRUE(parts.caption == caption && parts.accelerator == accelerator) << testing::PrintToString(text);
-        EXPECT_EQ(parts.hasTab, std::wstring_view(text).find(L'\t') != std::wstring_view::npos);
+        EXPECT_TRUE(parts.caption == text.substr(0, first) && parts.hasTab == parted) << first;
+        EXPECT_TRUE(parts.accelerator == (parted ? text.substr(last + 1) : L"")) << first;
     }
 }
 
@@ -124,34 +119,28 @@ TEST(MenuItemLook, BoxesOfEveryStateFollowTheFirstRuleThatHolds) {
         {"", {Ground, Ground, Ground, P::Washed, 0}, P::Normal, {Ground, Ground, Ground, P::Normal, 0}},
     };
     for (int all = 0; all < 3 * 9 * 16; ++all) {
-        const int bits = all % 16, ids = all / 16 % 9;
-        const MenuItemState state{all / 144 - 1,   ids % 3 - 1,     ids / 3 - 1,    (bits & 1) != 0,
-                                  (bits & 2) != 0, (bits & 4) != 0, (bits & 8) != 0};
-        const bool shows = state.checked && state.iconId == -1 &&
-                           (state.checkClearId == 1 || (state.checkSelectedId == 1 && state.selected));
-        const bool pictured = state.iconId != -1;
-        std::string letters = shows ? "k" : pictured ? "i" : "";
-        if (state.hasCheckImages) letters += 'l';
-        if (state.selected) letters += 's';
-        if (state.grayed) letters += 'g';
-        if (state.checked) letters += 'c';
+        const auto bit = [all](int number) { return (all >> number & 1) != 0; };
+        const int ids = all / 16 % 9;
+        const MenuItemState state{all / 144 - 1, ids % 3 - 1, ids / 3 - 1, bit(0), bit(1), bit(2), bit(3)};
+        const bool shows = state.checked && state.iconId == -1 && (ids / 3 == 2 || (ids % 3 == 2 && state.selected));
+        std::string letters = shows ? "k" : state.iconId != -1 ? "i" : "";
+        for (int i = 0; i < 4; ++i) letters += bit(i) ? "lsgc"[i] : ' ';
         SCOPED_TRACE(letters);
         EXPECT_EQ(state.UsesCheckImage(), shows);
-        EXPECT_EQ(state.HasImage(), pictured);
-        EXPECT_EQ(state.ShowsTick(), state.checked && !shows && !pictured);
-        const auto rule = std::find_if(std::begin(rules), std::end(rules), [&](const auto& each) {
+        EXPECT_EQ(state.HasImage(), letters[0] == 'i');
+        EXPECT_EQ(state.ShowsTick(), state.checked && !shows && state.iconId == -1);
+        const auto& rule = *std::ranges::find_if(rules, [&](const auto& each) {
             return std::string_view(each.letters).find_first_not_of(letters) == std::string_view::npos;
         });
-        MenuBox wanted = rule->modern;
-        EXPECT_EQ(ModernBox(state, true), wanted);
-        wanted.picture = rule->plain;
-        EXPECT_EQ(ModernBox(state, false), wanted);
-        EXPECT_EQ(ClassicBox(state, true), rule->classic);
-        wanted = rule->classic;
-        for (MenuTint* side : {&wanted.frameTopLeft, &wanted.frameBottomRight}) {
-            if (*side == Light || *side == Shadow) *side = None;
-        }
-        EXPECT_EQ(ClassicBox(state, false), wanted);
+        const auto without = [](MenuTint tint) { return tint == Light || tint == Shadow ? None : tint; };
+        const auto& [letter, modern, plain, classic] = rule;
+        EXPECT_EQ(ModernBox(state, true), modern);
+        EXPECT_EQ(ModernBox(state, false),
+                  (MenuBox{modern.fill, modern.frameTopLeft, modern.frameBottomRight, plain, modern.shift}));
+        EXPECT_EQ(ClassicBox(state, true), classic);
+        EXPECT_EQ(ClassicBox(state, false),
+                  (MenuBox{classic.fill, without(classic.frameTopLeft), without(classic.frameBottomRight),
+                           classic.picture, classic.shift}));
     }
     for (int all = 0; all < 36; ++all) {
         const bool palette = all % 2 == 0, themed = all / 2 % 2 == 0;
@@ -162,19 +151,17 @@ TEST(MenuItemLook, BoxesOfEveryStateFollowTheFirstRuleThatHolds) {
 }
 
 TEST(ResourceBitmap, CountsColors) {
-    const struct {
-        unsigned bits, used, count;
-    } cases[] = {{1, 0, 2},  {4, 0, 16}, {8, 0, 256},           {24, 0, 0},           {0, 0, 0}, {2, 0, 0},
-                 {32, 0, 0}, {4, 5, 5},  {8, 0x10010, 0x10010}, {1, 0x30000, 0x30000}};
-    for (const auto& [bits, used, count] : cases) {
-        std::vector<std::byte> header(40);
-        header[14] = static_cast<std::byte>(bits);
-        for (unsigned i = 0; i < 4; ++i) header[32 + i] = static_cast<std::byte>(used >> 8 * i);
-        EXPECT_EQ(BitmapColorCount(header), count) << bits << ' ' << used;
-        header.pop_back();
-        EXPECT_EQ(BitmapColorCount(header), 0U);
+    for (const unsigned bits : {0U, 1U, 2U, 4U, 8U, 16U, 24U, 32U}) {
+        for (const unsigned used : {0U, 5U, 0x10010U, 0x30000U}) {
+            std::vector<std::byte> header(40);
+            header[14] = static_cast<std::byte>(bits);
+            for (unsigned i = 0; i < 4; ++i) header[32 + i] = static_cast<std::byte>(used >> 8 * i);
+            const unsigned own = bits == 1 || bits == 4 || bits == 8 ? 1U << bits : 0;
+            EXPECT_EQ(BitmapColorCount(header), used != 0 ? used : own) << bits;
+            header.pop_back();
+            EXPECT_EQ(BitmapColorCount(header), 0U);
+        }
     }
-    EXPECT_EQ(BitmapColorCount({}), 0U);
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "menu/ToolbarResource.h"
+#include "ResourceFaults.h"
 #include "menu/WindowsVersion.h"
 #include "support/Seed.h"
 
@@ -36,137 +36,103 @@ unsigned Below(std::mt19937& random, unsigned end) {
     return static_cast<unsigned>(random() % end);
 }
 
-// A menu of random items, pop-ups among them down to some level.
-void AddMenu(CTemplateBytes& to, std::mt19937& random, int levels) {
+// A menu of random items, pop-ups among them down to some level, and what is to be read from it.
+void AddMenu(CTemplateBytes& to, std::vector<MenuTemplateItem>& items, std::mt19937& random, int level) {
     for (unsigned left = Below(random, 4) + 1; left-- > 0;) {
-        const bool opens = levels > 0 && Below(random, 3) == 0;
-        const unsigned flags = Below(random, 2) * 0x09 | Below(random, 3) / 2 * 0x804 | (left == 0 ? last : 0);
-        to.Item(flags | (opens ? popup : 0), Below(random, 0x10000), std::u16string(Below(random, 4), u'二'));
-        if (opens) AddMenu(to, random, levels - 1);
+        const bool opens = level < 4 && Below(random, 3) == 0;
+        const unsigned flags = Below(random, 2) * 0x09 | Below(random, 3) / 2 * 0x804, id = Below(random, 0x10000);
+        const std::u16string text(Below(random, 4), u'二');
+        to.Item(flags | (opens ? popup : 0) | (left == 0 ? last : 0), id, text);
+        const unsigned kept = (flags & 0x809) | (opens ? popup : 0), keptId = opens ? 0 : id;
+        items.push_back({level, static_cast<std::uint16_t>(kept), static_cast<std::uint16_t>(keptId), text, 0});
+        if (opens) AddMenu(to, items, random, level + 1);
     }
+    ++items.back().closedLevels;
 }
 
-// Reads a menu the plain way, level by level.
-class CPlainReader {
-public:
-    explicit CPlainReader(const Bytes& resource) : bytes(resource) {
-        const unsigned version = Word(), header = Word();
-        sound = sound && version == 0 && at + header <= bytes.size();
-        at += header;
-        if (sound) ReadLevel(1);
-        sound = sound && bytes.size() - at < 4;
-        for (; sound && at < bytes.size(); ++at) sound = bytes[at] == std::byte{0};
-    }
-
-    std::vector<MenuTemplateItem> items;
-    bool sound = true;
-
-private:
-    unsigned Word() {
-        sound = sound && at + 2 <= bytes.size();
-        if (!sound) return 0;
-        at += 2;
-        return std::to_integer<unsigned>(bytes[at - 2]) | std::to_integer<unsigned>(bytes[at - 1]) << 8;
-    }
-    void ReadLevel(int level) {
-        for (bool ended = false; sound && !ended;) {
-            const unsigned flags = Word();
-            ended = (flags & last) != 0;
-            const bool opens = (flags & popup) != 0;
-            const unsigned id = opens ? 0 : Word();
-            std::u16string text;
-            while (const unsigned character = Word()) text += static_cast<char16_t>(character);
-            sound = sound && !(opens && level == deepestMenuLevel);
-            items.push_back(
-                {level, static_cast<std::uint16_t>(flags & ~0x84U), static_cast<std::uint16_t>(id), text, 0});
-            if (opens) ReadLevel(level + 1);
-        }
-        ++items.back().closedLevels;
-    }
-
-    const Bytes& bytes;
-    std::size_t at = 0;
-};
-
-void ExpectAsPlain(const Bytes& bytes) {
-    const CPlainReader plain(bytes);
-    const auto items = ParseMenuTemplate(bytes);
-    ASSERT_EQ(items.has_value(), plain.sound) << testing::PrintToString(bytes);
-    if (!items) return;
-    ASSERT_EQ(items->size(), plain.items.size());
-    for (std::size_t i = 0; i < items->size(); ++i) {
-        const MenuTemplateItem &shown = (*items)[i], &wanted = plain.items[i];
-        EXPECT_TRUE(shown.level == wanted.level && shown.flags == wanted.flags && shown.id == wanted.id &&
-                    shown.text == wanted.text && shown.closedLevels == wanted.closedLevels)
-            << i << " of " << testing::PrintToString(bytes);
-    }
-}
-
-TEST(MenuTemplate, ReadsAsAPlainReaderDoesWhatIsSoundAndWhatIsNot) {
+TEST(MenuTemplate, RandomMenusAreReadAsTheyWereLaidOut) {
     const unsigned seed = TestSeed();
     SCOPED_TRACE(SeedText(seed));
     std::mt19937 random(seed);
     for (int round = 0; round < 300 && !testing::Test::HasFailure(); ++round) {
         CTemplateBytes made;
-        const unsigned header = Below(random, 8) / 7 * 2;
-        made.Words({0, header});
-        if (header != 0) made.Words({0xFFFF});
-        AddMenu(made, random, 3);
-        ASSERT_TRUE(ParseMenuTemplate(made.bytes));
-        ExpectAsPlain(made.bytes);
-        for (std::size_t length = 0; length < made.bytes.size(); ++length)
-            EXPECT_FALSE(ParseMenuTemplate(Bytes(made.bytes.begin(), made.bytes.begin() + static_cast<long>(length))));
+        made.Words({0, round % 2 == 0 ? 0U : 2U});
+        if (round % 2 != 0) made.Words({0xFFFF}); // something before the first item
+        std::vector<MenuTemplateItem> wanted;
+        AddMenu(made, wanted, random, 1);
+        Bytes bytes = made.bytes;
+        for (int padding = 0; padding < 5; ++padding, bytes.push_back(std::byte{0})) {
+            const auto items = ParseMenuTemplate(bytes);
+            ASSERT_EQ(items.has_value(), padding < 4) << padding;
+            if (!items) continue;
+            ASSERT_EQ(items->size(), wanted.size());
+            for (std::size_t i = 0; i < items->size(); ++i) {
+                const MenuTemplateItem &shown = (*items)[i], &want = wanted[i];
+                EXPECT_TRUE(shown.level == want.level && shown.flags == want.flags && shown.id == want.id);
+                EXPECT_TRUE(shown.text == want.text && shown.closedLevels == want.closedLevels);
+            }
+        }
+        for (bytes = made.bytes; !bytes.empty();) {
+            bytes.pop_back();
+            EXPECT_FALSE(ParseMenuTemplate(bytes)) << bytes.size() << " of " << made.bytes.size();
+        }
         for (int change = 0; change < 20; ++change) {
-            Bytes bytes = made.bytes;
-            for (unsigned zeros = Below(random, 6); zeros > 0 && change % 4 == 0; --zeros)
-                bytes.push_back(std::byte{0});
+            bytes = made.bytes;
             constexpr unsigned values[] = {0, 1, 2, 0x10, 0x80, 0x90, 0xFF};
-            bytes[random() % bytes.size()] = static_cast<std::byte>(values[random() % std::size(values)]);
-            ExpectAsPlain(bytes);
+            bytes[Below(random, 0x10000) % bytes.size()] = static_cast<std::byte>(values[Below(random, 7)]);
+            EXPECT_EQ(FaultOfMenu(bytes), "");
         }
     }
 }
 
-TEST(MenuTemplate, DepthAndLengthHaveTheirLimits) {
+TEST(MenuTemplate, AcceptsAndRefuses) {
     const auto nested = [](int levels) {
-        CTemplateBytes bytes;
-        bytes.Words({0, 0});
+        CTemplateBytes bytes = CTemplateBytes().Words({0, 0});
         for (int level = 1; level < levels; ++level) bytes.Item(last | popup, 0, u"deeper");
-        return bytes.Item(last, 1, u"deepest").bytes;
+        return bytes.Item(last, 1, u"deepest");
     };
-    const auto deepest = ParseMenuTemplate(nested(16));
-    ASSERT_TRUE(deepest);
-    EXPECT_EQ(deepest->back().closedLevels, 16);
-    for (const int levels : {17, 1'000}) EXPECT_FALSE(ParseMenuTemplate(nested(levels))) << levels;
-    const std::u16string longText(65'536, u'x');
-    const auto items = ParseMenuTemplate(CTemplateBytes().Words({0, 0}).Item(last, 1, longText).bytes);
-    EXPECT_TRUE(items && items->front().text == longText);
-    EXPECT_FALSE(ParseMenuTemplate(CTemplateBytes().Words({1, 4, 0, 0}).Item(last, 1, u"a").bytes)) << "extended form";
+    const auto menu = [] { return CTemplateBytes().Words({0, 0}); };
+    const struct {
+        CTemplateBytes bytes;
+        bool accepted;
+    } cases[] = {{nested(16), true},
+                 {nested(17), false},
+                 {nested(1'000), false},
+                 {menu().Item(last, 1, std::u16string(65'536, u'x')), true},
+                 {menu().Item(last, 1, u"a").Words({1}), false},                   // padding that isn't zero
+                 {menu().Item(last, 1, u"a").Item(last, 2, u"b"), false},          // an end mark too early
+                 {menu().Item(popup, 0, u"a").Item(last, 2, u"b"), false},         // none of the outer level
+                 {CTemplateBytes().Words({0, 0xFFFF}).Item(last, 1, u"a"), false}, // a header beyond the end
+                 {CTemplateBytes().Words({1, 0}).Item(last, 1, u"a"), false},
+                 {CTemplateBytes().Words({2, 0}).Item(last, 1, u"a"), false}};
+    for (const auto& each : cases)
+        EXPECT_EQ(ParseMenuTemplate(each.bytes.bytes).has_value(), each.accepted) << &each - cases;
 }
 
 TEST(ToolbarResource, GivesSizeAndCommandsUpToItsCount) {
-    const struct {
-        unsigned version, width, height, count;
-        bool accepted;
-    } cases[] = {{1, 16, 15, 5, true},      {1, 16, 15, 4, true},    {1, 16, 15, 0, true},  {1, 256, 256, 1, true},
-                 {1, 16, 15, 6, false},     {2, 16, 15, 1, false},   {0, 16, 15, 1, false}, {1, 0, 15, 1, false},
-                 {1, 16, 0, 1, false},      {1, 257, 1, 1, false},   {1, 1, 257, 1, false}, {1, 1, 1, 0xFFFF, false},
-                 {1, 0xFFFF, 15, 1, false}, {1, 1, 0xFFFF, 1, false}};
-    const std::vector<std::uint16_t> commands{100, 0, 101, 0xFFFF, 101};
-    for (const auto& [version, width, height, count, accepted] : cases) {
-        SCOPED_TRACE(std::to_string(version) + " " + std::to_string(width) + " " + std::to_string(count));
-        Bytes bytes = CTemplateBytes().Words({version, width, height, count, 100, 0, 101, 0xFFFF, 101}).bytes;
-        const auto toolbar = ParseToolbarResource(bytes);
-        ASSERT_EQ(toolbar.has_value(), accepted);
-        if (!accepted) continue;
-        EXPECT_TRUE(toolbar->imageWidth == static_cast<int>(width) && toolbar->imageHeight == static_cast<int>(height));
-        EXPECT_EQ(toolbar->ids, std::vector(commands.begin(), commands.begin() + static_cast<int>(count)));
-        for (bytes.resize(8 + 2 * count); !bytes.empty();) {
-            bytes.pop_back();
-            EXPECT_FALSE(ParseToolbarResource(bytes)) << bytes.size();
+    const std::vector<std::uint16_t> ids{100, 0, 101, 0xFFFF, 101};
+    for (const unsigned version : {0, 1, 2}) {
+        for (const unsigned width : {0, 1, 256, 257, 0xFFFF}) {
+            for (const unsigned height : {0, 1, 256, 257, 0xFFFF}) {
+                for (const unsigned count : {0, 3, 5, 6, 0xFFFF}) {
+                    Bytes bytes =
+                        CTemplateBytes().Words({version, width, height, count, 100, 0, 101, 0xFFFF, 101}).bytes;
+                    const auto toolbar = ParseToolbarResource(bytes);
+                    const bool sized = width > 0 && width <= 256 && height > 0 && height <= 256;
+                    ASSERT_EQ(toolbar.has_value(), version == 1 && sized && count <= 5) << version << width << height;
+                    if (!toolbar) continue;
+                    EXPECT_TRUE(toolbar->imageWidth == static_cast<int>(width));
+                    EXPECT_TRUE(toolbar->imageHeight == static_cast<int>(height));
+                    EXPECT_EQ(toolbar->ids, std::vector(ids.begin(), ids.begin() + static_cast<int>(count)));
+                    for (bytes.resize(8 + 2 * count); !bytes.empty();) {
+                        bytes.pop_back();
+                        EXPECT_FALSE(ParseToolbarResource(bytes)) << bytes.size();
+                    }
+                }
+            }
         }
     }
-    const ToolbarResource toolbar{16, 15, commands};
+    const ToolbarResource toolbar{16, 15, ids};
     const std::pair<unsigned, int> buttons[] = {{100, 0}, {0, -1}, {101, 2}, {0xFFFF, 3}, {102, -1}, {0x10064, -1}};
     for (const auto& [id, button] : buttons) EXPECT_EQ(toolbar.ButtonIndex(id), button) << id;
     const int images[] = {-1, 0, -1, 1, 2, 3, -1};
@@ -174,31 +140,20 @@ TEST(ToolbarResource, GivesSizeAndCommandsUpToItsCount) {
 }
 
 TEST(WindowsVersion, EverySystemHasItsCode) {
-    constexpr std::uint32_t notNt = 0x80000000;
-    const struct {
-        std::uint32_t versionWord;
-        std::optional<SystemVersion> details;
-        WindowsVersion code;
-    } cases[] = {
-        {notNt | 0x0A03, SystemVersion{3, 10}, HostedWin32},
-        {notNt | 0x0004, SystemVersion{4, 0}, Windows95},
-        {notNt | 0x0A04, SystemVersion{4, 10}, Windows98},
-        {notNt | 0x5A04, SystemVersion{4, 90}, WindowsMe},
-        {notNt | 0x5A04, std::nullopt, Windows95},
-        {notNt | 0x0A05, SystemVersion{5, 10}, Windows95},
-        {notNt | 0x5A05, SystemVersion{5, 90}, Windows95},
-        {0x0004, SystemVersion{4, 0}, WindowsNt4},
-        {0x0005, SystemVersion{5, 0}, Windows2000},
-        {0x0105, SystemVersion{5, 1}, WindowsXp},
-        {0x0105, std::nullopt, OtherNt},
-        {0x0205, SystemVersion{5, 2}, OtherNt},
-        {0x3303, SystemVersion{3, 51}, OtherNt},
-        {0x0106, SystemVersion{6, 1}, OtherNt},
-        {0x0006, SystemVersion{6, 0}, OtherNt},
-        {0x000A, SystemVersion{10, 0}, OtherNt},
-    };
-    for (const auto& [versionWord, details, code] : cases)
-        EXPECT_EQ(WindowsVersionCode(versionWord, details), code) << std::hex << versionWord;
+    for (unsigned all = 0; all < 2 * 13 * 13 * 4; ++all) {
+        const bool nt = all % 2 == 0, known = all / 2 % 2 == 0;
+        constexpr std::uint32_t minors[] = {0, 1, 2, 3, 10, 11, 50, 51, 89, 90, 91, 100, 255};
+        const std::uint32_t major = all / 4 % 13, minor = minors[all / 52 % 13];
+        const bool four = known && major == 4, five = known && major == 5;
+        WindowsVersion wanted = nt ? OtherNt : major < 4 ? HostedWin32 : Windows95;
+        if (four && nt) wanted = WindowsNt4;
+        if (four && !nt && minor == 10) wanted = Windows98;
+        if (four && !nt && minor == 90) wanted = WindowsMe;
+        if (five && nt && minor < 2) wanted = minor == 0 ? Windows2000 : WindowsXp;
+        const auto details = known ? std::optional(SystemVersion{major, minor}) : std::nullopt;
+        EXPECT_EQ(WindowsVersionCode((nt ? 0 : 0x80000000) | minor << 8 | major, details), wanted)
+            << major << ' ' << minor;
+    }
 }
 
 } // namespace
