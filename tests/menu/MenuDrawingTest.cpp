@@ -26,8 +26,6 @@ public:
         former = ::SelectObject(GetHandle(), bitmap.GetHandle());
         FillSolidRect({0, 0, width, height}, nothing);
     }
-    CSurface(const CSurface&) = delete;
-    CSurface& operator=(const CSurface&) = delete;
     ~CSurface() { Take(); }
 
     // The bitmap, no longer selected.
@@ -51,47 +49,25 @@ private:
     HGDIOBJ former;
 };
 
-COLORREF Sys(int index) {
-    return ::GetSysColor(index);
-}
-COLORREF Tint(COLORREF color, double factor) {
-    return COwnerDrawMenu::BlendTowardWhite(color, factor);
-}
-void Text(CDC& dc, const std::wstring& text, CRect place, COLORREF color, UINT align = DT_LEFT) {
-    dc.SetTextColor(color);
-    dc.DrawText(std::wstring_view(text), place, DT_SINGLELINE | DT_VCENTER | align);
-}
-void Framed(CDC& dc, const CRect& rect, COLORREF fill, COLORREF topLeft, COLORREF bottomRight) {
-    dc.FillSolidRect(rect, fill);
-    dc.Draw3dRect(rect, topLeft, bottomRight);
-}
-// The left half of an image; the right half is transparent.
-void Half(CDC& dc, int left, int top, COLORREF color) {
-    dc.FillSolidRect({left, top, left + 8, top + 15}, color);
-}
-
 // Kinds of rows: t with a text and a shortcut, l line, i image with companions or I without, s of the shared store,
 // m missing, k check images, d a dot for the mark.
 constexpr std::string_view rows[] = {"t", "", "l", "i", "is", "I", "Is", "im", "k", "d"};
 
 class MenuDrawing : public testing::Test {
 protected:
-    MenuDrawing() {
-        Use(OtherNt, true);
-        Restart();
-    }
-    ~MenuDrawing() override {
-        Use(system, false);
-        COwnerDrawMenu::selectDisabledModern = 0;
-        COwnerDrawMenu::selectDisabledClassic = 1;
-    }
+    MenuDrawing() { Restart(OtherNt, true); }
+    ~MenuDrawing() override { Restart(system, false); }
 
-    static void Use(std::int32_t version, bool modern, bool raised = true) {
+    static void Use(std::int32_t version, bool modern, bool raised = true, bool usual = true) {
         COwnerDrawMenu::windowsVersion = version;
-        COwnerDrawMenu::lookOnThemedXp = COwnerDrawMenu::lookOnOtherSystems = modern;
+        COwnerDrawMenu::lookOnThemedXp = modern == Themed();
+        COwnerDrawMenu::lookOnOtherSystems = modern != Themed();
         COwnerDrawMenu::raisedImages = raised;
+        COwnerDrawMenu::selectDisabledModern = !usual;
+        COwnerDrawMenu::selectDisabledClassic = usual;
     }
-    void Restart() {
+    void Restart(std::int32_t version, bool modern) {
+        Use(version, modern);
         COwnerDrawMenu::sharedImages.DeleteImageList();
         COwnerDrawMenu::sharedImageIds.clear();
         menu.DestroyMenu();
@@ -100,7 +76,15 @@ protected:
         menu.SetMaskColor(RGB(0xC0, 0xC0, 0xC0)); // colour 0 of the test's bitmaps
     }
     static bool Themed() { return COwnerDrawMenu::windowsVersion == WindowsXp; }
+    static COLORREF Sys(int index) { return ::GetSysColor(index); }
+    static COLORREF Tint(COLORREF color, double factor) { return COwnerDrawMenu::BlendTowardWhite(color, factor); }
     static COLORREF Shadow() { return Themed() ? Sys(COLOR_3DSHADOW) : Tint(Sys(COLOR_3DSHADOW), 0.49); }
+    static void Text(CDC& dc, const std::wstring& text, CRect place, COLORREF color, UINT align = DT_LEFT) {
+        dc.SetTextColor(color);
+        dc.DrawText(std::wstring_view(text), place, DT_SINGLELINE | DT_VCENTER | align);
+    }
+    // The left half of an image; the right half is transparent.
+    static void Half(CDC& dc, int x, int y, COLORREF color) { dc.FillSolidRect({x, y, x + 8, y + 15}, color); }
     static CImageList Images(std::initializer_list<COLORREF> colors, WORD bits = 32) {
         CImageList list;
         list.Create(16, 15, COwnerDrawMenu::imageListFlags, 1, 1);
@@ -111,21 +95,14 @@ protected:
         }
         return list;
     }
-    DRAWITEMSTRUCT ItemOf(const CMenuItemRecord& record, UINT state, HDC dc) const {
+    DRAWITEMSTRUCT ItemOf(const CMenuItemRecord& record, UINT state, const CSurface& on) const {
         const auto owner = reinterpret_cast<HWND>(menu.GetHandle());
-        return {ODT_MENU,
-                0,
-                0,
-                ODA_DRAWENTIRE,
-                state,
-                owner,
-                dc,
-                {rowX, rowY, 200 + rowX, 24 + rowY},
-                record.GetItemData()};
+        const RECT place{rowX, rowY, rowX + 200, rowY + 24};
+        return {ODT_MENU, 0, 0, ODA_DRAWENTIRE, state, owner, on.GetHandle(), place, record.GetItemData()};
     }
     const CMenuItemRecord& AppendRow(std::string_view kind, WORD bits) {
         const auto has = [kind](char letter) { return kind.find(letter) != std::string_view::npos; };
-        COwnerDrawMenu::lookOnThemedXp = COwnerDrawMenu::lookOnOtherSystems = has('i');
+        Use(COwnerDrawMenu::windowsVersion, has('i'));
         const CImageList images = Images({red}, bits);
         const CImageList* const given = has('i') || has('I') ? &images : nullptr;
         const wchar_t* const text = has('t') || has('l') ? L"&Open\tnot shown\tCtrl+O" : has('d') ? nullptr : L"";
@@ -143,11 +120,10 @@ protected:
     void Compose(CDC& dc, std::string_view kind, bool modern, bool selected, bool grayed, bool checked) const {
         const auto has = [kind](char letter) { return kind.find(letter) != std::string_view::npos; };
         const bool raised = modern && COwnerDrawMenu::raisedImages != 0, companions = raised && has('i');
-        const bool framed = COwnerDrawMenu::HasNewShell(), pictured = has('i') || has('I'),
-                   checkImage = has('k') && checked;
+        const bool framed = COwnerDrawMenu::windowsVersion != OtherNt, pictured = has('i') || has('I');
+        const bool checkImage = has('k') && checked;
         const COLORREF light = Sys(COLOR_3DHIGHLIGHT), shadow = Sys(COLOR_3DSHADOW), highlight = Sys(COLOR_HIGHLIGHT);
-        const COLORREF face = Sys(Themed() ? COLOR_3DFACE : COLOR_MENU);
-        const COLORREF ground = !modern ? face : Themed() ? face : Tint(Sys(COLOR_3DFACE), 0.25);
+        const COLORREF face = Sys(COLOR_3DFACE), ground = Themed() ? face : modern ? Tint(face, 0.25) : Sys(COLOR_MENU);
         const COLORREF bar = !modern ? ground : Tint(highlight, Themed() ? 0.7 : 0.85);
         const COLORREF checkBox = modern ? Tint(highlight, 0.85) : Tint(ground, 0.6);
         const int column = !modern ? 0 : raised ? 23 : 20, x = !modern ? 2 : raised ? 4 : 2, y = modern ? 5 : 4;
@@ -171,11 +147,8 @@ protected:
         if (has('l')) return;
         if (checkImage || pictured) {
             if (!modern) dc.Draw3dRect(inner, ground, ground);
-            if (!grayed || checkImage)
-                dc.FillSolidRect(modern ? box : inner, checkImage ? ground
-                                                       : selected ? bar
-                                                       : checked  ? checkBox
-                                                                  : ground);
+            const COLORREF fill = checkImage ? ground : selected ? bar : checked ? checkBox : ground;
+            if (!grayed || checkImage) dc.FillSolidRect(modern ? box : inner, fill);
             if (!modern && (checkImage || grayed || !(selected || checked))) frame(ground, ground);
         }
         if (checkImage) {
@@ -186,8 +159,8 @@ protected:
             if (modern && checked) frame(highlight, highlight);
             if (!modern && framed && (selected || checked)) frame(checked ? shadow : light, checked ? light : shadow);
             if (companions && selected && !checked) image(1, Shadow());
-            image(modern && (checked || (companions && selected)) ? -1 : 0,
-                  companions && !selected && !checked ? Tint(red, 0.3) : red);
+            const bool raises = companions && selected;
+            image(modern && (checked || raises) ? -1 : 0, companions && !raises && !checked ? Tint(red, 0.3) : red);
         } else if (checked) {
             dc.FillSolidRect(tick, selected && !modern ? ground : checkBox);
             if (modern || framed) dc.Draw3dRect(tick, modern ? highlight : shadow, modern ? highlight : light);
@@ -195,21 +168,18 @@ protected:
         }
         if (modern && selected) dc.Draw3dRect({0, 0, 200, 24}, highlight, highlight);
         if (!has('t')) return;
-        const COLORREF gray = Sys(COLOR_GRAYTEXT),
-                       plain = Sys(!modern && selected ? COLOR_HIGHLIGHTTEXT : COLOR_MENUTEXT);
+        const COLORREF gray = Sys(COLOR_GRAYTEXT), pale = modern && !Themed() && !selected ? Tint(gray, 0.4) : gray;
+        const COLORREF plain = Sys(!modern && selected ? COLOR_HIGHLIGHTTEXT : COLOR_MENUTEXT);
         const CFont font(MenuFontDescription());
-        const CSelectObject used(dc, modern && grayed && COwnerDrawMenu::selectDisabledModern == 0 ? font.GetHandle()
-                                                                                                   : nullptr);
-        for (const int shift : {1, 0}) { // a shifted copy where it is engraved
-            if (shift == 1 && (modern || !grayed || selected)) continue;
-            const CRect place(shift + (modern ? column + 8 : 25), shift - 1, shift + 200 - 16, shift + 23);
-            const COLORREF off = shift == 1                         ? light
-                                 : modern && !Themed() && !selected ? Tint(gray, 0.4)
-                                 : !modern && selected              ? ground
-                                                                    : gray;
-            Text(dc, L"&Open", place, grayed ? off : plain);
-            Text(dc, L"Ctrl+O", place, grayed ? off : plain, DT_RIGHT);
-        }
+        const bool buffered = modern && grayed && COwnerDrawMenu::selectDisabledModern == 0;
+        const CSelectObject used(dc, buffered ? font.GetHandle() : nullptr);
+        const auto text = [&](int shift, COLORREF color) {
+            const CRect place(shift + (modern ? column + 8 : 25), shift - 1, shift + 184, shift + 23);
+            Text(dc, L"&Open", place, color);
+            Text(dc, L"Ctrl+O", place, color, DT_RIGHT);
+        };
+        if (!modern && grayed && !selected) text(1, light); // engraved
+        text(0, !grayed ? plain : !modern && selected ? ground : pale);
     }
     void Emboss(CDC& dc, int x, int y, COLORREF back, bool missing) const {
         const bool masked = !menu.GetEmbossViaDib();
@@ -241,20 +211,15 @@ TEST_F(MenuDrawing, EveryRowInEveryStateFollowsTheRulesOfItsLook) {
         const auto bit = [all](int number) { return (all >> number & 1) != 0; };
         const WindowsVersion version = versions[all / 320];
         const std::string_view kind = rows[all / 32 % 10];
-        const bool selected = bit(0), grayed = bit(1), checked = bit(2), modern = bit(3),
-                   usual = (all / 32 + version) % 2 == 0;
-        if (all % 32 == 0) {
-            Restart();
-            Use(version, false);
-            record = &AppendRow(kind, usual ? 32 : 24);
-        }
-        Use(version, modern, bit(4));
-        menu.SetEmbossViaDib(!usual); // and more that nobody sets
-        COwnerDrawMenu::selectDisabledModern = !usual;
-        COwnerDrawMenu::selectDisabledClassic = usual;
+        const bool selected = bit(0), grayed = bit(1), checked = bit(2), modern = bit(3);
+        const bool usual = (all / 32 + version) % 2 == 0; // else with what nobody sets
+        if (all % 32 == 0) Restart(version, false);
+        if (all % 32 == 0) record = &AppendRow(kind, usual ? 32 : 24);
+        Use(version, modern, bit(4), usual);
+        menu.SetEmbossViaDib(!usual);
         CSurface shown(214, 32), wanted(214, 32);
         const UINT state = (selected ? ODS_SELECTED : 0U) | (grayed ? ODS_GRAYED : 0U) | (checked ? ODS_CHECKED : 0U);
-        DRAWITEMSTRUCT item = ItemOf(*record, state, shown.GetHandle());
+        DRAWITEMSTRUCT item = ItemOf(*record, state, shown);
         menu.DrawItem(item);
         const bool shows = selected && (!grayed || usual != modern);
         ::SetViewportOrgEx(wanted.GetHandle(), rowX, rowY, nullptr);
@@ -275,16 +240,15 @@ TEST_F(MenuDrawing, HostileStructuresAndItemsOfOthersAreLeftAlone) {
     const CSurface untouched(214, 32);
     for (UINT state = 0; state < 16; ++state) {
         Use(OtherNt, state >= 8);
-        DRAWITEMSTRUCT whole = ItemOf(item, state, shown.GetHandle()), nowhere = ItemOf(item, state, nullptr);
-        DRAWITEMSTRUCT flat = ItemOf(item, state, other.GetHandle()),
-                       foreign = ItemOf(stranger, state, shown.GetHandle());
+        DRAWITEMSTRUCT whole = ItemOf(item, state, shown), nowhere = whole, flat = ItemOf(item, state, other);
+        nowhere.hDC = nullptr;
         flat.rcItem = {rowX, rowY, rowX, rowY};
         for (DRAWITEMSTRUCT* each : {&whole, &nowhere, &flat}) menu.DrawItem(*each);
         shown.FillSolidRect(whole.rcItem, nothing);
         for (const ULONG_PTR data : {ULONG_PTR{0}, ULONG_PTR{1}, ~ULONG_PTR{0}, stranger.GetItemData()}) {
             MEASUREITEMSTRUCT measured{ODT_MENU, 0, 0, 5, 5, data};
-            foreign.itemData = data;
-            menu.DrawItem(foreign);
+            whole.itemData = data;
+            menu.DrawItem(whole);
             menu.MeasureItem(measured);
             EXPECT_TRUE(measured.itemWidth == 5 && measured.itemHeight == 5);
         }
@@ -296,25 +260,24 @@ TEST_F(MenuDrawing, SizesAreThoseOfTheTextInTheFontOfTheSystem) {
     const std::wstring text = L"&Open\tCtrl+O";
     menu.AppendItem(text.c_str(), MF_STRING, 400, -1);
     menu.AppendItem(L"not measured", MF_SEPARATOR, 0, -1);
-    const int bar = ::GetSystemMetrics(SM_CYMENU);
     const CClientDC dc(nullptr);
     const CFont font(MenuFontDescription());
-    for (const WindowsVersion version : {OtherNt, WindowsXp, HostedWin32}) {
+    for (int all = 0; all < 12; ++all) {
+        constexpr WindowsVersion versions[] = {OtherNt, WindowsXp, HostedWin32};
+        const WindowsVersion version = versions[all / 4];
+        const bool modern = all % 2 != 0, line = all / 2 % 2 != 0;
+        Use(version, modern);
         const CSelectObject selected(dc, version == WindowsXp ? font.GetHandle() : nullptr);
         RECT rect{};
         ::DrawTextW(dc.GetHandle(), text.c_str(), -1, &rect, DT_CALCRECT | DT_SINGLELINE);
-        const LONG width = version == HostedWin32 ? TextWidthOfHostedWin32(rect.right, text.size())
-                                                  : dc.GetTextExtent(std::wstring_view(text)).cx;
-        for (const bool modern : {false, true}) {
-            Use(version, modern);
-            MEASUREITEMSTRUCT item{ODT_MENU, 0, 0, 0, 0, menu.itemRecords[0]->GetItemData()}, line = item;
-            line.itemData = menu.itemRecords[1]->GetItemData();
-            menu.MeasureItem(item);
-            menu.MeasureItem(line);
-            EXPECT_EQ(CSize(item.itemWidth, item.itemHeight),
-                      CSize(width + (modern ? 31 : 33), std::max(bar, modern ? 22 : 19)));
-            EXPECT_EQ(CSize(line.itemWidth, line.itemHeight), CSize(0, std::max(bar / 2, modern ? 11 : 9)));
-        }
+        const LONG plain = dc.GetTextExtent(std::wstring_view(text)).cx;
+        const LONG width = version == HostedWin32 ? TextWidthOfHostedWin32(rect.right, text.size()) : plain;
+        const int bar = ::GetSystemMetrics(SM_CYMENU), least = modern ? 22 : 19;
+        MEASUREITEMSTRUCT item{ODT_MENU, 0, 0, 0, 0, menu.itemRecords[line ? 1 : 0]->GetItemData()};
+        menu.MeasureItem(item);
+        const CSize wanted =
+            line ? CSize(0, std::max(bar, least) / 2) : CSize(width + (modern ? 31 : 33), std::max(bar, least));
+        EXPECT_EQ(CSize(item.itemWidth, item.itemHeight), wanted) << all;
     }
 }
 
@@ -335,10 +298,6 @@ protected:
         return letters;
     }
     static std::string Store() { return Shown(COwnerDrawMenu::sharedImages, COwnerDrawMenu::sharedImageIds); }
-    int Append(UINT id, int iconId) {
-        menu.AppendItem(L"", MF_STRING, id, iconId);
-        return menu.itemRecords.back()->sharedIndex;
-    }
 };
 
 TEST_F(MenuImages, TheStoreKeepsOneSetForEachCommand) {
@@ -352,11 +311,10 @@ TEST_F(MenuImages, TheStoreKeepsOneSetForEachCommand) {
                  {true, true, -1, 7, ""},
                  {true, true, 1, 7, " 7b 7B 7s"},
                  {false, true, 0, 8, " 7b 7B 7s 8r"},
-                 {true, false, 0, 9, " 7b 7B 7s 8r 9r"},
-                 {true, true, 0, 7, " 7r 7R 7s 8r 9r"},
-                 {true, true, 1, 8, " 7r 7R 7s 8b 9r"}, // stays without companions
-                 {true, true, 0, 5, " 7r 7R 7s 8b 9r 5r 5R 5s"},
-                 {false, true, 1, 5, " 7r 7R 7s 8b 9r 5b 5R 5s"}}; // its companions stay
+                 {true, false, 0, 7, " 7r 7B 7s 8r"},
+                 {true, true, 1, 8, " 7r 7B 7s 8b"},
+                 {true, true, 0, 5, " 7r 7B 7s 8b 5r 5R 5s"},
+                 {true, true, 1, 5, " 7r 7B 7s 8b 5b 5B 5s"}};
     for (const auto& [modern, raised, image, id, store] : cases) {
         Use(OtherNt, modern, raised);
         const int place = menu.AddSharedImage(images, image, id);
@@ -364,26 +322,23 @@ TEST_F(MenuImages, TheStoreKeepsOneSetForEachCommand) {
         EXPECT_EQ(place, COwnerDrawMenu::FindSharedImage(id));
         menu.SetImageSize(menu.imageWidth + 3, 20); // other sizes are fitted in
     }
-    EXPECT_EQ(COwnerDrawMenu::sharedImages.GetImageSize(), CSize(16, 15));
-    EXPECT_EQ(menu.AddSharedImage(CImageList(), 0, 7), -1);
     COwnerDrawMenu::sharedImageIds = {5, 7, 7, 7, 9, 9};
     for (const int i : {-1, 0, 1, 2, 3, 4, 5, 2'000'000'000}) EXPECT_EQ(COwnerDrawMenu::HasRaisedSet(i), i == 1) << i;
-    CImageList copy;
-    EXPECT_FALSE(menu.CopyImageToList(nullptr, 0, copy) || menu.CopyImageToList(&images, -1, copy));
-    EXPECT_TRUE(menu.CopyImageToList(&images, 2, copy));
-    EXPECT_EQ(Shown(copy), "");
 }
 
 TEST_F(MenuImages, FromBitmapsAndToolbars) {
-    const std::pair<UINT, int> asked[] = {{502, IDT_COMMANDS}, {600, IDB_CHECK_CLEAR}, {502, -1},          {601, -1},
-                                          {602, ID_NONE},      {600, IDT_COMMANDS},    {507, IDT_COMMANDS}};
-    std::vector<int> taken;
-    for (const auto& [id, resource] : asked) taken.push_back(Append(id, resource));
-    EXPECT_EQ(taken, (std::vector{0, 3, 0, -1, -1, 3, -1}));
-    EXPECT_EQ(Store(), " 502g 502G 502s 600r 600R 600s");
     COwnerDrawMenu* sub = menu.AppendSubMenu(L"More");
     sub->AppendItem(L"Blue", MF_STRING, 503, -1);
     const CMenuItemRecord& record = *sub->itemRecords[0];
+    const std::pair<UINT, int> asked[] = {{502, IDT_COMMANDS}, {600, IDB_CHECK_CLEAR}, {502, -1},          {601, -1},
+                                          {602, ID_NONE},      {600, IDT_COMMANDS},    {507, IDT_COMMANDS}};
+    std::string taken;
+    for (const auto& [id, resource] : asked) {
+        menu.AppendItem(L"", MF_STRING, id, resource);
+        taken += std::to_string(menu.itemRecords.back()->sharedIndex) + ' ';
+    }
+    EXPECT_EQ(taken, "0 3 0 -1 -1 3 -1 ");
+    EXPECT_EQ(Store(), " 502g 502G 502s 600r 600R 600s");
     EXPECT_TRUE(menu.LoadToolbarImages(IDT_COMMANDS));
     EXPECT_EQ(Store(), " 502g 502G 502s 600r 600R 600s 503b 503B 503s");
     EXPECT_EQ(record.sharedIndex, 6);
@@ -397,13 +352,10 @@ TEST_F(MenuImages, FromBitmapsAndToolbars) {
     EXPECT_EQ(Shown(*record.imageList), "gGs");
     EXPECT_TRUE(menu.ModifyItemByText(L"Blue", L"Green", ID_NONE));
     EXPECT_TRUE(record.imageList == nullptr && record.iconId == -1);
-
     CMenuToolBar toolbar;
     for (const UINT id : {ID_NONE, IDT_FOREIGN_VERSION, IDT_WITHOUT_STRIP, IDB_CHECK_CLEAR})
         EXPECT_FALSE(menu.LoadToolbarImages(id) || toolbar.LoadToolBar(id)) << id;
     ASSERT_TRUE(toolbar.LoadToolBar(IDT_COMMANDS));
-    menu.AddToolbarImages(toolbar, ID_NONE);
-    EXPECT_EQ(record.imageList, nullptr);
     menu.AddToolbarImages(toolbar, IDT_COMMANDS);
     EXPECT_EQ(Shown(*record.imageList), "bBs");
     EXPECT_TRUE(record.imageIndex == 0 && record.iconId == 0);
@@ -411,76 +363,60 @@ TEST_F(MenuImages, FromBitmapsAndToolbars) {
     EXPECT_TRUE(menu.LoadToolbarImages(IDT_SMALL) && CSize(menu.imageWidth, menu.imageHeight) == CSize(16, 15));
     EXPECT_TRUE(menu.LoadToolbarImageSet(sizes, 2) && CSize(menu.imageWidth, menu.imageHeight) == CSize(16, 16));
     EXPECT_FALSE(menu.LoadToolbarImageSet(broken, 2));
-}
-
-TEST_F(MenuImages, CheckImagesColorsOfTheSystemSwatchesAndWhatIsEmbossed) {
-    menu.LoadCheckImages(0, IDB_CHECK_SELECTED);
-    menu.LoadCheckImages(IDB_CHECK_CLEAR, -1);
-    EXPECT_TRUE(menu.checkImages == nullptr && menu.checkClearId == -1);
     menu.LoadCheckImages(IDB_CHECK_CLEAR, IDB_CHECK_SELECTED);
-    COwnerDrawMenu* sub = menu.AppendSubMenu(L"More");
-    EXPECT_TRUE(sub->checkImages == menu.checkImages && sub->checkSelectedId == IDB_CHECK_SELECTED);
-    sub->SetMaskColor(menu.maskColor);
-    sub->LoadCheckImages(IDB_CHECK_SELECTED, IDB_CHECK_CLEAR);
-    EXPECT_EQ(Shown(*menu.checkImages) + Shown(*sub->checkImages), "gbbg") << "a parent's stay the parent's";
+    COwnerDrawMenu* sharing = menu.AppendSubMenu(L"More");
+    EXPECT_TRUE(sharing->checkImages == menu.checkImages && sharing->checkSelectedId == IDB_CHECK_SELECTED);
+    sharing->LoadCheckImages(IDB_CHECK_SELECTED, IDB_CHECK_CLEAR);
+    EXPECT_NE(sharing->checkImages, menu.checkImages) << "a parent's stay the parent's";
     menu.LoadCheckImages(IDB_CHECK_CLEAR, ID_NONE);
     EXPECT_TRUE(menu.checkImages == nullptr && menu.checkSelectedId == ID_NONE);
+}
 
+TEST_F(MenuImages, SwatchesAndTheColorsOfTheSystem) {
     CImageList list;
     list.Create(16, 16, COwnerDrawMenu::imageListFlags, 1, 1);
     menu.SetMaskColor(RGB(1, 2, 3));
     EXPECT_TRUE(menu.AddBitmapToList(list, IDT_SQUARE));
-    CSurface square(16, 16), swatch(16, 15), wanted(16, 15), masked(20, 8), nearest(20, 8);
+    CSurface square(16, 16), masked(20, 8);
     list.Draw(square.GetHandle(), 0, 0, 0, ILD_TRANSPARENT);
-    // Black, silver, grey, white, and red, which has no meaning.
-    const std::pair<int, COLORREF> colors[] = {{0, Sys(COLOR_BTNTEXT)},
-                                               {2, Sys(COLOR_BTNFACE)},
-                                               {8, red},
-                                               {12, Sys(COLOR_BTNSHADOW)},
-                                               {14, Sys(COLOR_BTNHIGHLIGHT)}};
-    for (const auto& [x, color] : colors) EXPECT_EQ(square.Pixel(x, 3), color) << x;
-    const COLORREF back = nothing, light = Sys(COLOR_3DHIGHLIGHT), shadow = Sys(COLOR_3DSHADOW);
-    const COLORREF kept[] = {shadow, back, shadow, back, back}, fine[] = {shadow, back, shadow, shadow, back};
-    const CBitmap& bitmap = square.Take();
-    COwnerDrawMenu::EmbossImage(masked, 2, 2, 15, 1, bitmap, 0, 3, back);
-    COwnerDrawMenu::EmbossImageDib(nearest, 2, 2, 15, 1, bitmap, 0, 3, back);
-    for (std::size_t i = 0; i < 5; ++i) {
-        const int x = colors[i].first;
-        EXPECT_EQ(masked.Pixel(x + 2, 2), fine[i]) << x;
-        EXPECT_EQ(masked.Pixel(x + 3, 3), fine[i] == back ? back : light) << x;
-        EXPECT_EQ(nearest.Pixel(x + 2, 2), kept[i]) << x;
-    }
+    // Black, silver, grey, white, and red, which has no meaning; face and light colour are ground of what is embossed.
+    const std::pair<int, int> colors[] = {
+        {0, COLOR_BTNTEXT}, {2, COLOR_BTNFACE}, {12, COLOR_BTNSHADOW}, {14, COLOR_BTNHIGHLIGHT}};
+    for (const auto& [x, color] : colors) EXPECT_EQ(square.Pixel(x, 3), Sys(color)) << x;
+    EXPECT_EQ(square.Pixel(8, 3), red);
+    COwnerDrawMenu::EmbossImage(masked, 2, 2, 15, 1, square.Take(), 0, 3, blue);
+    for (const int x : {0, 2, 8, 12, 14})
+        EXPECT_EQ(masked.Pixel(x + 2, 2), x == 2 || x == 14 ? blue : Sys(COLOR_3DSHADOW)) << x;
 
     constexpr SIZE small{8, 8};
-    Append(700, -1);
-    for (const int hatch : {-1, HS_CROSS}) {
-        EXPECT_TRUE(menu.ModifyItem(L"", 700, red, blue, hatch, hatch == -1 ? &small : nullptr));
-        swatch.FillSolidRect({0, 0, 16, 15}, nothing);
-        wanted.FillSolidRect({0, 0, 16, 15}, Sys(COLOR_MENU));
+    menu.AppendItem(L"", MF_STRING, 700, -1);
+    for (const bool hatched : {false, true}) {
+        CSurface swatch(16, 15), wanted(16, 15);
+        EXPECT_TRUE(menu.ModifyItem(L"", 700, red, blue, hatched ? HS_CROSS : -1, hatched ? nullptr : &small));
         COwnerDrawMenu::sharedImages.Draw(swatch.GetHandle(), 0, 0, 0, ILD_TRANSPARENT);
-        const CRect area = hatch == -1 ? CRect(4, 3, 12, 11) : CRect(0, 0, 16, 15);
-        const CGdiObject brush(hatch == -1 ? ::CreateSolidBrush(red) : ::CreateHatchBrush(hatch, red));
+        const CRect area = hatched ? CRect(0, 0, 16, 15) : CRect(4, 3, 12, 11);
+        const CGdiObject brush(hatched ? ::CreateHatchBrush(HS_CROSS, red) : ::CreateSolidBrush(red));
+        wanted.FillSolidRect({0, 0, 16, 15}, Sys(COLOR_MENU));
         ::SetBkColor(wanted.GetHandle(), RGB(255, 255, 255));
         ::FillRect(wanted.GetHandle(), &area, static_cast<HBRUSH>(brush.GetHandle()));
         wanted.Draw3dRect(area, blue, blue);
-        EXPECT_EQ(swatch.Differs(wanted), "") << hatch;
+        EXPECT_EQ(swatch.Differs(wanted), "") << hatched;
     }
 }
 
 TEST_F(MenuImages, NeitherPaintingNorAddingLosesAnObject) {
-    const CImageList images = Images({red});
     CSurface shown(214, 32);
     ExpectNoGdiObjectLost(20, [&] {
         for (const bool modern : {false, true}) {
-            Use(OtherNt, modern);
             for (const std::string_view kind : rows) AppendRow(kind, 32);
-            Append(501, IDT_COMMANDS);
+            Use(OtherNt, modern);
+            menu.AppendItem(L"", MF_STRING, 501, IDT_COMMANDS);
             menu.ModifyItemByText(L"Another of the id", L"", IDT_SQUARE);
             menu.ModifyItem(L"", 400, red, blue, -1);
             for (const UINT state : {0, ODS_SELECTED, ODS_GRAYED, ODS_CHECKED}) {
                 menu.SetEmbossViaDib(!menu.GetEmbossViaDib());
                 for (const auto& record : menu.itemRecords) {
-                    DRAWITEMSTRUCT item = ItemOf(*record, state, shown.GetHandle());
+                    DRAWITEMSTRUCT item = ItemOf(*record, state, shown);
                     MEASUREITEMSTRUCT measured{ODT_MENU, 0, 0, 0, 0, record->GetItemData()};
                     menu.DrawItem(item);
                     menu.MeasureItem(measured);
@@ -492,10 +428,10 @@ TEST_F(MenuImages, NeitherPaintingNorAddingLosesAnObject) {
     });
 }
 
-TEST(SkinMenu, RowsInItsOwnColors) {
-    CSkinMenu menu;
-    COLORREF* const colors[] = {&menu.backColor, &menu.selectColor, &menu.stripeColor, &menu.frameColor,
-                                &menu.selectTextColor};
+TEST_F(MenuDrawing, TheSkinMenuDrawsInItsOwnColors) {
+    CSkinMenu skin;
+    COLORREF* const colors[] = {&skin.backColor, &skin.selectColor, &skin.stripeColor, &skin.frameColor,
+                                &skin.selectTextColor};
     for (COLORREF i = 0; i < 5; ++i) *colors[i] = 0x102030 * i + 0x0F00F0;
     for (int all = 0; all < 24; ++all) {
         const bool selected = (all & 1) != 0, checked = (all & 2) != 0, bar = selected && all < 16;
@@ -504,23 +440,25 @@ TEST(SkinMenu, RowsInItsOwnColors) {
         const UINT state = (selected ? ODS_SELECTED : 0U) | (checked ? ODS_CHECKED : 0U);
         const auto data = text.empty() ? 0 : reinterpret_cast<ULONG_PTR>(text.c_str());
         CSurface shown(100, 36), wanted(100, 36);
-        DRAWITEMSTRUCT item{ODT_MENU, 0, 0, action, state, nullptr, shown.GetHandle(), {2, 3, 92, 31}, data};
-        menu.DrawItem(item);
-        const COLORREF frame = menu.frameColor, tint = MixedColor(menu.selectColor, menu.backColor, 140);
-        wanted.SetBkMode(TRANSPARENT);
-        wanted.FillSolidRect({2, 3, 92, 31}, menu.backColor);
-        wanted.FillSolidRect({2, 3, 30, 31}, menu.stripeColor);
-        if (bar) Framed(wanted, {3, 4, 91, 30}, menu.selectColor, frame, frame);
-        if (checked) {
-            Framed(wanted, {5, 6, 27, 28}, selected ? CSkinMenu::BlendColors(menu.selectColor, tint, 140) : tint, frame,
-                   frame);
-            Text(wanted, L"\u221A", {6, 7, 26, 27}, 0, DT_CENTER);
-        }
-        const CRect place = bar ? CRect(31, 5, 90, 29) : CRect(31, 3, 92, 31);
-        Text(wanted, ToWide(text), place, selected ? menu.selectTextColor : 0);
-        EXPECT_EQ(shown.Differs(wanted), "") << all;
+        const RECT row{2, 3, 92, 31};
+        DRAWITEMSTRUCT item{ODT_MENU, 0, 0, action, state, nullptr, shown.GetHandle(), row, data};
         MEASUREITEMSTRUCT measured{ODT_MENU, 0, 0, 0, 0, data};
-        menu.MeasureItem(measured);
+        skin.DrawItem(item);
+        skin.MeasureItem(measured);
+        const auto framed = [&](const CRect& rect, COLORREF fill) {
+            wanted.FillSolidRect(rect, fill);
+            wanted.Draw3dRect(rect, skin.frameColor, skin.frameColor);
+        };
+        wanted.SetBkMode(TRANSPARENT);
+        wanted.FillSolidRect(row, skin.backColor);
+        wanted.FillSolidRect({2, 3, 30, 31}, skin.stripeColor);
+        if (bar) framed({3, 4, 91, 30}, skin.selectColor);
+        const COLORREF tint = MixedColor(skin.selectColor, skin.backColor, 140);
+        if (checked) framed({5, 6, 27, 28}, selected ? CSkinMenu::BlendColors(skin.selectColor, tint, 140) : tint);
+        if (checked) Text(wanted, L"\u221A", {6, 7, 26, 27}, 0, DT_CENTER);
+        Text(wanted, ToWide(text), bar ? CRect(31, 5, 90, 29) : CRect(31, 3, 92, 31),
+             selected ? skin.selectTextColor : 0);
+        EXPECT_EQ(shown.Differs(wanted), "") << all;
         const LONG width = CClientDC(nullptr).GetTextExtent(std::string_view(text)).cx;
         EXPECT_EQ(CSize(measured.itemWidth, measured.itemHeight), CSize(width + 28, 28));
     }
