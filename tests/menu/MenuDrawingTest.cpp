@@ -20,9 +20,9 @@ constexpr int rowX = 7, rowY = 5; // of a row on its surface
 // A drawing surface of 24-bit or 32-bit pixels.
 class CSurface : public CMemoryDC {
 public:
-    CSurface(int width, int height, WORD bits = 32) : CMemoryDC(nullptr), size(width, height) {
-        const BITMAPINFO format{{sizeof format.bmiHeader, width, -height, 1, bits, BI_RGB, 0, 0, 0, 0, 0}, {}};
-        bitmap.Attach(::CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, nullptr, nullptr, 0));
+    CSurface(int width, int height, WORD depth = 32) : CMemoryDC(nullptr), size(width, height) {
+        const BITMAPINFO format{{sizeof format.bmiHeader, width, -height, 1, depth, BI_RGB, 0, 0, 0, 0, 0}, {}};
+        bitmap.Attach(::CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &bits, nullptr, 0));
         former = ::SelectObject(GetHandle(), bitmap.GetHandle());
         FillSolidRect({0, 0, width, height}, nothing);
     }
@@ -34,19 +34,20 @@ public:
         return bitmap;
     }
     COLORREF Pixel(int x, int y) const { return ::GetPixel(GetHandle(), x, y); }
-    // The first place where the other one is different; empty for none.
+    // The first place where the other one, of 32 bits too, is different; empty for none.
     std::string Differs(const CSurface& other) const {
-        for (int i = 0; i < size.cx * size.cy; ++i) {
-            const int x = i % size.cx, y = i / size.cx;
-            if (Pixel(x, y) != other.Pixel(x, y)) return std::to_string(x) + ", " + std::to_string(y);
-        }
-        return {};
+        ::GdiFlush();
+        const auto *mine = static_cast<const COLORREF*>(bits), *its = static_cast<const COLORREF*>(other.bits);
+        int i = 0, end = size.cx * size.cy;
+        while (i < end && ((mine[i] ^ its[i]) & 0xFFFFFF) == 0) ++i;
+        return i == end ? "" : std::to_string(i % size.cx) + ", " + std::to_string(i / size.cx);
     }
 
 private:
     CSize size;
     CBitmap bitmap;
     HGDIOBJ former;
+    void* bits = nullptr;
 };
 
 // Kinds of rows: t with a text and a shortcut, l line, i image with companions or I without, s of the shared store,

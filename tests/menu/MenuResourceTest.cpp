@@ -27,10 +27,9 @@ std::string Shown(const COwnerDrawMenu& menu) {
         std::string caption = PlatformCaption(menu.GetHandle(), i);
         if (caption.empty() && record != nullptr) caption = "[" + record->GetNarrowText() + "]";
         for (std::size_t at = 0; (at = caption.find(" \t")) != std::string::npos;) caption.erase(at, 1);
-        const HMENU sub = ::GetSubMenu(menu.GetHandle(), i);
-        const COwnerDrawMenu* object = OwnerDrawMenuOf(sub);
+        const COwnerDrawMenu* object = OwnerDrawMenuOf(::GetSubMenu(menu.GetHandle(), i));
         text += (i != 0 ? ", " : "") + caption + ((state & MF_CHECKED) != 0 ? "+" : "");
-        if ((state & MF_GRAYED) != 0 && sub == nullptr) text += "-";
+        if ((state & MF_GRAYED) != 0 && object == nullptr) text += "-";
         text += object != nullptr ? "(" + Shown(*object) + ")" : std::to_string(::GetMenuItemID(menu.GetHandle(), i));
     }
     return text;
@@ -48,8 +47,7 @@ TEST(MenuResource, BuildsATreeUnderAPlainTopLevelOrLeavesNothing) {
     EXPECT_EQ(menu.itemRecords[0]->flags, UINT{MF_POPUP | MF_BYPOSITION});
     EXPECT_EQ(menu.itemRecords[1]->flags, UINT{MF_BYPOSITION});
     EXPECT_EQ(COwnerDrawMenu::allSubMenus.size(), 5U);
-    EXPECT_EQ(menu.FindSubMenuByText("&View"), menu.GetSubMenuAt(2));
-    EXPECT_EQ(menu.FindSubMenuByText("View"), nullptr);
+    EXPECT_TRUE(menu.FindSubMenuByText("&View") == menu.GetSubMenuAt(2) && menu.FindSubMenuByText("View") == nullptr);
     for (const UINT broken : {IDM_TOO_EARLY, IDM_CUT_OFF, IDM_EXTENDED}) {
         EXPECT_TRUE(menu.LoadMenuResource("named"));
         EXPECT_EQ(Shown(menu), "Alone110");
@@ -61,15 +59,13 @@ TEST(MenuResource, BuildsATreeUnderAPlainTopLevelOrLeavesNothing) {
 TEST(MenuResource, AddedPopupsOfABarBecomePlainBehindThePlatformsOwnItems) {
     COwnerDrawMenu menu;
     ASSERT_TRUE(menu.LoadMenuResource("named"));
-    EXPECT_EQ(menu.CountForeignItems(), 0);
     ::InsertMenuA(menu.GetHandle(), 0, MF_BYPOSITION | MF_STRING, 900, "foreign");
     ::InsertMenuA(menu.GetHandle(), 1, MF_BYPOSITION | MF_STRING, 901, "");
     EXPECT_EQ(menu.CountForeignItems(), 2);
     menu.AppendSubMenu("&Last")->AppendItem("x", MF_STRING, 105, -1);
     ::EnableMenuItem(menu.GetHandle(), 2, MF_BYPOSITION | MF_GRAYED);
     menu.InsertItem(2, "&First", MF_BYPOSITION | MF_POPUP, IdOfSubMenu((new CPopup)->GetHandle()), -1);
-    const char* const records[] = {"&First", "Alone", "&Last"};
-    for (int i = 0; i < 3; ++i) EXPECT_EQ(menu.itemRecords[i]->GetNarrowText(), records[i]);
+    EXPECT_STREQ(menu.itemRecords[0]->GetText(), L"&First");
     EXPECT_EQ(menu.itemRecords[0]->flags, UINT{MF_POPUP | MF_BYPOSITION});
     menu.InsertItem(3, "command", MF_BYPOSITION, 106, -1);
     EXPECT_EQ(Shown(menu), "foreign900, 901, &First(), [command]106, Alone-110, &Last([x]105)");
@@ -87,37 +83,34 @@ TEST(MenuResource, AcceleratorsStandInOneColumn) {
         for (std::size_t i = 0; i < std::size(texts); ++i) {
             std::string wanted = texts[i];
             const LONG column = dc.GetTextExtent(widest + " ").cx;
-            std::size_t tab = wanted.find('\t');
-            for (; tab != std::string::npos && dc.GetTextExtent(wanted.substr(0, tab)).cx < column; ++tab)
-                wanted.insert(tab, " ");
+            for (std::size_t at = wanted.find('\t');
+                 at != std::string::npos && dc.GetTextExtent(wanted.substr(0, at)).cx < column; ++at)
+                wanted.insert(at, " ");
             EXPECT_EQ(menu.itemRecords[i]->GetNarrowText(), wanted);
         }
     }
 }
 
-TEST(MenuTexts, AnyTextIsKeptAndReadableFromTheItemsData) {
+TEST(MenuTexts, AreKeptAndReadableFromTheItemsData) {
     CPopup menu;
     menu.AppendItem(static_cast<const char*>(nullptr), MF_STRING, 1, -1);
-    const std::string texts[] = {"", "\t&&", "About \xE4\xBA\x8C\tCtrl+A", "\xFF\xFE", std::string(65'536, 'x')};
-    for (const std::string& text : texts) menu.AppendItem(text.c_str(), MF_STRING, 1, -1);
-    menu.itemRecords[2]->SetText(menu.itemRecords[2]->GetText());
+    const std::string texts[] = {"", "", "\t&&", "About \xE4\xBA\x8C\tCtrl+A", "\xFF\xFE", std::string(65'536, 'x')};
+    for (int i = 1; i < 6; ++i) menu.AppendItem(texts[i].c_str(), MF_STRING, 1, -1);
+    menu.itemRecords[3]->SetText(menu.itemRecords[3]->GetText());
     for (int i = 0; i < 6; ++i) {
         const auto* item = reinterpret_cast<const MSAAMENUINFO*>(PlatformItemData(menu.GetHandle(), i));
-        const std::wstring text = ToWide(i != 0 ? texts[i - 1] : std::string());
+        const std::wstring text = ToWide(texts[i]);
         EXPECT_TRUE(item->dwMSAASignature == static_cast<DWORD>(MSAA_MENU_SIG) && item->pszWText == text) << i;
-        EXPECT_EQ(item->cchWText, text.size());
+        EXPECT_TRUE(item->cchWText == text.size() && (menu.itemRecords[i]->GetText() == nullptr) == (i == 0)) << i;
     }
-    EXPECT_EQ(menu.itemRecords[0]->GetText(), nullptr);
 }
 
 TEST(MenuShortcut, ExecutesTheFirstItemWithTheMnemonic) {
     CPopup menu;
-    for (const char* text : {"&Open", "Cl&ose\tCtrl+&W", "Black && White", "&\xC3\x84ndern", "plain", ""})
+    for (const char* text : {"&Open", "Cl&ose\tCtrl+&W", "Black && White", "&\xC3\x84ndern", "plain", "", "&Last"})
         menu.AppendItem(text, MF_STRING, 100, -1);
-    menu.AppendSubMenu("&More");
-    menu.AppendItem("&Last", MF_STRING, 101, -1);
-    const std::pair<UINT, int> cases[] = {{'o', 0},    {'O', 0},    {'w', 1}, {'m', 6},
-                                          {0xA4C3, 3}, {0x84C3, 3}, {'&', 2}, {' ', 2}};
+    const std::pair<UINT, LRESULT> cases[] = {{'o', 0},    {'O', 0}, {'w', 1}, {0xA4C3, 3},
+                                              {0x84C3, 3}, {'&', 2}, {' ', 2}};
     for (const auto& [character, position] : cases) {
         EXPECT_EQ(menu.MenuChar(character, MF_POPUP), MAKELRESULT(position, MNC_EXECUTE)) << character;
         EXPECT_EQ(menu.MenuChar(character, MF_SYSMENU), 0) << character;
@@ -126,11 +119,10 @@ TEST(MenuShortcut, ExecutesTheFirstItemWithTheMnemonic) {
     EXPECT_EQ(COwnerDrawMenu::FindShortcut('o', MF_POPUP, nullptr), 0);
     ::RemoveMenu(menu.GetHandle(), 0, MF_BYPOSITION);
     EXPECT_EQ(menu.MenuChar('o', MF_POPUP), MAKELRESULT(0, 2)) << "after the records are in step again";
-    EXPECT_EQ(menu.itemRecords.size(), 7U);
     CWnd owner;
     owner.Create("STATIC", "", WS_POPUP | WS_VISIBLE, {0, 0, 50, 50}, nullptr, 0);
     const CMeanwhile press([&] { return ShownPopup() != nullptr && owner.PostMessage(WM_CHAR, 'l'); });
-    EXPECT_EQ(menu.TrackPopupMenu(TPM_RETURNCMD, 60, 60, owner), 101);
+    EXPECT_EQ(menu.TrackPopupMenu(TPM_RETURNCMD, 60, 60, owner), 100);
 }
 
 TEST(MenuOwnership, HandlesThatAreGoneRefusedOrTheMenusOwn) {
@@ -138,70 +130,41 @@ TEST(MenuOwnership, HandlesThatAreGoneRefusedOrTheMenusOwn) {
     EXPECT_FALSE(unattached.AppendItem("a", MF_STRING, 1, -1) || unattached.InsertItem(0, "b", MF_BYPOSITION, 2, -1));
     EXPECT_EQ(unattached.itemRecords.size(), 2U) << "refused items keep their records";
     CPopup root;
-    {
-        CPopup gone;
-        root.AppendMenuItem(MF_POPUP, IdOfSubMenu(gone.GetHandle()), "Gone", -1);
-        EXPECT_EQ(root.GetSubMenuAt(0), &gone);
-    }
+    root.AppendMenuItem(MF_POPUP, IdOfSubMenu(CPopup().GetHandle()), "Gone", -1);
     later.Attach(root.subMenus.front()); // as if the platform had given the number out again
-    root.AppendItem("no menu", MF_POPUP, 0x7FFF1234, -1);
-    EXPECT_TRUE(COwnerDrawMenu::IsRegisteredSubMenu(SubMenuOfId(0x7FFF1234)));
     root.AppendItem("self", MF_POPUP, IdOfSubMenu(root.GetHandle()), -1);
     EXPECT_EQ(root.FindRecord(77), nullptr) << "nothing walks for ever";
-    EXPECT_TRUE(root.DestroyMenu());
-    EXPECT_FALSE(root.DestroyMenu());
-    EXPECT_TRUE(COwnerDrawMenu::allSubMenus.empty());
+    EXPECT_TRUE(root.DestroyMenu() && !root.DestroyMenu() && COwnerDrawMenu::allSubMenus.empty());
     EXPECT_EQ(CMenu::FromHandlePermanent(later.GetHandle()), &later);
     later.Detach();
 }
 
-TEST(MenuLook, DependsOnSystemAndThemeAtEachCall) {
-    const std::int32_t version = COwnerDrawMenu::windowsVersion;
-    const struct {
-        std::int32_t version, onThemedXp, onOthers;
-        bool newShell, modern;
-    } cases[] = {{OtherNt, 1, 0, false, false},  {OtherNt, 0, 1, false, true},   {OtherNt, 0, 2, false, false},
-                 {Windows95, 1, 0, true, false}, {WindowsXp, 0, 1, true, false}, {WindowsXp, 1, 0, true, true}};
-    for (const auto& [code, onThemedXp, onOthers, newShell, modern] : cases) {
-        COwnerDrawMenu::windowsVersion = code;
-        COwnerDrawMenu::lookOnThemedXp = onThemedXp;
-        COwnerDrawMenu::lookOnOtherSystems = onOthers;
-        EXPECT_EQ(COwnerDrawMenu::HasNewShell(), newShell) << code;
-        EXPECT_EQ(COwnerDrawMenu::IsModernLook(), modern) << code << onThemedXp << onOthers;
-    }
-    COwnerDrawMenu::windowsVersion = version;
-}
-
 TEST(ClassicTheme, IsKnownByTheEndOfItsFilesName) {
-    const std::string path = R"(C:\WINDOWS\Resources\Themes\)", longName(300, 'x');
-    const struct {
-        std::string value;
-        DWORD type;
-        bool classic;
-    } cases[] = {{"Windows Classic.theme", REG_SZ, true},
-                 {path + "WINDOWS CLASSIC.THEME", REG_SZ, true},
-                 {path + "Luna.theme", REG_SZ, false},
-                 {"ndows Classic.theme", REG_SZ, false},
-                 {path + "Windows Classic.theme2", REG_SZ, false},
-                 {"", REG_SZ, false},
-                 {"Windows Classic.theme", REG_BINARY, false},
-                 {longName + "Windows Classic.theme", REG_SZ, false},
-                 {longName.substr(40), REG_SZ, false}}; // the last as long as a path can be, without an end
-    constexpr const char* root = "Software\\QuorvaneMenuTest";
-    HKEY user = nullptr, theme = nullptr;
+    const std::string name = "Windows Classic.theme", path = R"(C:\WINDOWS\Resources\Themes\)";
+    const std::pair<std::string, bool> cases[] = {{name, true},
+                                                  {path + "WINDOWS CLASSIC.THEME", true},
+                                                  {path + "Luna.theme", false},
+                                                  {name.substr(2), false},
+                                                  {name + "2", false},
+                                                  {std::string(300, 'x') + name, false},
+                                                  {std::string(260, 'x'), false},
+                                                  {"", false}};
+    constexpr const char *root = "Software\\QuorvaneMenuTest", *theme = R"(Software\Microsoft\Plus!\Themes\Current)";
+    HKEY user = nullptr, key = nullptr;
     ASSERT_EQ(::RegCreateKeyA(HKEY_CURRENT_USER, root, &user), ERROR_SUCCESS);
     EXPECT_FALSE(ReadClassicThemeActive(user)) << "no theme";
-    ::RegCreateKeyA(user, R"(Software\Microsoft\Plus!\Themes\Current)", &theme);
-    for (const auto& [value, type, classic] : cases) {
-        ::RegSetValueExA(theme, nullptr, 0, type, reinterpret_cast<const BYTE*>(value.data()),
-                         static_cast<DWORD>(value.size())); // the stored string has no end of its own
-        EXPECT_EQ(ReadClassicThemeActive(user), classic) << value;
+    ::RegCreateKeyA(user, theme, &key);
+    for (const auto& [value, classic] : cases) {
+        for (const DWORD type : {REG_BINARY, REG_SZ}) { // the stored string has no end of its own
+            const auto size = static_cast<DWORD>(value.size());
+            ::RegSetValueExA(key, nullptr, 0, type, reinterpret_cast<const BYTE*>(value.data()), size);
+            EXPECT_EQ(ReadClassicThemeActive(user), classic && type == REG_SZ) << value;
+        }
     }
-    ::RegCloseKey(theme);
+    ::RegCloseKey(key);
+    for (const int length : {39, 31, 24, 18, 8}) ::RegDeleteKeyA(user, std::string(theme, length).c_str());
     ::RegCloseKey(user);
-    for (const char* const key : {R"(\Software\Microsoft\Plus!\Themes\Current)", R"(\Software\Microsoft\Plus!\Themes)",
-                                  R"(\Software\Microsoft\Plus!)", R"(\Software\Microsoft)", R"(\Software)", ""})
-        ::RegDeleteKeyA(HKEY_CURRENT_USER, (root + std::string(key)).c_str());
+    EXPECT_EQ(::RegDeleteKeyA(HKEY_CURRENT_USER, root), ERROR_SUCCESS);
 }
 
 } // namespace
