@@ -229,6 +229,15 @@ TEST_F(MenuDrawing, EveryRowInEveryStateFollowsTheRulesOfItsLook) {
         ::SetViewportOrgEx(wanted.GetHandle(), 0, 0, nullptr);
         EXPECT_EQ(shown.Differs(wanted), "") << "row " << kind << ", system " << version << ", " << all % 32;
         EXPECT_EQ(item.itemState, shows ? state : state & ~UINT{ODS_SELECTED});
+        const CFont font(MenuFontDescription());
+        const CSelectObject used(wanted, version != OtherNt ? font.GetHandle() : nullptr);
+        const std::wstring_view text(record->GetText() != nullptr ? record->GetText() : L"");
+        const int bar = ::GetSystemMetrics(SM_CYMENU), width = static_cast<int>(wanted.GetTextExtent(text).cx);
+        const MenuSize size = kind == "l" ? MeasuredSeparator({16, 15}, modern && bit(4), bar)
+                                          : MeasuredItem(width, {16, 15}, modern, bit(4), bar);
+        MEASUREITEMSTRUCT measured{ODT_MENU, 0, 0, 0, 0, record->GetItemData()};
+        menu.MeasureItem(measured);
+        EXPECT_EQ(CSize(measured.itemWidth, measured.itemHeight), CSize(size.width, size.height)) << all;
     }
 }
 
@@ -254,31 +263,6 @@ TEST_F(MenuDrawing, HostileStructuresAndItemsOfOthersAreLeftAlone) {
             EXPECT_TRUE(measured.itemWidth == 5 && measured.itemHeight == 5);
         }
         EXPECT_EQ(shown.Differs(untouched), "") << "a foreign item, or text outside of its row";
-    }
-}
-
-TEST_F(MenuDrawing, SizesAreThoseOfTheTextInTheFontOfTheSystem) {
-    const std::wstring text = L"&Open\tCtrl+O";
-    menu.AppendItem(text.c_str(), MF_STRING, 400, -1);
-    menu.AppendItem(L"not measured", MF_SEPARATOR, 0, -1);
-    const CClientDC dc(nullptr);
-    const CFont font(MenuFontDescription());
-    for (int all = 0; all < 12; ++all) {
-        constexpr WindowsVersion versions[] = {OtherNt, WindowsXp, HostedWin32};
-        const WindowsVersion version = versions[all / 4];
-        const bool modern = all % 2 != 0, line = all / 2 % 2 != 0;
-        Use(version, modern);
-        const CSelectObject selected(dc, version == WindowsXp ? font.GetHandle() : nullptr);
-        RECT rect{};
-        ::DrawTextW(dc.GetHandle(), text.c_str(), -1, &rect, DT_CALCRECT | DT_SINGLELINE);
-        const LONG plain = dc.GetTextExtent(std::wstring_view(text)).cx;
-        const LONG width = version == HostedWin32 ? TextWidthOfHostedWin32(rect.right, text.size()) : plain;
-        const int bar = ::GetSystemMetrics(SM_CYMENU), least = modern ? 22 : 19;
-        MEASUREITEMSTRUCT item{ODT_MENU, 0, 0, 0, 0, menu.itemRecords[line ? 1 : 0]->GetItemData()};
-        menu.MeasureItem(item);
-        const CSize wanted =
-            line ? CSize(0, std::max(bar, least) / 2) : CSize(width + (modern ? 31 : 33), std::max(bar, least));
-        EXPECT_EQ(CSize(item.itemWidth, item.itemHeight), wanted) << all;
     }
 }
 
@@ -364,6 +348,11 @@ TEST_F(MenuImages, FromBitmapsAndToolbars) {
     EXPECT_TRUE(menu.LoadToolbarImages(IDT_SMALL) && CSize(menu.imageWidth, menu.imageHeight) == CSize(16, 15));
     EXPECT_TRUE(menu.LoadToolbarImageSet(sizes, 2) && CSize(menu.imageWidth, menu.imageHeight) == CSize(16, 16));
     EXPECT_FALSE(menu.LoadToolbarImageSet(broken, 2));
+    for (const int none : {0, -1}) {
+        menu.LoadCheckImages(none, IDB_CHECK_SELECTED);
+        menu.LoadCheckImages(IDB_CHECK_CLEAR, none);
+        EXPECT_EQ(menu.checkClearId, -1);
+    }
     menu.LoadCheckImages(IDB_CHECK_CLEAR, IDB_CHECK_SELECTED);
     COwnerDrawMenu* sharing = menu.AppendSubMenu(L"More");
     EXPECT_TRUE(sharing->checkImages == menu.checkImages && sharing->checkSelectedId == IDB_CHECK_SELECTED);
@@ -376,40 +365,40 @@ TEST_F(MenuImages, FromBitmapsAndToolbars) {
 TEST_F(MenuImages, SwatchesAndTheColorsOfTheSystem) {
     CImageList list;
     list.Create(16, 16, COwnerDrawMenu::imageListFlags, 1, 1);
+    menu.AppendItem(L"", MF_STRING, 700, -1);
     menu.SetMaskColor(RGB(1, 2, 3));
     EXPECT_TRUE(menu.AddBitmapToList(list, IDT_SQUARE));
-    CSurface square(16, 16), masked(20, 8);
+    CSurface square(16, 16), masked(20, 8), swatch(16, 15), wanted(16, 15);
     list.Draw(square.GetHandle(), 0, 0, 0, ILD_TRANSPARENT);
-    // Black, silver, grey, white, and red, which has no meaning; face and light colour are ground of what is embossed.
-    const std::pair<int, int> colors[] = {
-        {0, COLOR_BTNTEXT}, {2, COLOR_BTNFACE}, {12, COLOR_BTNSHADOW}, {14, COLOR_BTNHIGHLIGHT}};
-    for (const auto& [x, color] : colors) EXPECT_EQ(square.Pixel(x, 3), Sys(color)) << x;
-    EXPECT_EQ(square.Pixel(8, 3), red);
+    // Black, silver, grey and white have a meaning; face and light colour are ground of what is embossed.
+    const std::pair<int, COLORREF> colors[] = {{0, Sys(COLOR_BTNTEXT)},
+                                               {2, Sys(COLOR_BTNFACE)},
+                                               {8, red},
+                                               {12, Sys(COLOR_BTNSHADOW)},
+                                               {14, Sys(COLOR_BTNHIGHLIGHT)}};
+    for (const auto& [x, color] : colors) EXPECT_EQ(square.Pixel(x, 3), color) << x;
     COwnerDrawMenu::EmbossImage(masked, 2, 2, 15, 1, square.Take(), 0, 3, blue);
-    for (const int x : {0, 2, 8, 12, 14})
+    for (const auto& [x, color] : colors)
         EXPECT_EQ(masked.Pixel(x + 2, 2), x == 2 || x == 14 ? blue : Sys(COLOR_3DSHADOW)) << x;
-
     constexpr SIZE small{8, 8};
-    menu.AppendItem(L"", MF_STRING, 700, -1);
-    for (const bool hatched : {false, true}) {
-        CSurface swatch(16, 15), wanted(16, 15);
-        EXPECT_TRUE(menu.ModifyItem(L"", 700, red, blue, hatched ? HS_CROSS : -1, hatched ? nullptr : &small));
-        COwnerDrawMenu::sharedImages.Draw(swatch.GetHandle(), 0, 0, 0, ILD_TRANSPARENT);
-        const CRect area = hatched ? CRect(0, 0, 16, 15) : CRect(4, 3, 12, 11);
-        const CGdiObject brush(hatched ? ::CreateHatchBrush(HS_CROSS, red) : ::CreateSolidBrush(red));
-        wanted.FillSolidRect({0, 0, 16, 15}, Sys(COLOR_MENU));
-        ::SetBkColor(wanted.GetHandle(), RGB(255, 255, 255));
-        ::FillRect(wanted.GetHandle(), &area, static_cast<HBRUSH>(brush.GetHandle()));
-        wanted.Draw3dRect(area, blue, blue);
-        EXPECT_EQ(swatch.Differs(wanted), "") << hatched;
-    }
+    EXPECT_TRUE(menu.ModifyItem(L"", 700, red, blue, -1, &small));
+    COwnerDrawMenu::sharedImages.Draw(swatch.GetHandle(), 0, 0, 0, ILD_TRANSPARENT);
+    wanted.FillSolidRect({0, 0, 16, 15}, Sys(COLOR_MENU));
+    wanted.FillSolidRect({4, 3, 12, 11}, blue);
+    wanted.FillSolidRect({5, 4, 11, 10}, red);
+    EXPECT_EQ(swatch.Differs(wanted), "");
+    EXPECT_TRUE(menu.ModifyItem(L"", 700, red, blue, HS_CROSS));
+    COwnerDrawMenu::sharedImages.Draw(swatch.GetHandle(), 0, 0, 0, ILD_TRANSPARENT);
+    int reds = 0;
+    for (int i = 0; i < 16 * 15; ++i) reds += swatch.Pixel(i % 16, i / 16) == red ? 1 : 0;
+    EXPECT_TRUE(reds > 20 && reds < 100 && swatch.Pixel(0, 0) == blue && swatch.Pixel(15, 14) == blue) << reds;
 }
 
 TEST_F(MenuImages, NeitherPaintingNorAddingLosesAnObject) {
     CSurface shown(214, 32);
     ExpectNoGdiObjectLost(20, [&] {
         for (const bool modern : {false, true}) {
-            for (const std::string_view kind : rows) AppendRow(kind, 32);
+            for (const char* const kind : {"t", "i", "k", "d"}) AppendRow(kind, 32);
             Use(OtherNt, modern);
             menu.AppendItem(L"", MF_STRING, 501, IDT_COMMANDS);
             menu.ModifyItemByText(L"Another of the id", L"", IDT_SQUARE);

@@ -91,20 +91,6 @@ TEST(MenuResource, AcceleratorsStandInOneColumn) {
     }
 }
 
-TEST(MenuTexts, AreKeptAndReadableFromTheItemsData) {
-    CPopup menu;
-    menu.AppendItem(static_cast<const char*>(nullptr), MF_STRING, 1, -1);
-    const std::string texts[] = {"", "", "\t&&", "About \xE4\xBA\x8C\tCtrl+A", "\xFF\xFE", std::string(65'536, 'x')};
-    for (int i = 1; i < 6; ++i) menu.AppendItem(texts[i].c_str(), MF_STRING, 1, -1);
-    menu.itemRecords[3]->SetText(menu.itemRecords[3]->GetText());
-    for (int i = 0; i < 6; ++i) {
-        const auto* item = reinterpret_cast<const MSAAMENUINFO*>(PlatformItemData(menu.GetHandle(), i));
-        const std::wstring text = ToWide(texts[i]);
-        EXPECT_TRUE(item->dwMSAASignature == static_cast<DWORD>(MSAA_MENU_SIG) && item->pszWText == text) << i;
-        EXPECT_TRUE(item->cchWText == text.size() && (menu.itemRecords[i]->GetText() == nullptr) == (i == 0)) << i;
-    }
-}
-
 TEST(MenuShortcut, ExecutesTheFirstItemWithTheMnemonic) {
     CPopup menu;
     for (const char* text : {"&Open", "Cl&ose\tCtrl+&W", "Black && White", "&\xC3\x84ndern", "plain", "", "&Last"})
