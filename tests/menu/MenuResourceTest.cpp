@@ -135,11 +135,10 @@ TEST(ClassicTheme, IsKnownByTheEndOfItsFilesName) {
                                                   {std::string(300, 'x') + name, false},
                                                   {std::string(260, 'x'), false},
                                                   {"", false}};
-    constexpr const char *root = "Software\\QuorvaneMenuTest", *theme = R"(Software\Microsoft\Plus!\Themes\Current)";
     HKEY user = nullptr, key = nullptr;
-    ASSERT_EQ(::RegCreateKeyA(HKEY_CURRENT_USER, root, &user), ERROR_SUCCESS);
-    EXPECT_FALSE(ReadClassicThemeActive(user)) << "no theme";
-    ::RegCreateKeyA(user, theme, &key);
+    ASSERT_EQ(::RegCreateKeyA(HKEY_CURRENT_USER, "Software\\QuorvaneMenuTest", &user), ERROR_SUCCESS);
+    EXPECT_FALSE(ReadClassicThemeActive(nullptr)) << "no theme";
+    ::RegCreateKeyA(user, R"(Software\Microsoft\Plus!\Themes\Current)", &key);
     for (const auto& [value, classic] : cases) {
         for (const DWORD type : {REG_BINARY, REG_SZ}) { // the stored string has no end of its own
             const auto size = static_cast<DWORD>(value.size());
@@ -147,10 +146,10 @@ TEST(ClassicTheme, IsKnownByTheEndOfItsFilesName) {
             EXPECT_EQ(ReadClassicThemeActive(user), classic && type == REG_SZ) << value;
         }
     }
+    ::RegDeleteValueA(key, nullptr);
+    EXPECT_FALSE(ReadClassicThemeActive(user));
     ::RegCloseKey(key);
-    for (const int length : {39, 31, 24, 18, 8}) ::RegDeleteKeyA(user, std::string(theme, length).c_str());
     ::RegCloseKey(user);
-    EXPECT_EQ(::RegDeleteKeyA(HKEY_CURRENT_USER, root), ERROR_SUCCESS);
 }
 
 } // namespace

@@ -111,25 +111,20 @@ TEST(MenuTemplate, AcceptsAndRefuses) {
 
 TEST(ToolbarResource, GivesSizeAndCommandsUpToItsCount) {
     const std::vector<std::uint16_t> ids{100, 0, 101, 0xFFFF, 101};
-    for (const unsigned version : {0, 1, 2}) {
-        for (const unsigned width : {0, 1, 256, 257, 0xFFFF}) {
-            for (const unsigned height : {0, 1, 256, 257, 0xFFFF}) {
-                for (const unsigned count : {0, 3, 5, 6, 0xFFFF}) {
-                    Bytes bytes =
-                        CTemplateBytes().Words({version, width, height, count, 100, 0, 101, 0xFFFF, 101}).bytes;
-                    const auto toolbar = ParseToolbarResource(bytes);
-                    const bool sized = width > 0 && width <= 256 && height > 0 && height <= 256;
-                    ASSERT_EQ(toolbar.has_value(), version == 1 && sized && count <= 5) << version << width << height;
-                    if (!toolbar) continue;
-                    EXPECT_TRUE(toolbar->imageWidth == static_cast<int>(width));
-                    EXPECT_TRUE(toolbar->imageHeight == static_cast<int>(height));
-                    EXPECT_EQ(toolbar->ids, std::vector(ids.begin(), ids.begin() + static_cast<int>(count)));
-                    for (bytes.resize(8 + 2 * count); !bytes.empty();) {
-                        bytes.pop_back();
-                        EXPECT_FALSE(ParseToolbarResource(bytes)) << bytes.size();
-                    }
-                }
-            }
+    for (int all = 0; all < 3 * 5 * 5 * 5; ++all) {
+        constexpr unsigned sizes[] = {1, 256, 0, 257, 0xFFFF}, counts[] = {0, 3, 5, 6, 0xFFFF};
+        const unsigned version = static_cast<unsigned>(all % 3), count = counts[all / 3 % 5];
+        const unsigned width = sizes[all / 15 % 5], height = sizes[all / 75];
+        Bytes bytes = CTemplateBytes().Words({version, width, height, count, 100, 0, 101, 0xFFFF, 101}).bytes;
+        const auto toolbar = ParseToolbarResource(bytes);
+        const bool sized = all / 15 % 5 < 2 && all / 75 < 2;
+        ASSERT_EQ(toolbar.has_value(), version == 1 && sized && count <= 5) << version << ' ' << width << ' ' << height;
+        if (!toolbar) continue;
+        EXPECT_TRUE(toolbar->imageWidth == static_cast<int>(width) && toolbar->imageHeight == static_cast<int>(height));
+        EXPECT_EQ(toolbar->ids, std::vector(ids.begin(), ids.begin() + static_cast<int>(count)));
+        for (bytes.resize(8 + 2 * count); !bytes.empty();) {
+            bytes.pop_back();
+            EXPECT_FALSE(ParseToolbarResource(bytes)) << bytes.size();
         }
     }
     const ToolbarResource toolbar{16, 15, ids};
@@ -140,20 +135,24 @@ TEST(ToolbarResource, GivesSizeAndCommandsUpToItsCount) {
 }
 
 TEST(WindowsVersion, EverySystemHasItsCode) {
-    for (unsigned all = 0; all < 2 * 13 * 13 * 4; ++all) {
-        const bool nt = all % 2 == 0, known = all / 2 % 2 == 0;
-        constexpr std::uint32_t minors[] = {0, 1, 2, 3, 10, 11, 50, 51, 89, 90, 91, 100, 255};
-        const std::uint32_t major = all / 4 % 13, minor = minors[all / 52 % 13];
-        const bool four = known && major == 4, five = known && major == 5;
-        WindowsVersion wanted = nt ? OtherNt : major < 4 ? HostedWin32 : Windows95;
-        if (four && nt) wanted = WindowsNt4;
-        if (four && !nt && minor == 10) wanted = Windows98;
-        if (four && !nt && minor == 90) wanted = WindowsMe;
-        if (five && nt && minor < 2) wanted = minor == 0 ? Windows2000 : WindowsXp;
-        const auto details = known ? std::optional(SystemVersion{major, minor}) : std::nullopt;
-        EXPECT_EQ(WindowsVersionCode((nt ? 0 : 0x80000000) | minor << 8 | major, details), wanted)
-            << major << ' ' << minor;
-    }
+    constexpr std::uint32_t old = 0x80000000;
+    const std::tuple<std::uint32_t, std::uint32_t, std::uint32_t, WindowsVersion> cases[] = {
+        {old | 3, 3, 10, HostedWin32},
+        {old | 4, 4, 0, Windows95},
+        {old | 4, 4, 10, Windows98},
+        {old | 4, 4, 90, WindowsMe},
+        {old | 5, 5, 90, Windows95},
+        {old | 5, 5, 10, Windows95},
+        {3, 3, 51, OtherNt},
+        {4, 4, 0, WindowsNt4},
+        {5, 5, 0, Windows2000},
+        {5, 5, 1, WindowsXp},
+        {5, 5, 2, OtherNt},
+        {6, 6, 0, OtherNt},
+        {6, 6, 1, OtherNt}};
+    for (const auto& [word, major, minor, code] : cases)
+        EXPECT_EQ(WindowsVersionCode(word, SystemVersion{major, minor}), code) << major << ' ' << minor;
+    EXPECT_TRUE(WindowsVersionCode(5, {}) == OtherNt && WindowsVersionCode(old | 4, {}) == Windows95);
 }
 
 } // namespace
