@@ -245,22 +245,22 @@ TEST_F(MenuDrawing, HostileStructuresAndItemsOfOthersAreLeftAlone) {
     std::wstring text(0x10000, L'W');
     text[0x8000] = L'\t';
     menu.AppendItem(text.c_str(), MF_STRING, 400, -1);
-    const CMenuItemRecord &item = *menu.itemRecords.back(), stranger;
     CSurface shown(214, 32), other(214, 32), untouched(214, 32);
     for (UINT state = 0; state < 16; ++state) {
         Use(OtherNt, state >= 8);
-        DRAWITEMSTRUCT whole = ItemOf(item, state, shown), nowhere = whole, flat = ItemOf(item, state, other);
+        DRAWITEMSTRUCT whole = ItemOf(*menu.itemRecords[0], state, shown), nowhere = whole, flat = whole;
         nowhere.hDC = nullptr;
+        flat.hDC = other.GetHandle();
         flat.rcItem = {rowX, rowY, rowX, rowY};
         for (DRAWITEMSTRUCT* each : {&whole, &nowhere, &flat}) menu.DrawItem(*each);
         shown.FillSolidRect(whole.rcItem, nothing);
-        for (const ULONG_PTR data : {ULONG_PTR{0}, ULONG_PTR{1}, ~ULONG_PTR{0}, stranger.GetItemData()}) {
-            MEASUREITEMSTRUCT measured{ODT_MENU, 0, 0, 5, 5, data};
-            whole.itemData = data;
+        MEASUREITEMSTRUCT measured{ODT_MENU, 0, 0, 5, 5, 0};
+        for (const ULONG_PTR data : {ULONG_PTR{0}, ULONG_PTR{1}, ~ULONG_PTR{0}, CMenuItemRecord().GetItemData()}) {
+            whole.itemData = measured.itemData = data;
             menu.DrawItem(whole);
             menu.MeasureItem(measured);
-            EXPECT_TRUE(measured.itemWidth == 5 && measured.itemHeight == 5);
         }
+        EXPECT_TRUE(measured.itemWidth == 5 && measured.itemHeight == 5);
         EXPECT_EQ(shown.Differs(untouched), "") << "a foreign item, or text outside of its row";
     }
 }
@@ -283,26 +283,6 @@ protected:
     }
     static std::string Store() { return Shown(COwnerDrawMenu::sharedImages, COwnerDrawMenu::sharedImageIds); }
 };
-
-TEST_F(MenuImages, TheStoreKeepsOneSetForEachCommand) {
-    const CImageList images = Images({red, blue});
-    const std::tuple<bool, bool, int, UINT, const char*> cases[] = {{true, true, 2, 7, ""},
-                                                                    {true, true, -1, 7, ""},
-                                                                    {true, true, 1, 7, " 7b 7B 7s"},
-                                                                    {false, true, 0, 8, " 7b 7B 7s 8r"},
-                                                                    {true, false, 0, 7, " 7r 7B 7s 8r"},
-                                                                    {true, true, 1, 8, " 7r 7B 7s 8b"},
-                                                                    {true, true, 0, 7, " 7r 7R 7s 8b"}};
-    for (const auto& [modern, raised, image, id, store] : cases) {
-        Use(OtherNt, modern, raised);
-        const int place = menu.AddSharedImage(images, image, id);
-        EXPECT_EQ(Store(), store);
-        EXPECT_EQ(place, COwnerDrawMenu::FindSharedImage(id));
-        menu.SetImageSize(menu.imageWidth + 3, 20); // other sizes are fitted in
-    }
-    COwnerDrawMenu::sharedImageIds = {5, 7, 7, 7, 9, 9};
-    for (const int i : {-1, 0, 1, 2, 3, 4, 5, 2'000'000'000}) EXPECT_EQ(COwnerDrawMenu::HasRaisedSet(i), i == 1) << i;
-}
 
 TEST_F(MenuImages, FromBitmapsAndToolbars) {
     COwnerDrawMenu* sub = menu.AppendSubMenu(L"More");

@@ -111,45 +111,10 @@ TEST(MenuShortcut, ExecutesTheFirstItemWithTheMnemonic) {
     EXPECT_EQ(menu.TrackPopupMenu(TPM_RETURNCMD, 60, 60, owner), 100);
 }
 
-TEST(MenuOwnership, HandlesThatAreGoneRefusedOrTheMenusOwn) {
-    COwnerDrawMenu unattached, later;
-    EXPECT_FALSE(unattached.AppendItem("a", MF_STRING, 1, -1) || unattached.InsertItem(0, "b", MF_BYPOSITION, 2, -1));
-    EXPECT_EQ(unattached.itemRecords.size(), 2U) << "refused items keep their records";
-    CPopup root;
-    root.AppendMenuItem(MF_POPUP, IdOfSubMenu(CPopup().GetHandle()), "Gone", -1);
-    later.Attach(root.subMenus.front()); // as if the platform had given the number out again
-    root.AppendItem("self", MF_POPUP, IdOfSubMenu(root.GetHandle()), -1);
-    EXPECT_EQ(root.FindRecord(77), nullptr) << "nothing walks for ever";
-    EXPECT_TRUE(root.DestroyMenu() && !root.DestroyMenu() && COwnerDrawMenu::allSubMenus.empty());
-    EXPECT_EQ(CMenu::FromHandlePermanent(later.GetHandle()), &later);
-    later.Detach();
-}
-
 TEST(ClassicTheme, IsKnownByTheEndOfItsFilesName) {
-    const std::string name = "Windows Classic.theme", path = R"(C:\WINDOWS\Resources\Themes\)";
-    const std::pair<std::string, bool> cases[] = {{name, true},
-                                                  {path + "WINDOWS CLASSIC.THEME", true},
-                                                  {path + "Luna.theme", false},
-                                                  {name.substr(2), false},
-                                                  {name + "2", false},
-                                                  {std::string(300, 'x') + name, false},
-                                                  {std::string(260, 'x'), false},
-                                                  {"", false}};
-    HKEY user = nullptr, key = nullptr;
-    ASSERT_EQ(::RegCreateKeyA(HKEY_CURRENT_USER, "Software\\QuorvaneMenuTest", &user), ERROR_SUCCESS);
-    EXPECT_FALSE(ReadClassicThemeActive(nullptr)) << "no theme";
-    ::RegCreateKeyA(user, R"(Software\Microsoft\Plus!\Themes\Current)", &key);
-    for (const auto& [value, classic] : cases) {
-        for (const DWORD type : {REG_BINARY, REG_SZ}) { // the stored string has no end of its own
-            const auto size = static_cast<DWORD>(value.size());
-            ::RegSetValueExA(key, nullptr, 0, type, reinterpret_cast<const BYTE*>(value.data()), size);
-            EXPECT_EQ(ReadClassicThemeActive(user), classic && type == REG_SZ) << value;
-        }
-    }
-    ::RegDeleteValueA(key, nullptr);
-    EXPECT_FALSE(ReadClassicThemeActive(user));
-    ::RegCloseKey(key);
-    ::RegCloseKey(user);
+    EXPECT_TRUE(NamesClassicTheme("Windows Classic.theme") && NamesClassicTheme(R"(C:\Themes\WINDOWS CLASSIC.THEME)"));
+    for (const char* const other : {"", "Luna.theme", "indows Classic.theme", R"(C:\Themes\Windows Classic.theme2)"})
+        EXPECT_FALSE(NamesClassicTheme(other)) << other;
 }
 
 } // namespace
