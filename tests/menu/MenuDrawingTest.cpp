@@ -335,33 +335,6 @@ TEST_F(MenuImages, FromBitmapsAndToolbars) {
     EXPECT_TRUE(menu.checkImages == nullptr && menu.checkSelectedId == ID_NONE);
 }
 
-TEST_F(MenuImages, SwatchesAndTheColorsOfTheSystem) {
-    CImageList list;
-    list.Create(16, 16, COwnerDrawMenu::imageListFlags, 1, 1);
-    menu.AppendItem(L"", MF_STRING, 700, -1);
-    menu.SetMaskColor(RGB(1, 2, 3));
-    EXPECT_TRUE(menu.AddBitmapToList(list, IDT_SQUARE));
-    CSurface square(16, 16), masked(20, 8), swatch(16, 15), wanted(16, 15);
-    list.Draw(square.GetHandle(), 0, 0, 0, ILD_TRANSPARENT);
-    // Black, silver, grey and white have a meaning; face and light colour are ground of what is embossed.
-    const std::pair<int, COLORREF> colors[] = {{0, Sys(COLOR_BTNTEXT)},
-                                               {2, Sys(COLOR_BTNFACE)},
-                                               {8, red},
-                                               {12, Sys(COLOR_BTNSHADOW)},
-                                               {14, Sys(COLOR_BTNHIGHLIGHT)}};
-    for (const auto& [x, color] : colors) EXPECT_EQ(square.Pixel(x, 3), color) << x;
-    COwnerDrawMenu::EmbossImage(masked, 2, 2, 15, 1, square.Take(), 0, 3, blue);
-    for (const auto& [x, color] : colors)
-        EXPECT_EQ(masked.Pixel(x + 2, 2), x == 2 || x == 14 ? blue : Sys(COLOR_3DSHADOW)) << x;
-    constexpr SIZE small{8, 8};
-    EXPECT_TRUE(menu.ModifyItem(L"", 700, red, blue, -1, &small));
-    COwnerDrawMenu::sharedImages.Draw(swatch.GetHandle(), 0, 0, 0, ILD_TRANSPARENT);
-    wanted.FillSolidRect({0, 0, 16, 15}, Sys(COLOR_MENU));
-    wanted.FillSolidRect({4, 3, 12, 11}, blue);
-    wanted.FillSolidRect({5, 4, 11, 10}, red);
-    EXPECT_EQ(swatch.Differs(wanted), "");
-}
-
 TEST_F(MenuImages, NeitherPaintingNorAddingLosesAnObject) {
     CSurface shown(214, 32);
     ExpectNoGdiObjectLost(20, [&] {
