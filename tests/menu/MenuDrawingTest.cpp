@@ -288,14 +288,13 @@ TEST_F(MenuImages, FromBitmapsAndToolbars) {
     COwnerDrawMenu* sub = menu.AppendSubMenu(L"More");
     sub->AppendItem(L"Blue", MF_STRING, 503, -1);
     const CMenuItemRecord& record = *sub->itemRecords[0];
-    const std::pair<UINT, int> asked[] = {{502, IDT_COMMANDS}, {600, IDB_CHECK_CLEAR}, {502, -1},          {601, -1},
-                                          {602, ID_NONE},      {600, IDT_COMMANDS},    {507, IDT_COMMANDS}};
-    std::string taken;
-    for (const auto& [id, resource] : asked) {
-        menu.AppendItem(L"", MF_STRING, id, resource);
-        taken += std::to_string(menu.itemRecords.back()->sharedIndex) + ' ';
+    constexpr UINT ids[] = {502, 600, 502, 601, 602, 600, 507};
+    constexpr int resources[] = {IDT_COMMANDS, IDB_CHECK_CLEAR, -1, -1, ID_NONE, IDT_COMMANDS, IDT_COMMANDS};
+    constexpr int taken[] = {0, 3, 0, -1, -1, 3, -1};
+    for (int i = 0; i < 7; ++i) {
+        menu.AppendItem(L"", MF_STRING, ids[i], resources[i]);
+        EXPECT_EQ(menu.itemRecords.back()->sharedIndex, taken[i]) << i;
     }
-    EXPECT_EQ(taken, "0 3 0 -1 -1 3 -1 ");
     EXPECT_EQ(Store(), " 502g 502G 502s 600r 600R 600s");
     EXPECT_TRUE(menu.LoadToolbarImages(IDT_COMMANDS));
     EXPECT_EQ(Store(), " 502g 502G 502s 600r 600R 600s 503b 503B 503s");
@@ -321,11 +320,9 @@ TEST_F(MenuImages, FromBitmapsAndToolbars) {
     EXPECT_TRUE(menu.LoadToolbarImages(IDT_SMALL) && CSize(menu.imageWidth, menu.imageHeight) == CSize(16, 15));
     EXPECT_TRUE(menu.LoadToolbarImageSet(sizes, 2) && CSize(menu.imageWidth, menu.imageHeight) == CSize(16, 16));
     EXPECT_FALSE(menu.LoadToolbarImageSet(broken, 2));
-    for (const int none : {0, -1}) {
-        menu.LoadCheckImages(none, IDB_CHECK_SELECTED);
-        menu.LoadCheckImages(IDB_CHECK_CLEAR, none);
-        EXPECT_EQ(menu.checkClearId, -1);
-    }
+    menu.LoadCheckImages(0, IDB_CHECK_SELECTED);
+    menu.LoadCheckImages(IDB_CHECK_CLEAR, 0);
+    EXPECT_EQ(menu.checkClearId, -1);
     menu.LoadCheckImages(IDB_CHECK_CLEAR, IDB_CHECK_SELECTED);
     COwnerDrawMenu* sharing = menu.AppendSubMenu(L"More");
     EXPECT_TRUE(sharing->checkImages == menu.checkImages && sharing->checkSelectedId == IDB_CHECK_SELECTED);

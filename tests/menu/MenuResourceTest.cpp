@@ -4,7 +4,6 @@
 
 #include "MenuTestIds.h"
 #include "framework/Wnd.h"
-#include "menu/ClassicTheme.h"
 #include "menu/MenuFont.h"
 #include "menu/OwnerDrawMenu.h"
 #include "menu/PlatformMenu.h"
@@ -109,12 +108,6 @@ TEST(MenuShortcut, ExecutesTheFirstItemWithTheMnemonic) {
     owner.Create("STATIC", "", WS_POPUP | WS_VISIBLE, {0, 0, 50, 50}, nullptr, 0);
     const CMeanwhile press([&] { return ShownPopup() != nullptr && owner.PostMessage(WM_CHAR, 'l'); });
     EXPECT_EQ(menu.TrackPopupMenu(TPM_RETURNCMD, 60, 60, owner), 100);
-}
-
-TEST(ClassicTheme, IsKnownByTheEndOfItsFilesName) {
-    EXPECT_TRUE(NamesClassicTheme("Windows Classic.theme") && NamesClassicTheme(R"(C:\Themes\WINDOWS CLASSIC.THEME)"));
-    for (const char* const other : {"", "Luna.theme", "indows Classic.theme", R"(C:\Themes\Windows Classic.theme2)"})
-        EXPECT_FALSE(NamesClassicTheme(other)) << other;
 }
 
 } // namespace

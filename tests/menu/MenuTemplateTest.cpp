@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "ResourceFaults.h"
-#include "menu/WindowsVersion.h"
 #include "support/Seed.h"
 
 namespace {
@@ -132,27 +131,6 @@ TEST(ToolbarResource, GivesSizeAndCommandsUpToItsCount) {
     for (const auto& [id, button] : buttons) EXPECT_EQ(toolbar.ButtonIndex(id), button) << id;
     const int images[] = {-1, 0, -1, 1, 2, 3, -1};
     for (int button = -1; button < 6; ++button) EXPECT_EQ(toolbar.ImageIndex(button), images[button + 1]) << button;
-}
-
-TEST(WindowsVersion, EverySystemHasItsCode) {
-    constexpr std::uint32_t old = 0x80000000;
-    const std::tuple<std::uint32_t, std::uint32_t, std::uint32_t, WindowsVersion> cases[] = {
-        {old | 3, 3, 10, HostedWin32},
-        {old | 4, 4, 0, Windows95},
-        {old | 4, 4, 10, Windows98},
-        {old | 4, 4, 90, WindowsMe},
-        {old | 5, 5, 90, Windows95},
-        {old | 5, 5, 10, Windows95},
-        {3, 3, 51, OtherNt},
-        {4, 4, 0, WindowsNt4},
-        {5, 5, 0, Windows2000},
-        {5, 5, 1, WindowsXp},
-        {5, 5, 2, OtherNt},
-        {6, 6, 0, OtherNt},
-        {6, 6, 1, OtherNt}};
-    for (const auto& [word, major, minor, code] : cases)
-        EXPECT_EQ(WindowsVersionCode(word, SystemVersion{major, minor}), code) << major << ' ' << minor;
-    EXPECT_TRUE(WindowsVersionCode(5, {}) == OtherNt && WindowsVersionCode(old | 4, {}) == Windows95);
 }
 
 } // namespace
