@@ -44,8 +44,6 @@ TEST(MenuResource, BuildsATreeUnderAPlainTopLevelOrLeavesNothing) {
               "&File([&Open...\tCtrl+O]100, []-0, [&Recent]([One\t1]+101, [Number two\tTwo]-102)), 中文103, "
               "&View([Zoom]([More]([Wide]104)))");
     EXPECT_EQ(menu.itemRecords[0]->flags, UINT{MF_POPUP | MF_BYPOSITION});
-    EXPECT_EQ(menu.itemRecords[1]->flags, UINT{MF_BYPOSITION});
-    EXPECT_EQ(COwnerDrawMenu::allSubMenus.size(), 5U);
     EXPECT_TRUE(menu.FindSubMenuByText("&View") == menu.GetSubMenuAt(2) && menu.FindSubMenuByText("View") == nullptr);
     for (const UINT broken : {IDM_TOO_EARLY, IDM_CUT_OFF, IDM_EXTENDED}) {
         EXPECT_TRUE(menu.LoadMenuResource("named"));
@@ -74,19 +72,17 @@ TEST(MenuResource, AcceleratorsStandInOneColumn) {
     const CClientDC dc(MenuContextWindow());
     const CFont font(MenuFontDescription());
     const CSelectObject selected(dc, font.GetHandle());
-    for (const std::string& widest : {std::string(500, 'w'), std::string("Widest of all")}) {
-        CPopup menu;
-        const std::string texts[] = {"&Cut\tCtrl+X", widest + "\tF1\tF2", "i\t", "\tCtrl+Y", "Plain", ""};
-        for (const std::string& text : texts) menu.AppendItem(text.c_str(), MF_STRING, 1, -1);
-        menu.PadAccelerators();
-        for (std::size_t i = 0; i < std::size(texts); ++i) {
-            std::string wanted = texts[i];
-            const LONG column = dc.GetTextExtent(widest + " ").cx;
-            for (std::size_t at = wanted.find('\t');
-                 at != std::string::npos && dc.GetTextExtent(wanted.substr(0, at)).cx < column; ++at)
-                wanted.insert(at, " ");
-            EXPECT_EQ(menu.itemRecords[i]->GetNarrowText(), wanted);
-        }
+    CPopup menu;
+    const std::string widest(500, 'w'), texts[] = {"&Cut\tCtrl+X", widest + "\tF1\tF2", "i\t", "\tCtrl+Y", "Plain", ""};
+    for (const std::string& text : texts) menu.AppendItem(text.c_str(), MF_STRING, 1, -1);
+    menu.PadAccelerators();
+    const LONG column = dc.GetTextExtent(widest + " ").cx;
+    for (int i = 0; i < 6; ++i) {
+        std::string wanted = texts[i];
+        std::size_t tab = wanted.find('\t');
+        for (; tab != std::string::npos && dc.GetTextExtent(wanted.substr(0, tab)).cx < column; ++tab)
+            wanted.insert(tab, " ");
+        EXPECT_EQ(menu.itemRecords[i]->GetNarrowText(), wanted);
     }
 }
 
@@ -101,7 +97,6 @@ TEST(MenuShortcut, ExecutesTheFirstItemWithTheMnemonic) {
         EXPECT_EQ(menu.MenuChar(character, MF_SYSMENU), 0) << character;
     }
     for (const UINT character : {UINT{'p'}, 0U, 0xFFU}) EXPECT_EQ(menu.MenuChar(character, MF_POPUP), 0) << character;
-    EXPECT_EQ(COwnerDrawMenu::FindShortcut('o', MF_POPUP, nullptr), 0);
     ::RemoveMenu(menu.GetHandle(), 0, MF_BYPOSITION);
     EXPECT_EQ(menu.MenuChar('o', MF_POPUP), MAKELRESULT(0, 2)) << "after the records are in step again";
     CWnd owner;
