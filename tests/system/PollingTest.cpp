@@ -1,149 +1,138 @@
 // Polling as the wire, the log and the window show it, on a good line and on bad ones.
-#include <algorithm>
+#include <fstream>
+#include <regex>
 
 #include "SystemTest.h"
+#include "framework/Time.h"
+#include "link/ReplyMessages.h"
 
 namespace {
 
-std::string Now() {
-    return CTime::Now().Format("%Y/%m/%d %H:%M:%S");
-}
+const std::string all = "0 1 2 3 4 5";
 
 class Polling : public SystemTest {
 protected:
-    // The strict rotation of the six addresses at the pace of the timer, and never two commands at a time.
-    void CheckPace() {
-        const auto polls = counters->Heard("81 ");
-        for (std::size_t i = 0; i < polls.size(); ++i) {
-            ASSERT_EQ(polls[i].hex, FrameAround("0" + std::to_string(i % 6) + " 81 ")) << "poll " << i;
-        }
-        using Time = std::chrono::duration<double, std::milli>;
-        constexpr std::size_t settled = 12; // the settings reads of new counters push the first round back
-        const Time gap = Time(polls.back().latest - polls[settled].latest) / (polls.size() - 1 - settled);
-        RecordProperty("millisecondsBetweenPolls", std::to_string(gap.count()));
-        EXPECT_NEAR(gap.count(), 200, 6 * TimeFactor());
-
-        // A command takes its pause of 100 ms, and the next one begins 10 ms later at the earliest.
-        auto shortest = Time::max();
-        const auto frames = counters->Heard();
-        for (std::size_t i = 1; i < frames.size(); ++i) {
-            shortest = std::min(shortest, Time(frames[i].latest - frames[i - 1].earliest));
-        }
-        RecordProperty("millisecondsBetweenCommands", std::to_string(shortest.count()));
-        EXPECT_GE(shortest.count(), 110);
-    }
-
-    // Every frame is in the log in its order, with what came back behind it; texts and totals agree with the wire.
-    void CheckLog(const std::string& begun) const {
-        const auto frames = counters->Heard();
-        const auto lines = LogLines();
-        ASSERT_EQ(lines.size(), 2 * frames.size());
-        std::string received, last = begun;
-        for (std::size_t i = 0; i < lines.size(); ++i) {
-            ASSERT_EQ(lines[i].sent, i % 2 == 0) << "line " << i + 1;
-            EXPECT_GE(lines[i].time, std::exchange(last, lines[i].time));
-            if (!lines[i].sent)
-                received += lines[i].hex;
-            else
-                EXPECT_EQ(lines[i].hex, frames[i / 2].hex);
-        }
-        EXPECT_LE(last, Now());
-        EXPECT_EQ(counters->HeardBytes(), 5 * frames.size()) << "something else is on the wire";
-        EXPECT_EQ(received, HexOf(counters->Spoken()));
-        ExpectTotals(counters->HeardBytes(), counters->Spoken().size());
-        ExpectText(IDC_TRANSMITTED_EDIT, frames.back().hex);
-        ExpectText(IDC_RECEIVED_EDIT, lines.back().hex);
+    void PollAll() {
+        PlayCounters({0, 1, 2, 3, 4, 5});
+        StartPolling();
+        ExpectAddressButtons(all);
     }
 };
 
-TEST_F(Polling, SixCountersAppearAndTheirCountsRise) {
-    const std::string begun = Now();
+TEST_F(Polling, SixCountersAppearAndWireLogAndWindowAgree) {
+    const auto now = [] { return CTime::Now().Format("%Y/%m/%d %H:%M:%S"); };
+    std::string last = now();
     PlayCounters({0, 1, 2, 3, 4, 5});
-    StartPolling();
-    EXPECT_FALSE(program.IsEnabled(IDC_UPDATE) || program.IsEnabled(IDC_CLEAR));
-    ExpectAddressButtons("0 1 2 3 4 5");
+    StartProgram();
+    for (const int key : {VK_ESCAPE, VK_RETURN}) PressKey(key); // polling starts by Enter, and Esc closes nothing
+    ExpectAddressButtons(all);
     ExpectPollingGoesOn();
-    counters->Count(4, 65535, 384);
     program.Click(IDC_ADDRESS_BUTTON_FIRST + 4);
-    ExpectText(IDC_IN_DISPLAY, "65535");
     ExpectText(IDC_ADDRESS_EDIT, "4");
     ExpectPollingGoesOn(4);
-
-    EXPECT_TRUE(Await([&] { return counters->Heard("81 ").size() >= 32; }, 15s));
     StopPolling();
-    EXPECT_TRUE(program.IsEnabled(IDC_UPDATE) && program.IsEnabled(IDC_CLEAR));
-    CheckPace();
-    CheckLog(begun);
-    // Each counter's settings are read once, when it turns up.
-    auto reads = counters->Heard("82 ");
-    std::ranges::sort(reads, {}, &HeardFrame::hex);
-    ASSERT_EQ(reads.size(), 6U);
-    for (std::size_t i = 0; i < 6; ++i) EXPECT_EQ(reads[i].hex, FrameAround("0" + std::to_string(i) + " 82 "));
-}
-
-TEST_F(Polling, WithoutCountersThePaceStaysAndTheKeysWork) {
-    const std::string begun = Now();
-    PlayCounters({});
-    StartProgram();
-    PressKey(VK_ESCAPE);
-    PressKey(VK_RETURN);
-    ExpectText(IDC_START, "Stop");
-    EXPECT_TRUE(Await([&] { return counters->Heard().size() >= 32; }, 15s));
-    program.Click(IDC_SENSITIVITY_EDIT);
-    PressKey(VK_RETURN);
-    ExpectText(IDC_START, "Start");
-    EXPECT_TRUE(counters->AwaitSilence());
-    CheckPace();
-    CheckLog(begun);
-    ExpectAddressButtons("");
-}
-
-TEST_F(Polling, GoodRecordsAreFoundInBadCompany) {
-    PlayCounters({0, 1, 2, 3, 4, 5});
-    counters->BringFaults({"noise=7 0", "twice 1", "echo 2", "garbledate 3", "nodate 4"});
-    for (std::uint8_t address = 0; address < 6; ++address) counters->Count(address, 2000 + address, 50);
-    StartPolling();
-    ExpectAddressButtons("0 1 2 3 4 5");
-    ASSERT_TRUE(counters->AwaitFrames(6));
-    for (int address = 0; address < 6; ++address) {
-        program.Click(IDC_ADDRESS_BUTTON_FIRST + address);
-        ExpectText(IDC_IN_DISPLAY, std::to_string(2000 + address));
+    const auto polls = counters->Heard("81"), frames = counters->Heard();
+    for (std::size_t i = 0; i < polls.size(); ++i)
+        ASSERT_EQ(polls[i], HexOf(FrameOf("0" + std::to_string(i % 6) + " 81"))) << "poll " << i;
+    EXPECT_EQ(counters->Heard("82").size(), 6U) << "each counter's settings are read once";
+    // Every frame is in the log in its order, with what came back behind it, in the exact form.
+    const std::regex pair(R"((.{19}): TX-->((?:[0-9a-f]{2} )+)\r\n(.{19}): RX-->((?:[0-9a-f]{2} )*)\r\n)");
+    std::string log = LogText(), received;
+    std::smatch parts;
+    for (const std::string& frame : frames) {
+        ASSERT_TRUE(std::regex_search(log, parts, pair, std::regex_constants::match_continuous)) << log.substr(0, 99);
+        EXPECT_EQ(parts[2], frame + " ");
+        EXPECT_TRUE(last <= parts[1] && parts[1] <= parts[3]) << parts[0];
+        last = parts[3];
+        received += parts[4];
+        log = parts.suffix();
     }
-    ExpectAddressButtons("0 1 2 3 4 5");
+    EXPECT_EQ(log, "");
+    EXPECT_EQ(counters->HeardBytes(), 5 * frames.size()) << "something else is on the wire";
+    EXPECT_EQ(received, HexOf(counters->Spoken()) + " ");
+    ExpectTotals(counters->HeardBytes(), counters->Spoken().size());
+    ExpectText(IDC_TRANSMITTED_EDIT, frames.back() + " ");
 }
 
-// What comes too late stands before the next counter's answer.
-TEST_F(Polling, BadRecordsTakeTheirCounterOffUntilItsNextGoodOne) {
-    PlayCounters({0, 1, 2, 3, 4, 5});
-    StartPolling();
-    ExpectAddressButtons("0 1 2 3 4 5");
-    const std::pair<std::vector<std::string>, const char*> rounds[] = {
+// A bad record takes its counter off until its next good one; what comes too late stands before the next one's answer.
+TEST_F(Polling, OnBadLines) {
+    PollAll();
+    const std::pair<std::vector<std::string>, std::string> rows[] = {
+        {{"noise=7 0", "twice 1", "echo 2", "garbledate 3", "nodate 4"}, all},
         {{"torn 1", "checksum 2", "silent 3", "overlong 4", "late=150 5"}, "0"},
         {{"stranger=9 1", "stranger=255 2", "split=150 3", "torn=1 4", "torn=16 5"}, "0"},
         {{"silent *"}, ""}};
-    for (const auto& [faults, shown] : rounds) {
+    for (const auto& [faults, shown] : rows) {
         SCOPED_TRACE(faults.front());
         counters->BringFaults(faults);
+        EXPECT_TRUE(counters->AwaitFrames(8)); // each address at least once
         ExpectAddressButtons(shown);
         counters->BringFaults({});
-        ExpectAddressButtons("0 1 2 3 4 5");
+        ExpectAddressButtons(all);
     }
+    for (UINT message = WM_POLL_REPLY; message <= WM_SHOW_COUNTER; ++message) { // another program makes up replies
+        for (const WPARAM block : {WPARAM{7}, WPARAM{0x10000}, ~WPARAM{0}})
+            ::PostMessageA(program.Panel(), message, block, 17);
+    }
+    EXPECT_TRUE(program.Answers() && program.Box() == nullptr);
     program.Click(IDC_ADDRESS_BUTTON_FIRST); // another one may have come back first
     ExpectPollingGoesOn();
 }
 
-TEST_F(Polling, AFloodIsReadAndForgotten) {
-    PlayCounters({0});
-    StartPolling();
-    ExpectPollingGoesOn();
-    LineBytes flood;
-    for (int i = 0; i < 600; ++i) flood.insert(flood.end(), {0x02, 0x00, 0x00, 0x03, static_cast<std::uint8_t>(i)});
-    counters->Say(flood);
-    ASSERT_TRUE(counters->AwaitFrames(6));
-    ExpectPollingGoesOn();
-    StopPolling();
-    ExpectTotals(counters->HeardBytes(), counters->Spoken().size());
-    EXPECT_FALSE(program.ShowsBox());
+TEST_F(Polling, PortRateAndLanguageAreChosen) {
+    const std::string ports[] = {nearPort, TestPort('C')};
+    CCounterPlayer others({0, 1, 2, 3, 4, 5});
+    ASSERT_TRUE(others.Play(TestPort('D'))) << "no second cable";
+    PollAll();
+    const auto pressRow = [](HWND popup, LONG row) { // counted from the end, rows of one height
+        RECT place{};
+        ::GetWindowRect(popup, &place);
+        ClickAt({place.left + 40, place.top + 3 + 22 * row + 11});
+    };
+    for (int i = 1; i <= 6; ++i) {
+        const auto number = static_cast<DWORD>(std::stoul(ports[i % 2].substr(3)));
+        const HWND root = program.OpenMenu(ID_PORT_MENU);
+        pressRow(root, 0);
+        HWND rows = nullptr;
+        ASSERT_TRUE(Await([&] { return (rows = ShownPopup()) != root && rows != nullptr; }));
+        pressRow(rows, static_cast<LONG>(number) - 1); // every port up to these is there
+        EXPECT_TRUE(Await([&] { return Stored("COM") == number; })) << i;
+        EXPECT_TRUE((i % 2 != 0 ? others : *counters).AwaitFrames(3)) << i;
+        EXPECT_EQ(program.Text(IDC_PORT), "Close COM") << i;
+    }
+    const std::pair<int, std::string> fields[] = {
+        {IDC_COM_SETTING_BAUD, "115200"}, {IDC_COM_SETTING_BAUD, "4800"}, {IDC_COM_SETTING_PORT, ports[1]}};
+    for (const auto& [field, text] : fields) {
+        ::PostMessageA(program.Frame(), WM_COMMAND, ID_COM_SETTING, 0);
+        ASSERT_TRUE(Await([this] { return program.Box() != nullptr; }));
+        ::SendMessageA(FindControl(program.Box(), field), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+        CProgram::ClickOn(FindControl(program.Box(), IDC_COM_SETTING_OK));
+        ASSERT_TRUE(Await([this] { return program.Box() == nullptr; }));
+        EXPECT_TRUE((field == IDC_COM_SETTING_PORT ? others : *counters).AwaitFrames(3)) << text;
+    }
+    EXPECT_TRUE(counters->AwaitSilence()) << "polls still go out on the former port";
+    program.OpenMenu(ID_LANGUAGE_MENU);
+    for (const int key : {VK_DOWN, VK_DOWN, VK_RETURN}) PressKey(key);
+    program.ExpectBox("Set up successfully. The next time start to take effect");
+    EXPECT_EQ(Stored("Language"), 1U);
+}
+
+TEST_F(Polling, APulledCableAndItsReturn) {
+    // The file that stands for the pulled cable: see docs/testing.md.
+    const char* const pulled = std::getenv("QUORVANE_TEST_PULLED");
+    ASSERT_NE(pulled, nullptr) << "nobody to pull the cable";
+    PollAll();
+    std::ofstream(pulled).put('x');
+    ExpectAddressButtons(""); // nobody answers any more
+    EXPECT_TRUE(Await([size = LogText().size()] { return LogText().size() > size + 100; })) << "polling stops";
+    program.Click(IDC_PORT);
+    ExpectText(IDC_PORT, "Open COM");
+    std::remove(pulled);
+    counters = std::make_unique<CCounterPlayer>(std::vector<std::uint8_t>{0, 1, 2, 3, 4, 5});
+    ASSERT_TRUE(Await([this] { return counters->Play(farPort); }));
+    program.Click(IDC_PORT);
+    ExpectText(IDC_PORT, "Close COM");
+    ExpectAddressButtons(all);
 }
 
 } // namespace

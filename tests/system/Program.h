@@ -1,5 +1,5 @@
 // The built program as a process of its own: started, seen and pressed as by a user, with the mouse and the keyboard of
-// the system. What the program leaves unanswered for five seconds fails instead of hanging the test.
+// the system.
 #pragma once
 
 #include <chrono>
@@ -10,76 +10,192 @@
 
 #include <windows.h>
 
-#include "TimeFactor.h"
+#include <gtest/gtest.h>
+
+#include "resources/ResourceIds.h"
+#include "support/Windows.h"
 
 using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
-// Asks every few milliseconds, up to the limit; that of a slow machine is farther off.
+// Asks every few milliseconds, up to the limit.
 template <class Condition>
-bool Await(const Condition& condition, Clock::duration limit = 10s) {
-    for (const auto deadline = Clock::now() + limit * TimeFactor(); !condition(); std::this_thread::sleep_for(2ms)) {
-        if (Clock::now() >= deadline) return false;
+bool Await(const Condition& condition, Clock::duration limit = 20s) {
+    for (const auto end = Clock::now() + limit; !condition(); std::this_thread::sleep_for(2ms)) {
+        if (Clock::now() >= end) return false;
     }
     return true;
 }
 
-// Presses and releases the left mouse button; the time of the press.
-Clock::time_point ClickAt(POINT place);
+inline POINT MiddleOf(HWND window) {
+    RECT rect{};
+    ::GetWindowRect(window, &rect);
+    return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+}
 
-// Presses and releases a key, with another one held down meanwhile; 0 for none.
-void PressKey(WORD key, WORD held = 0);
+// Until the pointer rests there.
+inline void PointAt(POINT place) {
+    // A busy window may still have older moves to hear of, which would take the pointer back in the middle of a click.
+    auto resting = Clock::now();
+    EXPECT_TRUE(Await([&] {
+        POINT now{};
+        DWORD_PTR result = 0;
+        ::SendMessageTimeoutA(::WindowFromPoint(place), WM_NULL, 0, 0, SMTO_NORMAL, 5000, &result);
+        ::GetCursorPos(&now);
+        if (now.x != place.x || now.y != place.y) {
+            ::SetCursorPos(place.x, place.y);
+            resting = Clock::now();
+        }
+        return Clock::now() - resting > 50ms;
+    }));
+    // A hand is never quite still: a window that has had no move since a menu over it ended hears of the pointer now.
+    ::SetCursorPos(place.x - 1, place.y);
+    ::SetCursorPos(place.x, place.y);
+}
+
+inline void MoveButton(DWORD flag) { // MOUSEEVENTF_LEFTDOWN or MOUSEEVENTF_LEFTUP
+    INPUT event{};
+    event.mi.dwFlags = flag;
+    ::SendInput(1, &event, sizeof event);
+}
+
+inline void ClickAt(POINT place) {
+    PointAt(place);
+    MoveButton(MOUSEEVENTF_LEFTDOWN);
+    MoveButton(MOUSEEVENTF_LEFTUP);
+}
+
+// With another one held down meanwhile.
+inline void PressKey(int key, WORD held = 0) {
+    const auto send = [](WORD virtualKey, DWORD flags) {
+        INPUT event{};
+        event.type = INPUT_KEYBOARD;
+        event.ki.wVk = virtualKey;
+        event.ki.wScan = static_cast<WORD>(::MapVirtualKeyA(virtualKey, MAPVK_VK_TO_VSC));
+        event.ki.dwFlags = flags;
+        ::SendInput(1, &event, sizeof event);
+    };
+    if (held != 0) send(held, 0);
+    for (const DWORD flags : {0, KEYEVENTF_KEYUP}) send(static_cast<WORD>(key), flags);
+    if (held != 0) send(held, KEYEVENTF_KEYUP);
+}
 
 class CProgram {
 public:
     static constexpr char title[] = "Keldrun Version 1.1-20101001       www.brenholt.example";
 
-    CProgram();
+    CProgram() = default;
     CProgram(const CProgram&) = delete;
     CProgram& operator=(const CProgram&) = delete;
-    ~CProgram(); // ends what is still there by force
+    // Ends what is still there by force
+    ~CProgram() {
+        if (process == nullptr) return;
+        ::TerminateProcess(process, 1);
+        ::WaitForSingleObject(process, 5000);
+        ::CloseHandle(process);
+    }
 
     // Where the program, its language library and its log are, with a backslash behind it.
-    static std::string Folder();
+    static std::string Folder() {
+        char path[MAX_PATH]{};
+        ::GetModuleFileNameA(nullptr, path, sizeof path);
+        const std::string test(path);
+        return test.substr(0, test.rfind('\\', test.rfind('\\') - 1)) + "\\bin\\";
+    }
 
-    // Launch only makes the process. Start also waits until its window can be seen and answers.
-    bool Launch(const std::string& path = Folder() + "Quorvane.exe");
-    bool Start(const std::string& path = Folder() + "Quorvane.exe", const char* caption = title);
+    // Launch only makes the process. Start also waits for its window, and clicks it to the front: a press that had to
+    // do so first could lose the mouse to that, and with it the click.
+    bool Launch(const std::string& path = Folder() + "Quorvane.exe") {
+        STARTUPINFOA start{};
+        start.cb = sizeof start;
+        PROCESS_INFORMATION made{};
+        const std::string folder = path.substr(0, path.rfind('\\') + 1);
+        if (!::CreateProcessA(path.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start,
+                              &made))
+            return false;
+        ::CloseHandle(made.hThread);
+        if (process != nullptr) ::CloseHandle(process);
+        process = made.hProcess;
+        return true;
+    }
+    bool Start(const std::string& path = Folder() + "Quorvane.exe", const char* caption = title) {
+        if (!Launch(path) ||
+            !Await([&] { return ::IsWindowVisible(frame = ::FindWindowA(nullptr, caption)) != FALSE; }))
+            return false;
+        return Await([this] { return ::GetForegroundWindow() == frame; }) && Answers();
+    }
     // The exit code, or nothing if the process is still there at the limit. Close asks the window to close before.
-    std::optional<DWORD> AwaitExit(Clock::duration limit) const;
-    std::optional<DWORD> Close();
+    std::optional<DWORD> AwaitExit(Clock::duration limit = 10s) const {
+        const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(limit).count();
+        DWORD code = 0;
+        if (::WaitForSingleObject(process, static_cast<DWORD>(time)) != WAIT_OBJECT_0) return std::nullopt;
+        ::GetExitCodeProcess(process, &code);
+        return code;
+    }
+    std::optional<DWORD> Close() const {
+        ::PostMessageA(frame, WM_CLOSE, 0, 0);
+        return AwaitExit();
+    }
     bool IsRunning() const { return process != nullptr && !AwaitExit(0ms); }
-    bool ShowsAnyWindow() const;
 
     HWND Frame() const { return frame; } // known once Start has found it
     HWND Panel() const { return ::FindWindowExA(frame, nullptr, "#32770", nullptr); }
-    HWND Control(int id) const; // at any depth
-    static HWND ControlIn(HWND window, int id);
-    std::string Text(int id) const; // UTF-8
+    HWND Control(int id) const { return FindControl(frame, id); }
+    std::string Text(int id) const { return TextOf(Control(id)); } // UTF-8, as this program's code page is
     bool IsEnabled(int id) const { return ::IsWindowEnabled(Control(id)) != FALSE; }
     bool IsVisible(int id) const { return ::IsWindowVisible(Control(id)) != FALSE; }
 
-    // With the mouse, in the middle of the control; fails the test if another window is there. The time of the press.
-    Clock::time_point Click(int id) const;
+    // With the mouse, in the middle of the control; fails the test if another window is there.
+    void Click(int id) const { ClickOn(Control(id)); }
+    static void ClickOn(HWND control) {
+        ASSERT_TRUE(Await([control] {
+            const HWND there = ::WindowFromPoint(MiddleOf(control));
+            return there == control || ::IsChild(control, there);
+        })) << "no way to click at control "
+            << ::GetDlgCtrlID(control);
+        ClickAt(MiddleOf(control));
+    }
     // Replaces an edit's text key by key, digits only.
-    void Type(int id, std::string_view digits) const;
+    void Type(int id, std::string_view digits) const {
+        Click(id);
+        PressKey(VK_HOME);
+        PressKey(VK_END, VK_SHIFT);
+        for (const char digit : digits) PressKey(digit);
+    }
+    // The popup of a bar's or a menu's button; null, and a failure, if none comes up.
+    HWND OpenMenu(int button) const {
+        Click(button);
+        EXPECT_TRUE(Await(&ShownPopup)) << "no menu of " << button;
+        return ShownPopup();
+    }
+    // What stands over the frame, when it can be seen; null if nothing does.
+    HWND Box() const {
+        const HWND box = ::GetLastActivePopup(frame);
+        return box != frame && ::IsWindowVisible(box) ? box : nullptr;
+    }
     // The message box on top, when it reads so, is closed with the mouse.
-    void ExpectBox(const std::string& text) const;
-    bool ShowsBox() const { return ::GetLastActivePopup(frame) != frame; }
+    void ExpectBox(const std::string& text) const {
+        HWND box = nullptr;
+        const bool stands = Await([&] { return (box = Box()) != nullptr && FindByText(box, text) != nullptr; });
+        ASSERT_TRUE(stands) << "no box reads \"" << text << '"';
+        HWND button = FindControl(box, IDC_MESSAGE_OK); // else it is the platform's own box
+        for (const int id : {IDOK, IDCANCEL}) button = button != nullptr ? button : FindControl(box, id);
+        ClickOn(button);
+        EXPECT_TRUE(Await([box] { return !::IsWindow(box); })) << "the box stays: " << text;
+    }
 
-    // Whether the window takes messages; a command as from the program's own controls and menus.
-    static bool SendTo(HWND window, UINT message, WPARAM wParam);
-    bool Answers() const { return SendTo(frame, WM_NULL, 0); }
-    bool SendCommand(int id) const { return SendTo(Panel(), WM_COMMAND, static_cast<WPARAM>(id)); }
+    // A command as from the program's own controls and menus.
+    bool Answers() const { return Sends(WM_NULL, 0); }
+    bool SendCommand(int id) const { return Sends(WM_COMMAND, static_cast<WPARAM>(id)); }
     void PostCommand(int id) const { ::PostMessageA(Panel(), WM_COMMAND, static_cast<WPARAM>(id), 0); }
 
-    DWORD HandleCount() const;
-    std::size_t ResidentBytes() const;
-    Clock::duration ProcessorTime() const;
-
 private:
-    HANDLE job; // ends the process with the test, however that ends
+    bool Sends(UINT message, WPARAM wParam) const {
+        DWORD_PTR result = 0;
+        return ::SendMessageTimeoutA(Panel() != nullptr ? Panel() : frame, message, wParam, 0, SMTO_NORMAL, 10'000,
+                                     &result) != 0;
+    }
+
     HANDLE process = nullptr;
-    DWORD processId = 0;
     HWND frame = nullptr;
 };

@@ -1,0 +1,239 @@
+// The programs' approved looks: what a user sees of the main window, the popups and the dialogs in both languages, and
+// of the gallery, pixel by pixel as in docs/pictures. With QUORVANE_LOOKS_APPROVE the looks are written to that folder
+// instead: see scripts/pictures.sh.
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "SystemTest.h"
+#include "gallery/GalleryIds.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Picture {
+    int width = 0, height = 0;
+    std::string rgb{}; // three bytes a pixel, from the top
+
+    bool operator==(const Picture&) const = default;
+};
+
+Picture TakeFromScreen(const RECT& place) {
+    const HDC screen = ::GetDC(nullptr), memory = ::CreateCompatibleDC(screen);
+    Picture taken{place.right - place.left, place.bottom - place.top};
+    const BITMAPINFO form{{sizeof(BITMAPINFOHEADER), taken.width, -taken.height, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
+    void* bits = nullptr;
+    const HBITMAP bitmap = ::CreateDIBSection(screen, &form, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HGDIOBJ former = ::SelectObject(memory, bitmap);
+    ::BitBlt(memory, 0, 0, taken.width, taken.height, screen, place.left, place.top, SRCCOPY);
+    ::GdiFlush();
+    const char* const bgr = static_cast<const char*>(bits);
+    for (int i = 0; i < taken.width * taken.height; ++i)
+        for (int channel = 2; channel >= 0; --channel) taken.rgb += bgr[4 * i + channel];
+    ::SelectObject(memory, former);
+    ::DeleteObject(bitmap);
+    ::DeleteDC(memory);
+    ::ReleaseDC(nullptr, screen);
+    return taken;
+}
+
+// Both in the plainest form of a picture file, PPM.
+Picture Load(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::string word;
+    Picture loaded;
+    in >> word >> loaded.width >> loaded.height >> word;
+    in.get();
+    loaded.rgb.assign(std::istreambuf_iterator<char>(in), {});
+    return loaded;
+}
+
+void Save(const std::string& path, const Picture& picture) {
+    std::ofstream out(path, std::ios::binary);
+    out << "P6 " << picture.width << ' ' << picture.height << " 255\n" << picture.rgb;
+    ASSERT_TRUE(out.flush().good()) << path;
+}
+
+// The approved one, below it the present one, and then where they differ, if they are of one size.
+Picture OneAboveTheOther(const Picture& approved, const Picture& present) {
+    if (approved.rgb.size() != present.rgb.size()) return present;
+    Picture all{present.width, 3 * present.height, approved.rgb + present.rgb};
+    for (std::size_t i = 0; i < present.rgb.size(); ++i) all.rgb += approved.rgb[i] == present.rgb[i] ? '\0' : '\xFF';
+    return all;
+}
+
+RECT WindowRect(HWND window) {
+    RECT rect{};
+    ::GetWindowRect(window, &rect);
+    return rect;
+}
+
+// Looks at the place of the screen until it is as approved: windows come up one after the other, and carets blink. What
+// is in `masks` may be anything.
+void ExpectLook(const std::string& name, const RECT& place, const std::vector<RECT>& masks = {}) {
+    const auto masked = [&](Picture picture) {
+        for (const RECT& mask : masks) {
+            for (LONG y = mask.top; y < mask.bottom && y < picture.height; ++y)
+                std::fill_n(picture.rgb.begin() + 3 * (y * picture.width + mask.left), 3 * (mask.right - mask.left),
+                            ' ');
+        }
+        return picture;
+    };
+    Picture present;
+    if (const char* const folder = std::getenv("QUORVANE_LOOKS_APPROVE")) {
+        const auto rests = [&] {
+            std::this_thread::sleep_for(150ms);
+            const Picture former = std::exchange(present, TakeFromScreen(place));
+            return masked(former) == masked(present);
+        };
+        EXPECT_TRUE(Await([&] { return rests() && rests(); })) << name << " doesn't come to rest";
+        return Save(std::string(folder) + "\\" + name + ".ppm", present);
+    }
+    const Picture approved = masked(Load(CProgram::Folder() + "..\\tests\\looks\\" + name + ".ppm"));
+    if (Await([&] { return (present = masked(TakeFromScreen(place))) == approved; }, 5s)) return;
+    fs::create_directories(CProgram::Folder() + "..\\looks");
+    Save(CProgram::Folder() + "..\\looks\\" + name + ".ppm", OneAboveTheOther(approved, present));
+    ADD_FAILURE() << name << " isn't as in docs/pictures: see looks/" << name << ".ppm in the folder of the build";
+}
+
+// What may be anything, in the frame's client area.
+const std::vector<RECT> clock{{136, 98, 280, 120}}; // the machine's, until a counter has told its own
+const std::vector<RECT> traffic{{30, 288, 192, 312}, {208, 288, 366, 312}, {10, 316, 210, 336}}; // goes on
+
+class Looks : public SystemTest, public testing::WithParamInterface<const char*> {
+protected:
+    // The masks in the frame's client area.
+    void Expect(const std::string& name, std::vector<RECT> masks = {}) const {
+        const RECT frame = WindowRect(program.Frame());
+        POINT origin{};
+        ::ClientToScreen(program.Frame(), &origin);
+        for (RECT& mask : masks) ::OffsetRect(&mask, origin.x - frame.left, origin.y - frame.top);
+        ExpectLook(GetParam() + ("-" + name), frame, masks);
+    }
+    // A piece of the client area, {left, top, right, bottom}.
+    void ExpectPiece(const std::string& name, RECT piece) const {
+        ::MapWindowPoints(program.Frame(), nullptr, reinterpret_cast<POINT*>(&piece), 2);
+        ExpectLook(GetParam() + ("-" + name), piece, clock);
+    }
+    // At a place of the panel where it changes nothing.
+    void RestPointer() const {
+        POINT place{462, 85};
+        ::ClientToScreen(program.Frame(), &place);
+        PointAt(place);
+    }
+    void Click(int id) const {
+        program.Click(id);
+        RestPointer();
+    }
+    void AwaitBox() const {
+        ASSERT_TRUE(Await([this] { return program.Box() != nullptr; })) << "no box";
+    }
+    void CloseBox() const {
+        const HWND box = program.Box();
+        PressKey(VK_ESCAPE);
+        ASSERT_TRUE(Await([box] { return !::IsWindow(box); }));
+    }
+    void ExpectMenu(const std::string& name, int button, std::initializer_list<int> keys) const {
+        program.OpenMenu(button);
+        for (const int key : keys) PressKey(key);
+        ExpectPiece(name, {0, 0, 270, 130});
+        ASSERT_TRUE(Await([] {
+            if (ShownPopup() != nullptr) PressKey(VK_ESCAPE);
+            std::this_thread::sleep_for(50ms);
+            return ShownPopup() == nullptr;
+        }));
+    }
+};
+
+TEST_P(Looks, OfTheMainWindowAndItsDialogs) {
+    Store("Language", std::string(GetParam()) == "zh" ? 1 : 0);
+    PlayCounters({0, 1}, true);
+    StartProgram();
+    RestPointer();
+    Expect("start", clock);
+    ExpectMenu("menu-port", ID_PORT_MENU, {VK_DOWN, VK_RIGHT});
+    ExpectMenu("menu-device", ID_PORT_MENU, {VK_DOWN, VK_DOWN, VK_RIGHT});
+    ExpectMenu("menu-language", ID_LANGUAGE_MENU, {VK_DOWN});
+    ExpectMenu("menu-help", ID_HELP_MENU, {});
+    RestPointer();
+    for (const auto& [command, name] : {std::pair(ID_ABOUT, "about"), {ID_COM_SETTING, "com-setting"}}) {
+        ::PostMessageA(command == ID_ABOUT ? program.Panel() : program.Frame(), WM_COMMAND, command, 0);
+        AwaitBox();
+        Expect(name, clock);
+        CloseBox();
+    }
+    PointAt(MiddleOf(program.Control(IDC_LANGUAGE_CHINESE)));
+    MoveButton(MOUSEEVENTF_LEFTDOWN);
+    ExpectPiece("buttons", {10, 118, 380, 150});
+    RestPointer(); // out of the button, so that nothing is chosen
+    MoveButton(MOUSEEVENTF_LEFTUP);
+
+    counters->Count(0, 1286, 1241);
+    counters->Count(1, 402, 397);
+    StartPolling();
+    RestPointer();
+    ExpectAddressButtons("0 1");
+    Expect("polling", traffic);
+    counters->BringFaults({"silent 0"});
+    ExpectAddressButtons("1");
+    Expect("one-left", traffic);
+    counters->BringFaults({"silent *"});
+    ExpectAddressButtons("");
+    Expect("none-left", traffic);
+    counters->BringFaults({});
+    ExpectAddressButtons("0 1");
+    StopPolling();
+    Click(IDC_CLEAR);
+    AwaitBox();
+    Expect("message-done");
+    CloseBox();
+    program.Type(IDC_SENSITIVITY_EDIT, "250");
+    for (const int id : {IDC_LANGUAGE_CHINESE, IDC_DIRECTION_OUT, IDC_SD_DETECT_YES}) program.Click(id);
+    Click(IDC_PORT);
+    Expect("closed");
+    Click(IDC_PORT);
+    counters->BringFaults({"silent *"});
+    Click(IDC_UPDATE);
+    AwaitBox();
+    Expect("message-silent");
+    CloseBox();
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, Looks, testing::Values("en", "zh"),
+                         [](const auto& language) { return language.param; });
+
+constexpr std::pair<int, const char*> menus[] = {
+    {IDC_MENU_MODERN_RAISED, "raised"}, {IDC_MENU_MODERN_LEVEL, "level"},        {IDC_MENU_MODERN_BARE, "bare"},
+    {IDC_MENU_CLASSIC, "classic"},      {IDC_MENU_CLASSIC_BARE, "classic-bare"}, {IDC_MENU_SKIN, "skin"},
+    {IDC_ICON_DROP_DOWN, "drop-down"}};
+
+TEST(GalleryLooks, WithAndWithoutATheme) {
+    const fs::path folder = fs::temp_directory_path() / "quorvane gallery", theme = fs::path("Themes") / "DefaultTheme";
+    fs::remove_all(folder);
+    fs::create_directories(folder / theme);
+    fs::copy_file(CProgram::Folder() + "Gallery.exe", folder / "Gallery.exe");
+    CProgram program;
+    ASSERT_TRUE(program.Start((folder / "Gallery.exe").string(), "Quorvane gallery"));
+    PointAt({1, 1});
+    const RECT frame = WindowRect(program.Frame());
+    RECT time = WindowRect(program.Control(IDC_DISPLAY_TIME)); // the machine's
+    ::OffsetRect(&time, -frame.left, -frame.top);
+    ExpectLook("gallery-without-theme", frame, {time});
+    fs::copy(fs::path(CProgram::Folder()) / theme, folder / theme);
+    PressKey(VK_F5);
+    ExpectLook("gallery", frame, {time});
+    for (const auto& [id, name] : menus) {
+        ::PostMessageA(program.Control(id), BM_CLICK, 0, 0);
+        ASSERT_TRUE(Await(&ShownPopup)) << name;
+        for (int row = 0; row < 2; ++row) PressKey(VK_DOWN);
+        ExpectLook(std::string("gallery-menu-") + name, WindowRect(ShownPopup()));
+        PressKey(VK_ESCAPE);
+        EXPECT_TRUE(Await([] { return ShownPopup() == nullptr; })) << name;
+    }
+    EXPECT_EQ(program.Close(), 0U);
+    fs::remove_all(folder);
+}
+
+} // namespace
