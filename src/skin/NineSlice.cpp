@@ -1,5 +1,6 @@
 #include "skin/NineSlice.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace {
@@ -28,6 +29,10 @@ void AddCells(std::vector<SliceCell>& cells, const std::vector<Span>& columns, c
             if (!cell.target.IsEmpty() && !cell.source.IsEmpty()) cells.push_back(cell);
         }
     }
+}
+
+bool Meet(const Box& a, const Box& b) {
+    return a.x < b.x + b.width && b.x < a.x + a.width && a.y < b.y + b.height && b.y < a.y + a.height;
 }
 
 } // namespace
@@ -59,8 +64,10 @@ std::vector<SliceCell> NineSliceCells(const Box& target, const Box& picture, int
 
 bool CellsFill(const std::vector<SliceCell>& cells, const Box& target) {
     std::int64_t area = 0;
-    for (const SliceCell& cell : cells) {
-        const Box& to = cell.target;
+    for (auto cell = cells.begin(); cell != cells.end(); ++cell) {
+        const Box& to = cell->target;
+        if (std::any_of(cells.begin(), cell, [&](const SliceCell& other) { return Meet(to, other.target); }))
+            return false;
         if (to.x < 0 || to.y < 0 || to.x + to.width > target.width || to.y + to.height > target.height) return false;
         area += std::int64_t{to.width} * to.height;
     }
