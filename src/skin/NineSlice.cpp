@@ -35,6 +35,11 @@ bool Meet(const Box& a, const Box& b) {
     return a.x < b.x + b.width && b.x < a.x + a.width && a.y < b.y + b.height && b.y < a.y + a.height;
 }
 
+// Of the second box only the size counts.
+bool LiesIn(const Box& box, const Box& whole) {
+    return box.x >= 0 && box.y >= 0 && box.x + box.width <= whole.width && box.y + box.height <= whole.height;
+}
+
 } // namespace
 
 std::vector<SliceCell> NineSliceCells(const Box& target, const Box& picture, int cornerWidth, int cornerHeight) {
@@ -62,13 +67,13 @@ std::vector<SliceCell> NineSliceCells(const Box& target, const Box& picture, int
     return cells;
 }
 
-bool CellsFill(const std::vector<SliceCell>& cells, const Box& target) {
+bool CellsFill(const std::vector<SliceCell>& cells, const Box& target, const Box& picture) {
     std::int64_t area = 0;
     for (auto cell = cells.begin(); cell != cells.end(); ++cell) {
         const Box& to = cell->target;
         if (std::any_of(cells.begin(), cell, [&](const SliceCell& other) { return Meet(to, other.target); }))
             return false;
-        if (to.x < 0 || to.y < 0 || to.x + to.width > target.width || to.y + to.height > target.height) return false;
+        if (!LiesIn(to, target) || !LiesIn(cell->source, picture)) return false;
         area += std::int64_t{to.width} * to.height;
     }
     return area == std::int64_t{target.width} * target.height;

@@ -20,8 +20,9 @@ struct SliceCell {
 // the target is smaller than the picture, nothing is mirrored.
 std::vector<SliceCell> NineSliceCells(const Box& target, const Box& picture, int cornerWidth, int cornerHeight);
 
-// Whether the cells fill the target, of which again only the size counts, and nothing besides or twice.
-bool CellsFill(const std::vector<SliceCell>& cells, const Box& target);
+// Whether the cells fill the target from inside of the picture, and nothing besides or twice. Again only the sizes
+// count.
+bool CellsFill(const std::vector<SliceCell>& cells, const Box& target, const Box& picture);
 
 // The cell of a grid, column and row counting from 1. Cell borders are computed from the whole size, cell sizes by
 // truncation, so a remainder is lost. Empty for a grid without columns or rows.

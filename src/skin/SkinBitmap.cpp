@@ -160,8 +160,9 @@ int CSkinBitmap::StretchDraw(HDC dc, const CRect& target, const CRect& source) c
 int CSkinBitmap::DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int cornerHeight) const {
     if (IsEmpty()) return 1;
     const Box target{0, 0, static_cast<int>(rect.Width()), static_cast<int>(rect.Height())};
-    const auto cells = NineSliceCells(target, {0, 0, GetWidth(), GetHeight()}, cornerWidth, cornerHeight);
-    if (!CellsFill(cells, target)) {
+    const Box whole{0, 0, GetWidth(), GetHeight()};
+    const auto cells = NineSliceCells(target, whole, cornerWidth, cornerHeight);
+    if (!CellsFill(cells, target, whole)) {
         CSkinBitmap stretched;
         BuildNineSlice(stretched, rect, cornerWidth, cornerHeight);
         return stretched.Draw(dc, rect);

@@ -22,8 +22,8 @@ int Among(int from, int end) {
 }
 
 void ExpectSlices(SlowSize target, SlowSize picture, SlowSize corner) {
-    const Box place{5, 6, target.width, target.height}; // whose place plays no part
-    const auto cells = NineSliceCells(place, {3, 4, picture.width, picture.height}, corner.width, corner.height);
+    const Box place{5, 6, target.width, target.height}, whole{3, 4, picture.width, picture.height};
+    const auto cells = NineSliceCells(place, whole, corner.width, corner.height);
     std::map<std::pair<int, int>, std::pair<int, int>> painted;
     bool isFilled = true;
     for (const auto& [to, from] : cells) {
@@ -40,12 +40,13 @@ void ExpectSlices(SlowSize target, SlowSize picture, SlowSize corner) {
     for (int y = 0; y < target.height; ++y) {
         for (int x = 0; x < target.width; ++x) {
             const auto found = painted.find({x, y});
-            isFilled = isFilled && found != painted.end();
             const auto source = found != painted.end() ? found->second : std::pair{-1, -1};
+            isFilled = isFilled && std::min(source.first, source.second) >= 0 && source.first < picture.width &&
+                       source.second < picture.height;
             ASSERT_EQ(source, SlowNineSlice(x, y, target, picture, corner)) << x << ' ' << y;
         }
     }
-    EXPECT_EQ(CellsFill(cells, place), isFilled);
+    EXPECT_EQ(CellsFill(cells, place, whole), isFilled);
 }
 
 TEST(NineSlice, CellsPaintWhatEachPixelIsToldToShow) {
