@@ -140,7 +140,9 @@ inline FileBytes MakeIconImage(std::size_t size = 16) {
         Append(bytes, 4, value);
     bytes.resize(40);
     for (std::size_t i = 0; i < size * size; ++i) Append(bytes, 4, i < size * size / 2 ? 0xFF0AC8FF : 0);
-    bytes.resize(bytes.size() + size * ((size + 31) / 32 * 4)); // the mask hides nothing: the alpha does
+    const std::size_t mask = size * ((size + 31) / 32 * 4);
+    bytes.resize(bytes.size() + mask / 2);
+    bytes.resize(bytes.size() + mask / 2, 0xFF); // hides the upper half
     return bytes;
 }
 

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,60 +24,13 @@ inline COLORREF ColorOf(char character) {
     return RGB(character, 255 - 2 * character % 256, 3 * character % 256);
 }
 
-inline BITMAPINFO TopDownFormat(int width, int height) {
-    BITMAPINFO format{};
-    format.bmiHeader.biSize = sizeof format.bmiHeader;
-    format.bmiHeader.biWidth = width;
-    format.bmiHeader.biHeight = -height;
-    format.bmiHeader.biPlanes = 1;
-    format.bmiHeader.biBitCount = 32;
-    return format;
-}
-
-// Row by row from the top; read at once, because each single look at a window takes a way to the screen and back.
-inline std::vector<COLORREF> ReadPixels(HDC dc, const CRect& rect) {
-    const BITMAPINFO format = TopDownFormat(rect.Width(), rect.Height());
-    void* bits = nullptr;
-    const CBitmap copy(::CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &bits, nullptr, 0));
-    const CMemoryDC memory(nullptr);
-    const CSelectObject selected(memory, copy.GetHandle());
-    ::BitBlt(memory.GetHandle(), 0, 0, rect.Width(), rect.Height(), dc, rect.left, rect.top, SRCCOPY);
-    ::GdiFlush();
-    const auto* const first = static_cast<const RGBQUAD*>(bits);
-    std::vector<COLORREF> pixels;
-    std::transform(first, first + static_cast<std::ptrdiff_t>(rect.Width()) * rect.Height(), std::back_inserter(pixels),
-                   [](const RGBQUAD& pixel) { return RGB(pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue); });
-    return pixels;
-}
-
-inline Art ReadArt(HDC dc, int width, int height) {
-    static const auto characters = [] {
-        std::map<COLORREF, char> made;
-        for (char character = ' '; character <= '~'; ++character) made[ColorOf(character)] = character;
-        return made;
-    }();
-    Art art;
-    const auto pixels = ReadPixels(dc, {0, 0, width, height});
-    for (std::size_t i = 0; i < pixels.size(); ++i) {
-        if (i % static_cast<std::size_t>(width) == 0) art.emplace_back();
-        const auto found = characters.find(pixels[i]);
-        art.back() += found != characters.end() ? found->second : '?';
-    }
-    return art;
-}
-
-inline Art ReadArt(const CSkinBitmap& picture) {
-    const CMemoryDC dc(nullptr);
-    const CSelectObject selected(dc, picture.GetHandle());
-    return ReadArt(dc.GetHandle(), picture.GetWidth(), picture.GetHeight());
-}
-
 // A drawing surface of 32-bit pixels, all of one colour at first.
 class CSurface : public CMemoryDC {
 public:
     explicit CSurface(int surfaceWidth, int surfaceHeight, char ground = ' ')
         : CMemoryDC(nullptr), width(surfaceWidth), height(surfaceHeight) {
-        const BITMAPINFO format = TopDownFormat(width, height);
+        BITMAPINFO format{};
+        format.bmiHeader = {sizeof format.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
         bitmap.Attach(::CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &bits, nullptr, 0));
         former = ::SelectObject(GetHandle(), bitmap.GetHandle());
         FillSolidRect({0, 0, width, height}, ColorOf(ground));
@@ -87,9 +39,27 @@ public:
     CSurface& operator=(const CSurface&) = delete;
     ~CSurface() { ::SelectObject(GetHandle(), former); }
 
-    Art Read() const { return ReadArt(GetHandle(), width, height); }
     COLORREF Pixel(int x, int y) const { return ::GetPixel(GetHandle(), x, y); }
-    std::vector<COLORREF> Pixels() const { return ReadPixels(GetHandle(), {0, 0, width, height}); }
+    // Row by row from the top.
+    std::vector<COLORREF> Pixels() const {
+        ::GdiFlush();
+        const auto* const first = static_cast<const RGBQUAD*>(bits);
+        std::vector<COLORREF> pixels;
+        std::transform(first, first + static_cast<std::ptrdiff_t>(width) * height, std::back_inserter(pixels),
+                       [](const RGBQUAD& pixel) { return RGB(pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue); });
+        return pixels;
+    }
+    // '?' for what is no character's colour.
+    Art Read() const {
+        Art art(static_cast<std::size_t>(height));
+        std::size_t at = 0;
+        for (const COLORREF color : Pixels()) {
+            char character = ' ';
+            while (character <= '~' && ColorOf(character) != color) ++character;
+            art[at++ / static_cast<std::size_t>(width)] += character <= '~' ? character : '?';
+        }
+        return art;
+    }
 
 private:
     int width, height;
@@ -97,6 +67,29 @@ private:
     CBitmap bitmap;
     HGDIOBJ former = nullptr;
 };
+
+// Read at once, because each single look at a window takes a way to the screen and back.
+inline std::vector<COLORREF> ReadPixels(HDC dc, const CRect& rect) {
+    const CSurface copy(rect.Width(), rect.Height());
+    ::BitBlt(copy.GetHandle(), 0, 0, rect.Width(), rect.Height(), dc, rect.left, rect.top, SRCCOPY);
+    return copy.Pixels();
+}
+inline std::vector<COLORREF> PixelsOf(const CSkinBitmap& picture) {
+    const CMemoryDC dc(nullptr);
+    const CSelectObject selected(dc, picture.GetHandle());
+    return ReadPixels(dc.GetHandle(), picture.GetBounds());
+}
+
+inline Art ReadArt(HDC dc, int width, int height) {
+    const CSurface copy(width, height);
+    ::BitBlt(copy.GetHandle(), 0, 0, width, height, dc, 0, 0, SRCCOPY);
+    return copy.Read();
+}
+inline Art ReadArt(const CSkinBitmap& picture) {
+    const CMemoryDC dc(nullptr);
+    const CSelectObject selected(dc, picture.GetHandle());
+    return ReadArt(dc.GetHandle(), picture.GetWidth(), picture.GetHeight());
+}
 
 inline HBITMAP MakeBitmap(const Art& art) {
     const CClientDC screen(nullptr);

@@ -12,36 +12,10 @@ namespace {
 
 constexpr int width = 1002, height = 600;
 
-std::vector<COLORREF> PixelsOf(const CSkinBitmap& picture) {
-    const CMemoryDC dc(nullptr);
-    const CSelectObject selected(dc, picture.GetHandle());
-    return ReadPixels(dc.GetHandle(), picture.GetBounds());
-}
-
-FileBytes NoiseFile(int bitsPerPixel) {
-    FileBytes bytes = MakeBitmapFile(bitsPerPixel, width, height);
-    unsigned state = 1;
-    std::generate(bytes.begin() + 54, bytes.end(), [&] {
-        state = state * 1'103'515'245 + 12'345;
-        return static_cast<std::uint8_t>(state >> 16);
-    });
-    return bytes;
-}
-
-// The same picture with the top row first.
-FileBytes TopDown(const FileBytes& file) {
-    const auto pixels = file.begin() + (file[10] | file[11] << 8);
-    const auto stride = (file.end() - pixels) / height;
-    FileBytes bytes(file.begin(), pixels);
-    for (int row = height - 1; row >= 0; --row)
-        bytes.insert(bytes.end(), pixels + row * stride, pixels + (row + 1) * stride);
-    Write(bytes, 22, 4, static_cast<std::uint32_t>(-height));
-    return bytes;
-}
-
 TEST(SkinPicture, PiecesOfALargeFileAreThoseOfTheWholePicture) {
-    for (const int bits : {1, 4, -4, 8, 16, 24, -24, 32}) { // negative: the top row first
-        const FileBytes bytes = NoiseFile(std::abs(bits));
+    for (const int bits :
+         {1, 4, -4, 8, 16, 116, 24, -24, 32, 132}) { // negative: top row first; from 100 on: bit fields
+        const FileBytes bytes = MakeBitmapFile(std::abs(bits) % 100, width, height, 0, bits > 100);
         const CPictureFile file("noise.bmp", bytes), read("read.bmp", bits < 0 ? TopDown(bytes) : bytes);
         CSkinBitmap whole, expected, made;
         CSkinPicture picture;
@@ -72,7 +46,7 @@ TEST(SkinPicture, PiecesOfALargeFileAreThoseOfTheWholePicture) {
 TEST(SkinPicture, AFileThatIsAnotherByNowIsBlack) {
     CSkinPicture picture;
     {
-        const CPictureFile file("noise.bmp", NoiseFile(24));
+        const CPictureFile file("noise.bmp", MakeBitmapFile(24, width, height));
         EXPECT_TRUE(picture.LoadFromFile(file.name));
     }
     EXPECT_EQ(PixelsOf(picture.GetRow(1, 1, 1, {4, 4})), std::vector<COLORREF>(16));

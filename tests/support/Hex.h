@@ -11,10 +11,10 @@
 inline std::string HexOf(std::span<const std::uint8_t> bytes) {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string text;
-    for (const std::uint8_t byte : bytes) {
+    for (const std::uint8_t each : bytes) {
         if (!text.empty()) text += ' ';
-        text += digits[byte >> 4];
-        text += digits[byte & 0x0F];
+        text += digits[each >> 4];
+        text += digits[each & 0x0F];
     }
     return text;
 }
@@ -32,9 +32,9 @@ inline std::vector<std::uint8_t> BytesOf(std::string_view hex) {
 inline std::vector<std::uint8_t> FrameOf(std::string_view hex) {
     std::vector<std::uint8_t> frame{0x02};
     std::uint8_t sum = 0;
-    for (const std::uint8_t byte : BytesOf(hex)) {
-        frame.push_back(byte);
-        sum = static_cast<std::uint8_t>(sum + byte);
+    for (const std::uint8_t each : BytesOf(hex)) {
+        frame.push_back(each);
+        sum = static_cast<std::uint8_t>(sum + each);
     }
     frame.insert(frame.end(), {sum, 0x03});
     return frame;
