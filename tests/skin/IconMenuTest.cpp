@@ -7,7 +7,7 @@
 
 #include "Ground.h"
 #include "IconMenuIds.h"
-#include "MenuImageIds.h"
+#include "MenuTestIds.h"
 #include "support/Meanwhile.h"
 
 namespace {
