@@ -26,11 +26,7 @@ public:
     void LogTransmitted(const void*, std::uint32_t count) override { Note("T" + std::to_string(count)); }
     void LogReceived(const void*, std::uint32_t count) override { Note("R" + std::to_string(count)); }
     void ShowPortState(bool open) override { Note(open ? "open" : "closed"); }
-    void Note(const std::string& text) {
-        const std::scoped_lock hold(lock);
-        told += text + ' ';
-    }
-    std::mutex lock;
+    void Note(const std::string& text) { told += text + ' '; }
     std::string told;
 };
 
@@ -38,9 +34,8 @@ class CSimulatedPlatform : public CCommPlatform {
 public:
     enum class Transfers { EndAtOnce, EndWhenAwaited, EndWhenCancelled, NeverEnd };
     std::atomic<Transfers> transfers{Transfers::EndAtOnce};
-    std::string received; // waits to be read
-    DWORD errors = 0;     // the line's error bits, until they are asked for
-    DWORD events = 0, modemLines = 0;
+    std::string received;                         // waits to be read
+    DWORD errors = 0, events = 0, modemLines = 0; // error bits stand until they are asked for
     DCB state{};
     COMMTIMEOUTS timeouts{1, 2, 3, 4, 5};
 
@@ -54,7 +49,7 @@ public:
     std::set<std::string> names;          // of the devices that there are; empty: any
     enum class Call { None, CreateFile, SetCommState, ReadFile, CancelIoEx, CloseHandle };
     std::atomic<Call> held = Call::None; // the calls of that kind end when it becomes another one
-    std::atomic<int> holding = 0;        // such calls under way
+    std::atomic<bool> holding = false;   // whether such a call is under way
     std::atomic<int> openings = 0;       // calls of CreateFile
 
     // What was handed over.
@@ -72,14 +67,15 @@ public:
 
     // Waits for so many open handles: what a driver held up is closed when it likes.
     bool HandlesBecome(std::size_t wanted) {
-        return Eventually([&] { return openHandles == wanted; });
+        return Eventually([=, this] { return openHandles == wanted; });
     }
 
     // The driver gives its transfer back; into that of a read it has put what was received.
     void EndPending(ULONG_PTR status) {
         OVERLAPPED* const ended = pending.exchange(nullptr);
         if (ended == nullptr) return;
-        ended->InternalHigh = pendingRead == nullptr ? pendingSize : Hand(pendingRead, pendingSize, status);
+        if (pendingRead != nullptr) pendingSize = Hand(pendingRead, status == 0 ? pendingSize : passesBeforeCancel);
+        ended->InternalHigh = pendingSize;
         std::atomic_ref(ended->Internal) = status;
         ::SetEvent(pendingEvent);
     }
@@ -118,7 +114,7 @@ public:
         return ::WaitForMultipleObjects(count, awaited, all, timeout);
     }
 
-    BOOL SetupComm(HANDLE line, DWORD in, DWORD out) override { return Succeeds(line) && in + out != 0; }
+    BOOL SetupComm(HANDLE line, DWORD, DWORD) override { return Succeeds(line); }
     BOOL GetDefaultCommConfigA(const char* name, COMMCONFIG* config, DWORD* size) override {
         EXPECT_TRUE(*size == 52 && config->dwSize == 52 && *name == 'C');
         config->dcb.BaudRate = 1200;
@@ -146,8 +142,6 @@ public:
         return TRUE;
     }
     BOOL PurgeComm(HANDLE line, DWORD what) override { return Put(line, purged, what); }
-    BOOL SetCommBreak(HANDLE line) override { return Succeeds(line); }
-    BOOL ClearCommBreak(HANDLE line) override { return Succeeds(line); }
     BOOL GetCommModemStatus(HANDLE line, DWORD* status) override {
         return line == nullptr ? Refuse(ERROR_INVALID_HANDLE) : Put(line, *status, modemLines);
     }
@@ -165,7 +159,7 @@ public:
         if (!Succeeds(line)) return FALSE;
         HoldIf(Call::ReadFile);
         pendingBytes = buffer;
-        if (transfers == Transfers::EndAtOnce) return *done = Hand(buffer, capacity, 0), TRUE;
+        if (transfers == Transfers::EndAtOnce) return *done = Hand(buffer, capacity), TRUE;
         return Begin(buffer, capacity, overlapped);
     }
     BOOL WaitCommEvent(HANDLE line, DWORD* occurred, OVERLAPPED* overlapped) override {
@@ -182,18 +176,15 @@ public:
         HoldIf(Call::CancelIoEx);
         EXPECT_EQ(overlapped, pending.load());
         if (!Succeeds(line)) return FALSE;
-        if (transfers != Transfers::NeverEnd) EndPending(statusCancelled);
-        return TRUE;
+        return transfers == Transfers::NeverEnd || (EndPending(statusCancelled), TRUE);
     }
 
 private:
     static constexpr ULONG_PTR statusPending = 0x103, statusCancelled = 0xC0000120;
 
     void HoldIf(Call call) {
-        if (held != call) return;
-        ++holding;
-        while (held == call) ::Sleep(1);
-        --holding;
+        for (holding = held == call; held == call;) ::Sleep(1);
+        holding = false;
     }
     static BOOL Refuse(DWORD error) { return ::SetLastError(error), FALSE; }
     bool Fails() { return failingCall != 0 && --failingCall == 0 && !Refuse(failure); }
@@ -204,28 +195,21 @@ private:
     }
     template <class Value>
     BOOL Put(HANDLE line, Value& place, const Value& value) {
-        if (!Succeeds(line)) return FALSE;
-        place = value;
-        return TRUE;
+        return Succeeds(line) && (place = value, TRUE);
     }
     HANDLE Remember(HANDLE handle) {
         const std::scoped_lock hold(lock);
-        ++openHandles;
-        return *handles.insert(handle).first;
+        return ++openHandles, *handles.insert(handle).first;
     }
-    DWORD Hand(void* target, DWORD capacity, ULONG_PTR status) {
-        const DWORD most = status == 0 ? capacity : std::min(capacity, passesBeforeCancel);
-        const std::size_t size = received.copy(static_cast<char*>(target), most);
-        received.erase(0, size);
-        return static_cast<DWORD>(size);
+    DWORD Hand(void* target, DWORD capacity) {
+        const auto size = static_cast<DWORD>(received.copy(static_cast<char*>(target), capacity));
+        return received.erase(0, size), size;
     }
     BOOL Begin(void* readTarget, DWORD size, OVERLAPPED* overlapped) {
         if (transfers == Transfers::EndAtOnce) return TRUE;
         overlapped->Internal = statusPending;
-        pendingRead = readTarget;
-        pendingSize = size;
-        pendingEvent = overlapped->hEvent;
-        ::ResetEvent(pendingEvent);
+        pendingRead = readTarget, pendingSize = size;
+        ::ResetEvent(pendingEvent = overlapped->hEvent);
         pending = overlapped;
         return Refuse(ERROR_IO_PENDING);
     }
