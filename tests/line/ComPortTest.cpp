@@ -21,17 +21,16 @@ TEST(ComPort, TheProgramPlaysCounters) {
     ASSERT_TRUE(CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process));
     for (const HANDLE done : {input, output, process.hThread}) CloseHandle(done);
     const UniqueHandle running(process.hProcess);
+    DWORD count = 0, code = 99;
     const auto say = [&](const std::string& line) {
-        DWORD count;
         WriteFile(write, line.data(), static_cast<DWORD>(line.size()), &count, nullptr);
     };
     std::string said;
     // Reads on until the program has said that.
     const auto hears = [&](const std::string& text) {
-        char part[512];
-        DWORD count = 0;
-        while (said.find(text) == std::string::npos && ReadFile(read, part, sizeof part, &count, nullptr) && count > 0)
-            said.append(part, count);
+        for (char part = 0;
+             said.find(text) == std::string::npos && ReadFile(read, &part, 1, &count, nullptr) && count > 0;)
+            said += part;
         return said.find(text) != std::string::npos;
     };
     say("COM999\n" + TestPort('B') + "\n");
@@ -42,16 +41,14 @@ TEST(ComPort, TheProgramPlaysCounters) {
     ASSERT_TRUE(program.Open(error)) << error;
     EXPECT_EQ(program.TimeToLook(), INFINITE) << "a silent line wakes nobody";
     ASSERT_TRUE(program.Write(BytesOf("02 03 87 8a 03")));
-    LineBytes heard, bytes;
-    while (heard.size() < 5 && WaitForSingleObject(program.InputEvent(), 10'000) == WAIT_OBJECT_0 &&
-           program.Read(bytes))
-        heard.insert(heard.end(), bytes.begin(), bytes.end());
-    EXPECT_EQ(HexOf(heard), "02 03 00 03 03");
+    std::string heard;
+    for (LineBytes bytes; heard.size() < 15 && WaitForSingleObject(program.InputEvent(), 10'000) == WAIT_OBJECT_0 &&
+                          program.Read(bytes);)
+        heard += HexOf(bytes) + (bytes.empty() ? "" : " ");
+    EXPECT_EQ(heard, "02 03 00 03 03 ");
     say("counts 3 1 2\nstatus\nquit");
     CloseHandle(write); // the last line needs no end
     EXPECT_TRUE(hears("3: 1 in 2 out")) << said;
     EXPECT_EQ(WaitForSingleObject(process.hProcess, 10'000), WAIT_OBJECT_0);
-    DWORD code = 99;
-    GetExitCodeProcess(process.hProcess, &code);
-    EXPECT_EQ(code, 0U);
+    EXPECT_TRUE(GetExitCodeProcess(process.hProcess, &code) && code == 0);
 }

@@ -1,17 +1,36 @@
 // Counters on a simulated line: what they answer, against a model; when they answer; what control lines change.
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <map>
 #include <sstream>
 
-#include "LineFixture.h"
+#include <gtest/gtest.h>
+
+#include "line/CounterLine.h"
+#include "line/LineControl.h"
 #include "line/LineOptions.h"
 #include "line/LineWords.h"
+#include "support/Hex.h"
 #include "support/Seed.h"
 
 namespace {
 
 using namespace std::chrono_literals;
+
+// A line on a time of its own, spoken to in hex: counters 0, 1 and 3 whose clocks start at 2012-07-02 16:21:20, without
+// people.
+struct LineTest : testing::Test {
+    std::string Ask(std::string_view hex) {
+        line.Feed(BytesOf(hex), now);
+        std::string heard;
+        while (const auto due = line.NextDue()) heard += HexOf(line.TakeDue(now = std::max(now, *due))) + ' ';
+        return heard.substr(0, heard.find_last_not_of(' ') + 1);
+    }
+    std::string Control(std::string_view text) { return RunControlLine(line, text, now).text; }
+    LineTime now{5'000'000};
+    CCounterLine line{LineConfiguration{}, now};
+};
 
 std::string HexByte(int value) {
     return HexOf(std::array{static_cast<std::uint8_t>(value)});
@@ -52,68 +71,57 @@ TEST_F(LineTest, AnswersAsAModelOfItDoes) {
         return HexOf(record) + ' ' + (twice ? HexOf(record) + ' ' : "");
     };
     line = CCounterLine({.baudRate = 0, .turnaround = LineTime(0)}, now);
-    const struct {
-        const char* kind;
-        int usual, lowest, highest;
-    } kinds[] = {{"silent", 0, 0, 0},     {"refuse", 1, 1, 255}, {"stranger", 9, 0, 255},
-                 {"garbledate", 0, 0, 0}, {"nodate", 0, 0, 0},   {"checksum", 0, 0, 0},
-                 {"twice", 0, 0, 0},      {"torn", 0, 0, 20},    {"echo", 0, 0, 0}};
+    const std::tuple<std::string, int, int, int> kinds[] = {
+        // usual, lowest and highest value
+        {"silent", 0, 0, 0},     {"refuse", 1, 1, 255}, {"stranger", 9, 0, 255},
+        {"garbledate", 0, 0, 0}, {"nodate", 0, 0, 0},   {"checksum", 0, 0, 0},
+        {"twice", 0, 0, 0},      {"torn", 0, 0, 20},    {"echo", 0, 0, 0}};
+    constexpr std::array dates{"24 02 29 23 59 59", "99 12 31 00 00 00", "00 01 01 23 59 59", // and such as aren't:
+                               "12 00 02 16 21 20", "12 13 02 16 21 20", "12 07 02 24 21 20",
+                               "12 07 02 16 60 20", "12 07 02 16 21 60", "12 07 02 16 21 2a",
+                               "23 02 29 16 21 20", "a2 07 02 16 21 20", "12 04 31 16 21 20"};
     for (int step = 0; step < 6000 && !HasFailure(); ++step) {
-        const int whom = below(3) == 0 ? -1 : counters[static_cast<std::size_t>(below(3))].address;
+        const int which = below(3), whom = below(3) == 0 ? -1 : counters[static_cast<std::size_t>(which)].address;
         const std::string who = whom < 0 ? "*" : std::to_string(whom);
-        const auto& row = kinds[below(9)];
+        const auto& [kind, usual, lowest, highest] = kinds[below(9)];
+        const int first = below(65536), second = below(65536);
+        const int settings = first % 256, sensitivity = second % 256;
         std::string text;
         switch (below(9)) {
-        case 0: {
-            const int in = below(65536), out = below(65536);
-            text = "counts " + who + ' ' + std::to_string(in) + ' ' + std::to_string(out);
+        case 0:
+            text = "counts " + who + ' ' + std::to_string(first) + ' ' + std::to_string(second);
             for (Counter& each : counters)
-                if (whom < 0 || whom == each.address) each.in = in, each.out = out;
+                if (whom < 0 || whom == each.address) each.in = first, each.out = second;
             break;
-        }
-        case 1: {
-            const int bits = below(256), sensitivity = below(256);
-            text = "settings " + who + (bits & 0x80 ? " language=english" : " language=chinese") +
-                   (bits & 0x40 ? " direction=in" : " direction=out") + (bits & 0x20 ? " detect=no" : " detect=yes") +
-                   " period=" + std::to_string(bits % 32) + ",sensitivity=" + std::to_string(sensitivity);
+        case 1:
+            text = "settings " + who + (settings & 0x80 ? " language=english" : " language=chinese") +
+                   (settings & 0x40 ? " direction=in" : " direction=out") +
+                   (settings & 0x20 ? " detect=no" : " detect=yes") + " period=" + std::to_string(settings % 32) +
+                   ",sensitivity=" + std::to_string(sensitivity);
             for (Counter& each : counters)
-                if (whom < 0 || whom == each.address) each.settings = bits, each.sensitivity = sensitivity;
+                if (whom < 0 || whom == each.address) each.settings = settings, each.sensitivity = sensitivity;
             break;
-        }
         case 2: {
-            int value = row.usual, remaining = 0;
-            text = std::string("fault ") + row.kind;
-            if (row.highest > 0 && below(2) == 0) {
-                value = row.lowest + below(row.highest - row.lowest + 1);
-                text += '=' + std::to_string(value);
-            }
-            text += ' ' + who;
-            if (below(4) != 0) text += ' ' + std::to_string(remaining = 1 + below(3));
-            faults[{row.kind, whom}] = {value, remaining};
+            const int value = highest > 0 && below(2) == 0 ? lowest + below(highest - lowest + 1) : usual;
+            const int remaining = below(4);
+            text = "fault " + kind + (value != usual ? '=' + std::to_string(value) : "") + ' ' + who +
+                   (remaining != 0 ? ' ' + std::to_string(remaining) : "");
+            faults[{kind, whom}] = {value, remaining};
             break;
         }
         case 3:
             if (below(4) != 0) break;
-            text = who == "*" ? "clear" : std::string("clear ") + row.kind;
-            std::erase_if(faults, [&](const auto& each) { return who == "*" || each.first.first == row.kind; });
+            text = who == "*" ? "clear" : "clear " + kind;
+            std::erase_if(faults, [&](const auto& each) { return who == "*" || each.first.first == kind; });
             break;
         default: {
-            const struct {
-                const char* text;
-                bool exists;
-            } dates[] = {{"24 02 29 23 59 59", true},  {"99 12 31 00 00 00", true},  {"23 02 29 16 21 20", false},
-                         {"12 00 02 16 21 20", false}, {"12 13 02 16 21 20", false}, {"12 07 02 24 21 20", false},
-                         {"12 07 02 16 60 20", false}, {"12 07 02 16 21 60", false}, {"12 07 02 16 21 2a", false},
-                         {"a2 07 02 16 21 20", false}, {"12 04 31 16 21 20", false}, {"00 01 01 23 59 59", true}};
-            const auto& date = dates[below(12)];
+            const int newAddress = below(8) == 0 ? 255 : 4 * below(19) + which; // no other counter's
+            const auto dated = static_cast<std::size_t>(below(12));
             const int code = std::array{0x81, 0x82, 0x87, 0x88, 0x89, 0x8A}.at(static_cast<std::size_t>(below(6)));
-            int newAddress = 0, settings = below(256), sensitivity = below(256);
-            do newAddress = below(8) == 0 ? 255 : below(12);
-            while (std::ranges::any_of(counters, [&](const Counter& each) { return each.address == newAddress; }));
             // Of all at once the addresses stay, or they would speak over each other.
             const int asked = code == 0x89 && whom < 0 ? 77 : whom < 0 ? 255 : whom;
             std::string body = HexByte(asked) + ' ' + HexByte(code);
-            if (code == 0x88 || code == 0x8A) body += std::string(" ") + date.text;
+            if (code == 0x88 || code == 0x8A) body += std::string(" ") + dates.at(dated);
             if (code == 0x88) body += " 00 00 00 00 00 00 " + HexByte(sensitivity) + ' ' + HexByte(settings);
             if (code == 0x89) body += ' ' + HexByte(newAddress);
             auto frame = FrameOf(body);
@@ -131,10 +139,10 @@ TEST_F(LineTest, AnswersAsAModelOfItDoes) {
                     continue;
                 }
                 int status = take("refuse", own);
-                if (status < 0) status = (code == 0x89 && newAddress == 255) || (code % 2 == 0 && !date.exists);
+                if (status < 0) status = (code == 0x89 && newAddress == 255) || (code % 2 == 0 && dated > 2);
                 if (status == 0 && code == 0x87) each.in = each.out = 0;
                 if (status == 0 && code == 0x89) each.address = newAddress;
-                if (status == 0 && code % 2 == 0) each.date = date.text;
+                if (status == 0 && code % 2 == 0) each.date = dates.at(dated);
                 if (status == 0 && code == 0x88) each.settings = settings, each.sensitivity = sensitivity;
                 expected += spoken(each, own, HexByte(status), false);
             }
@@ -142,10 +150,9 @@ TEST_F(LineTest, AnswersAsAModelOfItDoes) {
             const char* const garbage[] = {"", "ff 03 13", "02 02", "02 01 88 12", "02 00 00 00 03", "02 00 83 83 03"};
             line.Feed(BytesOf(garbage[below(6)]), now);
             for (const std::uint8_t byte : frame) line.Feed(std::array{byte}, now);
-            std::string heard = HexOf(line.TakeDue(now));
+            const std::string heard = HexOf(line.TakeDue(now));
             EXPECT_EQ(heard.empty() ? heard : heard + ' ', expected) << "step " << step << ": " << HexOf(frame);
-            // So that no start of a frame is left.
-            line.Feed(LineBytes(19, 0xFF), now);
+            line.Feed(LineBytes(19, 0xFF), now); // so that no start of a frame is left
         }
         }
         EXPECT_EQ(Control(text + (step % 2 == 0 ? "\r" : "")), text.empty() ? "" : "ok") << text;
@@ -195,18 +202,15 @@ TEST_F(LineTest, CountersSpeakOverEachOtherAndThroughAPulledCable) {
     line = CCounterLine({.addresses = {3, 0, 3}}, now);
     const std::string both = Ask("02 03 87 8a 03"), all = Ask("02 ff 87 86 03");
     EXPECT_TRUE(both.size() == 14 && both != "02 03 00 03 03") << both;
-    EXPECT_EQ(all.size(), 29U) << "a turn for each address";
-    EXPECT_EQ(all.substr(15), "02 00 00 00 03");
+    EXPECT_TRUE(all.size() == 29 && all.ends_with(" 02 00 00 00 03")) << "a turn for each address: " << all;
     Control("fault silent 3 1");
     EXPECT_EQ(Ask("02 03 87 8a 03"), "02 03 00 03 03") << "one of the two is silent";
 
     line.Feed(BytesOf("02 00 81 81 03"), now);
     EXPECT_EQ(line.TakeDue(now + 25ms).size(), 6U);
     line.Feed(BytesOf("02 00 87"), now);
-    EXPECT_EQ(Control("pull"), "ok");
-    EXPECT_EQ(line.NextDue(), std::nullopt) << "what was under way is lost";
-    EXPECT_EQ(Ask("02 00 81 81 03"), "");
-    EXPECT_EQ(Control("send 55"), "ok");
+    EXPECT_TRUE(Control("pull") == "ok" && !line.NextDue()) << "what was under way is lost";
+    EXPECT_EQ(Control("send 55") + Ask("02 00 81 81 03"), "ok");
     EXPECT_EQ(Control("plug"), "ok");
     EXPECT_EQ(Ask("87 03"), "") << "the half before the pull is forgotten";
     EXPECT_EQ(Ask("02 00 87 87 03"), "02 00 00 00 03");
@@ -229,11 +233,8 @@ TEST_F(LineTest, ClocksRunAndPeoplePass) {
     EXPECT_NEAR(counts.in + counts.out, 6000, 300);
     EXPECT_TRUE(counts.out > 2000 && counts != line.Find(0, now)->Counts());
     EXPECT_EQ(counts, same.Find(1, now)->Counts()) << "however often it is looked at";
-    EXPECT_EQ(Control("rate * 0"), "ok");
-    EXPECT_EQ(line.Find(1, now + 1h)->Counts(), counts);
-    EXPECT_EQ(Control("rate 1 6000"), "ok");
-    const LineCounts after = line.Find(1, now + 1min)->Counts();
-    EXPECT_NEAR(after.in + after.out, counts.in + counts.out + 6000, 300);
+    EXPECT_TRUE(Control("rate * 0") == "ok" && line.Find(1, now + 1h)->Counts() == counts);
+    EXPECT_TRUE(Control("rate 1 6000") == "ok" && line.Find(1, now + 1min)->Counts().in > counts.in + 2500);
 }
 
 // "text | answer; text | answer".
@@ -245,33 +246,31 @@ void ForEachRow(std::string_view rows, Check check) {
 }
 
 TEST_F(LineTest, ControlLinesAnswer) {
-    Control("counts 3 40 30");
     Control("settings 3 language=chinese direction=out detect=yes period=31 sensitivity=255");
     const std::string before = Control("status");
-    EXPECT_EQ(before, "0: 0 in 0 out, 2012-07-02 16:21:20, English IN detect NO period 4 sensitivity 21\n"
-                      "1: 0 in 0 out, 2012-07-02 16:21:20, English IN detect NO period 4 sensitivity 21\n"
-                      "3: 40 in 30 out, 2012-07-02 16:21:20, Chinese OUT detect YES period 31 sensitivity 255");
+    EXPECT_TRUE(
+        before.starts_with("0: 0 in 0 out, 2012-07-02 16:21:20, English IN detect NO period 4 sensitivity 21\n1"));
+    EXPECT_TRUE(
+        before.ends_with("3: 0 in 0 out, 2012-07-02 16:21:20, Chinese OUT detect YES period 31 sensitivity 255"));
     ForEachRow(
-        "fault | no fault in \"\"; fault torm | no such fault: \"torm\"; fault torn=x | \"x\" is no number from 0 to "
-        "4096; fault refuse=0 | \"0\" is no number from 1 to 255; fault silent=1 | this fault has no value: "
-        "\"silent=1\"; fault torn 255 | \"255\" is no number from 0 to 254; fault torn 1 0 | \"0\" is no number from 1 "
-        "to 1000000; fault torn 1 2 3 | too many words in \"torn 1 2 3 \"; clear torm | write clear [KIND]; clear torn "
-        "1 | write clear [KIND]; counts 2 1 1 | no counter has the address 2; counts 0 1 | write counts ADDRESS|* IN "
-        "OUT; counts 0 65536 1 | \"65536\" is no number from 0 to 65535; counts 0 1 65536 | \"65536\" is no number "
-        "from 0 to 65535; rate 0 fast | \"fast\" is no number from 0 to 100000; settings 0 period=32 | \"32\" is no "
-        "number from 0 to 31; settings * colour=red | write settings ADDRESS|* KEY=VALUE...; send 0g | write send "
-        "HEX...; send 100 | write send HEX...; send | write send HEX...; pull 1 | write pull; traffic loud | write "
-        "traffic on|off; launch | no such command: \"launch\";",
+        "fault | no fault in \"\"; fault torm | no such fault: \"torm\"; fault refuse=0 | \"0\" is no number from 1 to "
+        "255; fault silent=1 | this fault has no value: \"silent=1\"; fault torn 255 | \"255\" is no number from 0 to "
+        "254; fault torn 1 0 | \"0\" is no number from 1 to 1000000; fault torn 1 2 3 | too many words in \"torn 1 2 3 "
+        "\"; clear torm | write clear [KIND]; clear torn 1 | write clear [KIND]; counts 2 1 1 | no counter has the "
+        "address 2; counts 0 1 | write counts ADDRESS|* IN OUT; counts 0 65536 1 | \"65536\" is no number from 0 to "
+        "65535; counts 0 1 65536 | \"65536\" is no number from 0 to 65535; rate 0 fast | \"fast\" is no number from 0 "
+        "to "
+        "100000; settings 0 period=32 | \"32\" is no number from 0 to 31; settings * colour=red | write settings "
+        "ADDRESS|* KEY=VALUE...; send 0g | write send HEX...; send 100 | write send HEX...; send | write send HEX...; "
+        "pull 1 | write pull; traffic loud | write traffic on|off; launch | no such command: \"launch\";",
         [&](const std::string& text, const std::string& error) {
             EXPECT_EQ(Control(text), "error: " + error) << text;
         });
-    EXPECT_EQ(Control("status"), before);
-    EXPECT_EQ(Control("  # a remark"), "");
+    EXPECT_EQ(Control("status") + Control("  # a remark"), before);
     EXPECT_TRUE(RunControlLine(line, "traffic on", now).traffic == true &&
                 RunControlLine(line, "traffic off", now).traffic == false && RunControlLine(line, "quit", now).quit);
     for (const char* const part : {"counts ADDRESS|* IN OUT\n", "torn=0        only so", "silent        neither"})
-        EXPECT_TRUE(Control("help").find(part) != std::string::npos &&
-                    DescribeLineOptions().find(part) != std::string::npos);
+        EXPECT_TRUE(DescribeLineOptions().find(part) + 1 != 0 && Control("help").find(part) + 1 != 0) << part;
 }
 
 TEST(LineOptions, AreTakenOrRefusedWithWords) {
@@ -283,7 +282,6 @@ TEST(LineOptions, AreTakenOrRefusedWithWords) {
     ASSERT_TRUE(ParseLineOptions(good, {"--link"}, options, error)) << error;
     EXPECT_TRUE(options.own["--link"] == "/x/y" && options.wirePath == "a file" && options.portPaces == true &&
                 !options.showsTraffic && options.configuration.seed == 9 && !options.help);
-    EXPECT_EQ(UsualLineConfiguration().peoplePerMinute, 30);
     CCounterLine line = StartLine(options, {2020, 1, 2, 3, 4, 5}, LineTime(0));
     line.Feed(BytesOf("02 ff 87 86 03"), LineTime(0));
     EXPECT_EQ(HexOf(line.TakeDue(10ms)), "02 05 00 05 03 02 05 00 05 03");
@@ -292,18 +290,17 @@ TEST(LineOptions, AreTakenOrRefusedWithWords) {
 
     ForEachRow("--pace fast | port or line; --traffic 1 | on or off; --counters 0,1,2,3,4,5,6 | one to six addresses; "
                "--counters 255 | \"255\" is no number from 0 to 254; --counters , | one to six addresses; --rate -1 | "
-               "\"-1\" is no number from 0 to 100000; --seed -1 | \"-1\" is no number from 0 to 2147483647; --baud "
-               "1000001 | \"1000001\" is no number from 0 to 1000000; --fault torm | no such fault: \"torm\"; --port "
-               "COM2 | no such option;",
+               "\"-1\" is no number from 0 to 100000; --baud 1000001 | \"1000001\" is no number from 0 to 1000000; "
+               "--fault torm | no such fault: \"torm\"; --wire | a value is missing; --link | a value is missing;",
                [&](const std::string& text, const std::string& wrong) {
-                   const std::string name = text.substr(0, text.find(' ')), value = text.substr(name.size() + 1);
-                   EXPECT_FALSE(ParseLineOptions(std::array{name.c_str(), value.c_str()}, {"--link"}, options, error));
-                   EXPECT_EQ(error,
-                             name == "--port" ? "no such option: --port; --help shows them" : name + ": " + wrong);
+                   std::istringstream words(text);
+                   const std::vector<std::string> each{std::istream_iterator<std::string>(words), {}};
+                   std::vector<const char*> arguments;
+                   for (const auto& word : each) arguments.push_back(word.c_str());
+                   EXPECT_FALSE(ParseLineOptions(arguments, {"--link"}, options, error));
+                   EXPECT_EQ(error, each.front() + ": " + wrong);
                });
-    EXPECT_FALSE(ParseLineOptions(std::array{"--wire", ""}, {}, options, error));
-    EXPECT_FALSE(ParseLineOptions(std::array{"--link"}, {"--link"}, options, error));
-    EXPECT_EQ(error, "--link: a value is missing");
+    EXPECT_FALSE(ParseLineOptions(std::array{"--port", "COM2"}, {}, options, error));
     EXPECT_TRUE(ParseLineOptions(std::array{"-h"}, {}, options, error) && options.help);
     for (const char* const word : {"COM12", "com12", "Com12", "12"}) EXPECT_EQ(ComPortName(word), "COM12") << word;
     for (const char* const word : {"COM257", "COM0", "com", "LPT1", ""}) EXPECT_EQ(ComPortName(word), std::nullopt);

@@ -4,8 +4,10 @@
 #include <sstream>
 #include <utility>
 
-#include "LineFixture.h"
+#include <gtest/gtest.h>
+
 #include "line/LineRunner.h"
+#include "support/Hex.h"
 
 namespace {
 
@@ -56,13 +58,12 @@ protected:
 TEST_F(LineRunner, LogsAndShowsWhatPassesOnTheWire) {
     const std::string path = testing::TempDir() + "line_runner_wire.log";
     ASSERT_TRUE(runner.Start(path, error)) << error;
-    EXPECT_EQ(runner.NextDue(), std::nullopt);
     EXPECT_EQ(Ask(1s, 1s + 16ms), "02 01");
-    runner.Receive(1s + 17ms);
     EXPECT_EQ(runner.NextDue(), 1s + 10ms + 415us + 1ms + 3 * 2083us);
     runner.Speak(1040ms);
     std::ostringstream text;
     text << std::ifstream(path).rdbuf();
+    std::remove(path.c_str());
     EXPECT_EQ(text.str(), "1000000 > 02 01 87 88 03\n1016000 < 02 01\n1040000 < 00 01 03\n");
     EXPECT_EQ(Said(), "line at memory|1.000 > 02 01 87 88 03|") << "the reply may go on";
     EXPECT_EQ(runner.NextDue(), 1070ms);
@@ -70,45 +71,52 @@ TEST_F(LineRunner, LogsAndShowsWhatPassesOnTheWire) {
     EXPECT_EQ(Said(), "1.016 < 02 01 00 01 03|");
     port.written = LineBytes(256, 0xAB);
     runner.Receive(61'234ms);
-    EXPECT_EQ(Said(), "");
     runner.Receive((port.written = {0xCD}, 61'235ms));
     EXPECT_EQ(Said().size(), std::string("61.234 >|").size() + 256 * 3) << "a flood without a pause is cut";
-    EXPECT_TRUE(runner.Obey("traffic off", 62s));
+    runner.Obey("traffic off", 62s);
     Ask(63s, 64s);
     EXPECT_EQ(Said(), "ok|");
-    std::remove(path.c_str());
     EXPECT_FALSE(runner.Start(testing::TempDir() + "no/such/folder", error));
     EXPECT_TRUE(error.starts_with("can't write "));
 }
 
+// What a line does, what the port is then, and what is said.
 TEST_F(LineRunner, PortsAreGoneAndComeBack) {
+    const struct {
+        bool broken;
+        const char* order; // none: counter 1 is asked
+        bool open;
+        const char* said;
+    } rows[] = {{false, "pull", false, "ok|"},
+                {false, nullptr, false, ""},
+                {false, "plug", true, "line at memory|ok|"},
+                {false, nullptr, true, ""},
+                {true, nullptr, false, "error: memory is gone; \"plug\" opens it again|"},
+                {true, "plug", false, "error: out of order|"},
+                {false, "plug", true, "line at memory|ok|"}};
     port.broken = true;
     EXPECT_FALSE(runner.Start("", error));
     EXPECT_EQ(error, "out of order");
-    port.broken = false;
-    port.keepsPace = true;
+    port.broken = false, port.keepsPace = true;
     ASSERT_TRUE(runner.Start("", error) && runner.Obey("traffic off", 1s));
-    EXPECT_EQ(Ask(1s, 1s + 1ms), "02 01 00 01 03") << "due as a whole where the port has a pace";
-    EXPECT_TRUE(runner.Obey("pull", 1s));
-    EXPECT_FALSE(port.open);
-    EXPECT_EQ(Ask(1s, 2s), "");
-    EXPECT_TRUE(runner.Obey("plug", 2s) && port.open);
-    EXPECT_EQ(Said(), "line at memory|ok|ok|line at memory|ok|");
-    port.broken = true;
-    EXPECT_EQ(Ask(3s, 4s), "");
-    EXPECT_FALSE(port.open);
-    EXPECT_TRUE(runner.Obey("plug", 4s));
-    EXPECT_FALSE(port.open);
-    EXPECT_EQ(Said(), "error: memory is gone; \"plug\" opens it again|error: out of order|");
-    port.broken = false;
-    EXPECT_TRUE(runner.Obey("plug", 5s) && port.open);
-    EXPECT_EQ(Ask(5s, 6s), "02 01 00 01 03");
+    Said();
+    LineTime time = 2s;
+    for (const auto& row : rows) {
+        port.broken = row.broken;
+        if (row.order != nullptr)
+            EXPECT_TRUE(runner.Obey(row.order, time));
+        else // due as a whole where the port has a pace
+            EXPECT_EQ(Ask(time, time + 1ms), row.open ? "02 01 00 01 03" : "");
+        EXPECT_EQ(port.open, row.open) << &row - rows;
+        EXPECT_EQ(Said(), row.said);
+        time += 1s;
+    }
     port.written = BytesOf("02 01 87 88 03");
-    runner.Receive(7s);
+    runner.Receive(time);
     port.broken = true;
-    runner.Speak(8s);
+    runner.Speak(time + 1s);
     EXPECT_FALSE(port.open) << "gone while it was written to";
-    EXPECT_FALSE(runner.Obey("quit", 9s));
+    EXPECT_FALSE(runner.Obey("quit", time));
 }
 
 } // namespace
