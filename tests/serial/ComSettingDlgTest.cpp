@@ -9,11 +9,9 @@
 // "COM3: COM1 COM2 ": what stands in a combo box, and the rows of its list.
 static std::string RowsOf(HWND combo) {
     std::string rows = TextOf(combo) + ": ";
-    for (LRESULT row = 0; row < ::SendMessageA(combo, CB_GETCOUNT, 0, 0); ++row) {
-        char entry[64]{};
-        ::SendMessageA(combo, CB_GETLBTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(entry));
+    char entry[64]{};
+    for (WPARAM row = 0; ::SendMessageA(combo, CB_GETLBTEXT, row, reinterpret_cast<LPARAM>(entry)) != CB_ERR; ++row)
         rows += entry + std::string(" ");
-    }
     return rows;
 }
 
@@ -25,17 +23,14 @@ TEST(ComSettingDlg, OffersItsListsAndOnlyItsOkButtonConfirms) {
         {IDC_COM_SETTING_DATA_BITS, "7: 8 7 6 ", "five"},
         {IDC_COM_SETTING_PARITY, "ODD: NONE ODD EVEN ", ""}};
     const PortSettings odd{3, 1200, 'O', 7, 2};
-    CComSettingDlg dialog([](const std::string& name) {
-        return name == "COM1" || name == "COM2" || name == "COM99" || name == "COM256";
-    });
+    CComSettingDlg dialog(
+        [](const std::string& name) { return std::string(" COM1 COM2 COM99 COM256 ").find(' ' + name + ' ') < 99; });
     EXPECT_EQ(dialog.GetValues(), PortSettings());
     // A button that is clicked, a key, or the close box; the same dialog again and again.
-    for (const auto& [button, key] : {std::pair{IDC_COM_SETTING_OK, 0},
-                                      {IDC_COM_SETTING_CANCEL, 0},
-                                      {IDC_COM_SETTING_OK, 0},
-                                      {0, VK_RETURN},
-                                      {0, VK_ESCAPE},
-                                      {0, 0}}) {
+    const std::pair<int, int> ways[] = {{IDC_COM_SETTING_OK, 0}, {IDC_COM_SETTING_CANCEL, 0},
+                                        {IDC_COM_SETTING_OK, 0}, {0, VK_RETURN},
+                                        {0, VK_ESCAPE},          {0, 0}};
+    for (const auto& [button, key] : ways) {
         SCOPED_TRACE(testing::Message() << button << ' ' << key);
         dialog.SetValues(odd);
         CMeanwhile used([&, chosen = button, pressed = static_cast<WPARAM>(key)] {

@@ -32,8 +32,7 @@ using Transfers = CSimulatedPlatform::Transfers;
 
 struct PortOpening : testing::Test {
     void OpenWith(Transfers kind) {
-        ASSERT_EQ(port.Open("COM1", 0, 0, true), 0);
-        ASSERT_EQ(port.SetReadMode(1), 0);
+        ASSERT_TRUE(port.Open("COM1", 0, 0, true) == 0 && port.SetReadMode(1) == 0);
         platform.transfers = kind;
     }
     // Begins a transfer on a thread of its own; returns when the driver has it.
@@ -61,13 +60,10 @@ TEST_F(PortOpening, AClosingEndsATransferAndLeavesItsMemoryToTheDriver) {
     for (const Transfers kind : {Transfers::EndWhenCancelled, Transfers::NeverEnd}) {
         for (const auto& transfer : transfers) {
             OpenWith(kind);
-            platform.pendingBytes = nullptr;
             auto result = Begin(transfer);
             EXPECT_NE(platform.pendingBytes, buffer) << "written to after the return";
             if (kind == Transfers::NeverEnd) heldBlock = platform.pending, heldBytes = platform.pendingBytes;
-            EXPECT_EQ(port.Close(), 0);
-            EXPECT_EQ(result.get(), ERROR_OPERATION_ABORTED);
-            EXPECT_EQ(count, 0U);
+            EXPECT_TRUE(port.Close() == 0 && result.get() == ERROR_OPERATION_ABORTED && count == 0);
             EXPECT_TRUE(platform.HandlesBecome(0) && !wasFreed);
             EXPECT_EQ(platform.purged, 15U) << "what isn't sent would hold the closing up";
             heldBlock = heldBytes = platform.pending = nullptr;
@@ -116,63 +112,47 @@ TEST_F(PortOpening, AClosingWaitsForNoDriverAndNoTap) {
 
 TEST_F(PortOpening, ADriverThatHoldsItIsLeftAlone) {
     for (const Call call : {Call::CreateFile, Call::SetCommState}) {
-        SCOPED_TRACE(static_cast<int>(call));
         platform.held = call;
         platform.openings = 0;
-        for (int press = 0; press < 3; ++press) { // the three are below CCommPort::configureLimit
-            EXPECT_FALSE(OpenSelectedPort(port, {}, 150));
-            EXPECT_EQ(port.LastError(), ERROR_INVALID_HANDLE);
-            EXPECT_FALSE(ProbePort("COM1", platform));
-        }
+        for (int press = 0; press < 3; ++press) // the three are below CCommPort::configureLimit
+            EXPECT_FALSE(OpenSelectedPort(port, {}, 150) || ProbePort("COM1", platform));
         EXPECT_EQ(platform.openings, 1) << "the driver is called once more while it holds the first call";
         auto patient = std::async(std::launch::async, [&] { return OpenSelectedPort(port, {}, 20'000); });
         EXPECT_EQ(patient.wait_for(50ms), std::future_status::timeout);
         platform.held = Call::None;
-        EXPECT_TRUE(patient.get() && platform.openings == 2);
-        port.Close();
+        EXPECT_TRUE(patient.get() && platform.openings == 2 && port.Close() == 0);
         EXPECT_TRUE(platform.HandlesBecome(0)) << "a line that comes late is closed";
     }
 }
 
 TEST(PortSelection, ARefusalSoonAfterAClosingIsTriedAgain) {
-    const struct {
-        const char* closedBy;
-        int refused, openings;
-        bool opens;
-    } rows[] = {{"nobody", 1, 1, false}, {"probe", 2, 3, true}, {"port", 12, 13, true}, {"port", 99, 13, false}};
-    for (const auto& row : rows) {
+    enum { Nobody, Probe, Port };
+    for (const auto& [closedBy, refused, openings, code] :
+         {std::tuple{Nobody, 1, 1, 2}, {Probe, 2, 3, 0}, {Port, 12, 13, 0}, {Port, 99, 13, 2}}) {
         CSimulatedPlatform platform;
         CCommPort port(platform);
-        if (row.openings == 3) ProbePort("COM1", platform);
-        if (row.openings == 13) OpenSelectedPort(port, {}), port.Close();
-        platform.openings = 0;
-        platform.refusedOpenings = row.refused;
-        EXPECT_EQ(OpenSelectedPort(port, {}), row.opens) << row.closedBy;
-        EXPECT_EQ(platform.openings, row.openings) << row.closedBy;
-        EXPECT_EQ(platform.slept, 50U * static_cast<DWORD>(row.openings - 1));
-        EXPECT_EQ(port.LastError(), row.opens ? 0 : ERROR_INVALID_HANDLE);
-        platform.failingCall = row.refused == 99 ? 0 : 1;
-        EXPECT_EQ(CCommPort::CheckPort("COM1", platform), row.refused == 99 ? 2 : -1);
+        if (closedBy == Probe) ProbePort("COM1", platform);
+        if (closedBy == Port) OpenSelectedPort(port, {}), port.Close();
+        platform.openings = 0, platform.refusedOpenings = refused;
+        EXPECT_EQ(OpenSelectedPort(port, {}), code == 0);
+        EXPECT_TRUE(platform.openings == openings && platform.slept == 50U * static_cast<DWORD>(openings - 1));
+        EXPECT_EQ(port.LastError(), code == 0 ? 0 : ERROR_INVALID_HANDLE);
+        platform.refusedOpenings = code;
+        EXPECT_EQ(CCommPort::CheckPort("COM1", platform), code);
     }
+    CSimulatedPlatform broken;
+    broken.failingCall = 1;
+    EXPECT_TRUE(CCommPort::CheckPort("COM1", broken) == -1 && CCommPort::CheckPort("COM255") == 1);
 }
 
 TEST(PortSelection, TheLiveLineMoves) {
-    // What the tap is told, and the line afterwards: its path, empty where none is open, and what the DCB holds.
-    const PortSettings from{3, 4800, 'N', 8, 1};
-    const struct {
-        bool open;
-        PortSettings to;
-        bool moved;
-        const char *told, *path;
-        int parity, stopBits, opened;
-    } rows[] = {{true, {3, 9600, 'N', 8, 1}, false, "", "COM3", 0, 0, 0},
-                {true, {3, 4800, 'E', 7, 2}, false, "", "COM3", 2, 2, 0},
-                {true, {5, 9600, 'O', 8, 1}, true, "closed ", "COM5", 1, 0, 1},
-                {true, {9, 9600, 'O', 8, 1}, true, "closed ", "", 0, 0, 0},
-                {false, {3, 9600, 'N', 8, 1}, false, "", "", 0, 0, 0},
-                {false, {5, 9600, 'N', 8, 2}, true, "", "COM5", 0, 2, 1}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::Message() << "row " << &row - rows);
+    const std::tuple<bool, PortSettings, const char*> rows[] = {
+        // is open, moves there, and has this path then
+        {true, {3, 9600, 'N', 8, 1}, "COM3"}, {true, {3, 4800, 'E', 7, 2}, "COM3"},
+        {true, {5, 9600, 'O', 8, 1}, "COM5"}, {true, {9, 9600, 'O', 8, 1}, ""},
+        {false, {3, 9600, 'N', 8, 1}, ""},    {false, {5, 9600, 'N', 8, 2}, "COM5"}};
+    for (const auto& [open, to, path] : rows) {
+        SCOPED_TRACE(testing::Message() << open << to.portNumber << to.parityLetter);
         // No frame of the other thread may go out on a line that isn't configured yet.
         struct CWatchedPlatform : CSimulatedPlatform {
             BOOL SetCommState(HANDLE line, DCB* changed) override {
@@ -185,28 +165,28 @@ TEST(PortSelection, TheLiveLineMoves) {
         CTapRecorder tap;
         CCommPort port(platform);
         port.SetTap(&tap);
-        platform.port = &port;
-        EXPECT_TRUE(!row.open || OpenSelectedPort(port, from));
+        const PortSettings from{3, 4800, 'N', 8, 1};
+        EXPECT_TRUE(!open || OpenSelectedPort(port, from));
         platform.openings = 0;
-        if (row.open && !row.moved) platform.port = nullptr;
-        EXPECT_EQ(MoveLine(port, from, row.to), row.moved);
-        EXPECT_EQ(tap.told, row.told);
-        EXPECT_EQ(platform.openings, row.opened);
-        ASSERT_EQ(port.IsOpen(), *row.path != '\0');
-        if (!port.IsOpen()) continue;
+        const bool moves = to.portNumber != 3;
+        if (moves) platform.port = &port;
+        EXPECT_EQ(MoveLine(port, from, to), moves);
+        EXPECT_EQ(tap.told, open && moves ? "closed " : "");
+        EXPECT_EQ(platform.openings, moves && *path != '\0');
+        ASSERT_EQ(port.IsOpen(), *path != '\0');
         const DCB& state = platform.state;
-        EXPECT_TRUE(platform.path == row.path && static_cast<int>(state.BaudRate) == row.to.baudRate &&
-                    state.ByteSize == row.to.dataBits && state.Parity == row.parity && state.StopBits == row.stopBits);
+        EXPECT_TRUE(!port.IsOpen() || (platform.path == path && static_cast<int>(state.BaudRate) == to.baudRate &&
+                                       state.ByteSize == to.dataBits && state.Parity == DcbParity(to.parityLetter) &&
+                                       state.StopBits == DcbStopBits(to.stopBits)));
     }
-    EXPECT_EQ(CCommPort::CheckPort("COM255"), 1);
 }
 
 TEST(PortSelection, ASearchEndsAlthoughOneProbeIsHeld) {
-    const auto lets = std::make_shared<std::promise<void>>();
-    const auto found = FindPorts([held = lets->get_future().share()](const std::string& name) {
+    std::promise<void> lets;
+    const auto found = FindPorts([held = lets.get_future().share()](const std::string& name) {
         if (name == "COM2") held.wait();
         return name.size() == 4;
     });
     EXPECT_EQ(found, (std::vector<std::int32_t>{1, 3, 4, 5, 6, 7, 8, 9}));
-    lets->set_value();
+    lets.set_value();
 }
