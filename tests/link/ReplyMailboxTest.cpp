@@ -10,12 +10,6 @@
 
 namespace {
 
-std::unique_ptr<ReplyBlock> Block(std::int32_t number) {
-    auto block = std::make_unique<ReplyBlock>();
-    block->address = number;
-    return block;
-}
-
 // Posts, good and bad, and the takings of a receiver who may be asked for anything, also in the middle of a post.
 TEST(ReplyMailbox, GivesEachBlockOnceAndNothingForOtherNumbers) {
     const unsigned seed = TestSeed();
@@ -35,7 +29,9 @@ TEST(ReplyMailbox, GivesEachBlockOnceAndNothingForOtherNumbers) {
     for (int number = 0; number < 5000 && !testing::Test::HasFailure(); ++number) {
         const bool arrives = random() % 3 != 0;
         std::uintptr_t sent = 0;
-        EXPECT_EQ(mailbox.Post(random() % 20 == 0 ? nullptr : Block(number),
+        auto block = random() % 20 == 0 ? nullptr : std::make_unique<ReplyBlock>();
+        if (block) block->address = number;
+        EXPECT_EQ(mailbox.Post(std::move(block),
                                [&](std::uintptr_t wParam) {
                                    sent = wParam;
                                    if (wParam != 0) underWay[wParam] = number;
@@ -46,7 +42,8 @@ TEST(ReplyMailbox, GivesEachBlockOnceAndNothingForOtherNumbers) {
         if (!arrives) underWay.erase(sent), take(sent);
         for (auto turns = random() % 3; turns > 0; --turns) takeAny();
     }
-    mailbox.Post(Block(0), [](std::uintptr_t) { return true; }); // never asked for: dies with the mailbox
+    mailbox.Post(std::make_unique<ReplyBlock>(),
+                 [](std::uintptr_t) { return true; }); // never asked for: dies with the mailbox
 }
 
 } // namespace
