@@ -1,7 +1,6 @@
 // Counters on a simulated line: what they answer, against a model; when they answer; what control lines change.
 #include <algorithm>
 #include <array>
-#include <iterator>
 #include <map>
 #include <sstream>
 
@@ -260,7 +259,8 @@ TEST_F(LineTest, ControlLinesAnswer) {
         "address 2; counts 0 1 | write counts ADDRESS|* IN OUT; counts 0 65536 1 | \"65536\" is no number from 0 to "
         "65535; counts 0 1 65536 | \"65536\" is no number from 0 to 65535; rate 0 fast | \"fast\" is no number from 0 "
         "to "
-        "100000; settings 0 period=32 | \"32\" is no number from 0 to 31; settings * colour=red | write settings "
+        "100000; settings 0 period=32 | \"32\" is no number from 0 to 31; settings 0 sensitivity=256 | \"256\" is no "
+        "number from 0 to 255; settings * colour=red | write settings "
         "ADDRESS|* KEY=VALUE...; send 0g | write send HEX...; send 100 | write send HEX...; send | write send HEX...; "
         "pull 1 | write pull; traffic loud | write traffic on|off; launch | no such command: \"launch\";",
         [&](const std::string& text, const std::string& error) {
@@ -269,36 +269,29 @@ TEST_F(LineTest, ControlLinesAnswer) {
     EXPECT_EQ(Control("status") + Control("  # a remark"), before);
     EXPECT_TRUE(RunControlLine(line, "traffic on", now).traffic == true &&
                 RunControlLine(line, "traffic off", now).traffic == false && RunControlLine(line, "quit", now).quit);
-    for (const char* const part : {"counts ADDRESS|* IN OUT\n", "torn=0        only so", "silent        neither"})
-        EXPECT_TRUE(DescribeLineOptions().find(part) + 1 != 0 && Control("help").find(part) + 1 != 0) << part;
+    EXPECT_NE(DescribeLineOptions().find("silent        neither"), std::string::npos);
 }
 
 TEST(LineOptions, AreTakenOrRefusedWithWords) {
     LineOptions options;
     std::string error;
-    constexpr std::array good{"--counters", "5,2",    "--rate", "0",      "--baud",    "0",      "--fault",
-                              "late=20 2",  "--link", "/x/y",   "--seed", "9",         "--pace", "port",
-                              "--fault",    "twice",  "--wire", "a file", "--traffic", "off"};
-    ASSERT_TRUE(ParseLineOptions(good, {"--link"}, options, error)) << error;
-    EXPECT_TRUE(options.own["--link"] == "/x/y" && options.wirePath == "a file" && options.portPaces == true &&
-                !options.showsTraffic && options.configuration.seed == 9 && !options.help);
+    constexpr std::array good{"--counters", "5,2",       "--rate", "0",      "--baud",    "0",
+                              "--fault",    "late=20 2", "--seed", "9",      "--pace",    "port",
+                              "--fault",    "twice",     "--wire", "a file", "--traffic", "off"};
+    ASSERT_TRUE(ParseLineOptions(good, {}, options, error)) << error;
+    EXPECT_TRUE(options.wirePath == "a file" && options.portPaces == true && !options.showsTraffic && !options.help);
     CCounterLine line = StartLine(options, {2020, 1, 2, 3, 4, 5}, LineTime(0));
     line.Feed(BytesOf("02 ff 87 86 03"), LineTime(0));
     EXPECT_EQ(HexOf(line.TakeDue(10ms)), "02 05 00 05 03 02 05 00 05 03");
-    EXPECT_EQ(line.TakeDue(1s).size(), 10U);
     EXPECT_EQ(line.Find(2, 1s)->Date(1s), (CalendarFields{2020, 1, 2, 3, 4, 6}));
-
     ForEachRow("--pace fast | port or line; --traffic 1 | on or off; --counters 0,1,2,3,4,5,6 | one to six addresses; "
                "--counters 255 | \"255\" is no number from 0 to 254; --counters , | one to six addresses; --rate -1 | "
                "\"-1\" is no number from 0 to 100000; --baud 1000001 | \"1000001\" is no number from 0 to 1000000; "
-               "--fault torm | no such fault: \"torm\"; --wire | a value is missing; --link | a value is missing;",
+               "--fault torm | no such fault: \"torm\";",
                [&](const std::string& text, const std::string& wrong) {
-                   std::istringstream words(text);
-                   const std::vector<std::string> each{std::istream_iterator<std::string>(words), {}};
-                   std::vector<const char*> arguments;
-                   for (const auto& word : each) arguments.push_back(word.c_str());
-                   EXPECT_FALSE(ParseLineOptions(arguments, {"--link"}, options, error));
-                   EXPECT_EQ(error, each.front() + ": " + wrong);
+                   const std::string name = text.substr(0, text.find(' ')), value = text.substr(name.size() + 1);
+                   EXPECT_FALSE(ParseLineOptions(std::array{name.c_str(), value.c_str()}, {}, options, error));
+                   EXPECT_EQ(error, name + ": " + wrong);
                });
     EXPECT_FALSE(ParseLineOptions(std::array{"--port", "COM2"}, {}, options, error));
     EXPECT_TRUE(ParseLineOptions(std::array{"-h"}, {}, options, error) && options.help);

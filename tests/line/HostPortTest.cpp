@@ -17,11 +17,6 @@
 
 namespace {
 
-bool HasInput(int descriptor) {
-    pollfd source{descriptor, POLLIN, 0};
-    return poll(&source, 1, 10'000) == 1;
-}
-
 std::string ContentOf(const std::string& path) {
     std::ostringstream text;
     text << std::ifstream(path).rdbuf();
@@ -31,8 +26,9 @@ std::string ContentOf(const std::string& path) {
 // So many bytes, as they come.
 std::string Hear(int descriptor, std::size_t size) {
     LineBytes heard(size);
+    pollfd source{descriptor, POLLIN, 0};
     for (std::size_t at = 0; at < size; ++at)
-        if (!HasInput(descriptor) || read(descriptor, &heard[at], 1) != 1) return "nothing";
+        if (poll(&source, 1, 10'000) != 1 || read(descriptor, &heard[at], 1) != 1) return "nothing";
     return HexOf(heard);
 }
 
@@ -49,12 +45,9 @@ TEST(HostPort, TheProgramPlaysCountersAtItsPort) {
     std::filesystem::create_symlink(folder / "nothing", link);
     const std::string said = folder / "said", fifo = folder / "control", wire = folder / "wire";
     const std::string program = LINE_PROGRAM;
-    for (const auto& [arguments, code, words] : {std::tuple{" --help", 0, "--control PATH"},
-                                                 {" --baud fast", 1, "quorvane-line: --baud: \"fast\" is no number"},
-                                                 {" --wire /no/folder", 1, "can't write"}}) {
-        EXPECT_EQ(WEXITSTATUS(std::system((program + arguments + " > " + said + " 2>&1").c_str())), code);
-        EXPECT_NE(ContentOf(said).find(words), std::string::npos) << ContentOf(said);
-    }
+    EXPECT_EQ(WEXITSTATUS(std::system((program + " --baud fast 2> " + said).c_str())), 1);
+    EXPECT_EQ(ContentOf(said), "quorvane-line: --baud: \"fast\" is no number from 0 to 1000000\n");
+
     FILE* const input = popen((program + " --link " + link + " --control " + fifo + " --wire " + wire +
                                " --counters 3 --rate 0 --fault 'echo * 1' > " + said)
                                   .c_str(),
@@ -72,22 +65,20 @@ TEST(HostPort, TheProgramPlaysCountersAtItsPort) {
     EXPECT_EQ(Hear(end.Get(), 1), "55");
     EXPECT_EQ(ask(5), "02 03 07 0a 03");
     CHostPort device({.link = "", .device = link}), odd({.link = "", .device = link, .baudRate = 4801});
-    EXPECT_TRUE(device.Open(error) && device.Name() == link && !device.KeepsPace() && !odd.Open(error)) << error;
+    EXPECT_TRUE(device.Open(error) && !device.KeepsPace() && !odd.Open(error)) << error;
     device.Close();
     std::ofstream(fifo) << "pull\n"; // hangs up, and the link goes
-    EXPECT_TRUE(HasInput(end.Get()) && write(end.Get(), "x", 1) == -1 && !openProgramsEnd().IsOpen());
+    EXPECT_TRUE(Hear(end.Get(), 1) == "nothing" && write(end.Get(), "x", 1) == -1 && !openProgramsEnd().IsOpen());
     std::ofstream(fifo) << "plug\n";
     for (int turn = 0; turn < 10'000 && !(end = openProgramsEnd()).IsOpen(); ++turn) poll(nullptr, 0, 1);
     EXPECT_EQ(ask(5), "02 03 07 0a 03");
     std::fputs("counts 3 1 2\nquit", input); // the last line needs no end
     EXPECT_EQ(pclose(input), 0);
     EXPECT_FALSE(std::filesystem::exists(fifo) || std::filesystem::exists(std::filesystem::symlink_status(link)));
-    const std::string all = ContentOf(said);
-    EXPECT_TRUE(all.starts_with("line at /dev/") && all.ends_with("ok\nok\n") &&
-                all.find("\nok\n3: 0 in 0 out, 20") != std::string::npos &&
-                all.find(" > 02 03 87 8A 03\n") != std::string::npos)
-        << all;
-    EXPECT_NE(ContentOf(wire).find(" < 55\n"), std::string::npos);
+    const std::string all = ContentOf(said) + ContentOf(wire);
+    for (const char* const part :
+         {"line at /dev/", "\nok\n3: 0 in 0 out, 20", " > 02 03 87 8A 03\n", "ok\nok\n", " < 55\n"})
+        EXPECT_NE(all.find(part), std::string::npos) << all;
     std::filesystem::remove_all(folder);
 }
 
