@@ -1,12 +1,11 @@
 // The six exchanges over a line whose counter answers at a given moment, to the millisecond: the pauses pass on a clock
-// of the test's own. And the way of a reply to a real window.
+// of the test's own.
 #include "link/DeviceCommands.h"
 
 #include <functional>
 
 #include "framework/Time.h"
 #include "link/ReplyMessages.h"
-#include "link/ReplyPosting.h"
 #include "serial/CommPort.h"
 #include "serial/SimulatedPlatform.h"
 #include "support/Hex.h"
@@ -111,18 +110,6 @@ TEST(DeviceCommands, WhatComesInThePauseIsTheReply) {
         EXPECT_EQ(panel.posted, "");
         port.Close();
     }
-}
-
-TEST(ReplyPosting, ABlockReachesItsWindowOrIsFreed) {
-    const HWND window = CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
-    CReplyMailbox mailbox;
-    MSG poll{};
-    EXPECT_TRUE(PostReplyMessage(window, mailbox, WM_POLL_REPLY, std::make_unique<ReplyBlock>(), -1));
-    EXPECT_TRUE(PeekMessageA(&poll, window, WM_POLL_REPLY, WM_POLL_REPLY, PM_REMOVE) && poll.lParam == -1);
-    EXPECT_TRUE(mailbox.Take(poll.wParam));
-    DestroyWindow(window);
-    for (const HWND gone : {window, HWND{}})
-        EXPECT_FALSE(PostReplyMessage(gone, mailbox, WM_POLL_REPLY, std::make_unique<ReplyBlock>(), 0));
 }
 
 } // namespace

@@ -35,6 +35,9 @@ std::size_t CheckReply(std::span<const std::uint8_t> reply, Require require) {
         SearchRecords<length>(reply, [&](std::span<const std::uint8_t, length> bytes) {
             found.push_back(static_cast<std::size_t>(bytes.data() - reply.data()));
             CounterRecord record = before, expected = before;
+            if (length > 5)
+                expected.address = bytes[1],
+                expected.deviceTime = TimeOfField(std::span<const std::uint8_t>(bytes).subspan(2));
             decode(bytes, record, expected);
             require(record == expected, "what is decoded");
             for (const std::uint8_t two : EncodeClockField(record.deviceTime))
@@ -46,8 +49,6 @@ std::size_t CheckReply(std::span<const std::uint8_t> reply, Require require) {
     search(std::integral_constant<int, 17>(), [&](auto bytes, CounterRecord& record, CounterRecord& expected) {
         require(!DecodeStatusRecord(bytes.data(), 16, record) && record == before, "too few bytes");
         require(DecodeStatusRecord(bytes.data(), 17, record), "enough bytes");
-        expected.address = bytes[1];
-        expected.deviceTime = TimeOfField(bytes.subspan(2, 6));
         expected.inCount = bytes[8] * 256 + bytes[9];
         expected.outCount = bytes[10] * 256 + bytes[11];
         expected.extraCount = bytes[12] * 256 + bytes[13];
@@ -56,8 +57,6 @@ std::size_t CheckReply(std::span<const std::uint8_t> reply, Require require) {
     search(std::integral_constant<int, 12>(), [&](auto bytes, CounterRecord& record, CounterRecord& expected) {
         require(!DecodeSettingsRecord(bytes.data(), 11, record) && record == before, "too few bytes");
         require(DecodeSettingsRecord(bytes.data(), 12, record), "enough bytes");
-        expected.address = bytes[1];
-        expected.deviceTime = TimeOfField(bytes.subspan(2, 6));
         expected.sensitivity = bytes[8];
         expected.language = bytes[9] < 128 ? 1 : 0;
         expected.direction = bytes[9] / 64 % 2 == 0 ? 1 : 0;

@@ -1,4 +1,4 @@
-// What the search costs on the user-interface thread: a full read of the line, good and bad.
+// What the search costs on the user-interface thread: a full read of the line, at its worst.
 #include <vector>
 
 #include <benchmark/benchmark.h>
@@ -6,14 +6,10 @@
 #include "link/CounterFrame.h"
 
 static void Search(benchmark::State& state) {
-    // Good records, or start and end bytes only: there nothing tells a record from noise but its checksum.
+    // Start and end bytes only: there nothing tells a record from noise but its checksum.
     std::vector<std::uint8_t> reply(replyCapacity);
     std::uint32_t random = 1;
     for (auto& byte : reply) byte = (random = random * 1664525 + 1013904223) >> 31 != 0 ? frameStart : frameEnd;
-    for (std::size_t at = 0; state.range() == 0 && at + statusRecordLength <= reply.size(); at += statusRecordLength) {
-        reply[at] = frameStart, reply[at + statusRecordLength - 1] = frameEnd;
-        SetFrameChecksum(&reply[at], statusRecordLength);
-    }
     int found = 0;
     for (auto _ : state) {
         SearchRecords<statusRecordLength>(reply, [&](auto record) { found += record[2]; });
@@ -21,6 +17,6 @@ static void Search(benchmark::State& state) {
         benchmark::ClobberMemory();
     }
 }
-BENCHMARK(Search)->ArgName("noise")->Arg(0)->Arg(1);
+BENCHMARK(Search);
 
 BENCHMARK_MAIN();
