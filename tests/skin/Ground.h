@@ -35,9 +35,9 @@ public:
     }
 
     static const CMessageMap& ClassMap() {
-        static constexpr std::array entries{
-            On<WM_PAINT, &CGround::OnPaint>(), On<WM_ERASEBKGND, &CGround::OnEraseBkgnd>(),
-            On<WM_ENABLE, &CGround::OnEnable>(), OnMessage<WM_GETFONT, &CGround::OnGetFont>()};
+        static constexpr std::array entries{On<WM_PAINT, &CGround::OnPaint>(),
+                                            On<WM_ERASEBKGND, &CGround::OnEraseBkgnd>(),
+                                            On<WM_ENABLE, &CGround::OnEnable>()};
         static const CMessageMap map{&CWnd::ClassMap(), entries};
         return map;
     }
@@ -56,8 +56,6 @@ public:
 
     std::vector<ReceivedCommand> commands;
     std::function<void()> atCommand;
-    int fontsAsked = 0;
-    HFONT font = static_cast<HFONT>(::GetStockObject(ANSI_VAR_FONT));
 
 protected:
     bool OnCommand(WPARAM wParam, LPARAM lParam) override {
@@ -74,7 +72,6 @@ private:
         CDC(dc).FillSolidRect(GetClientRect(), ColorOf('g'));
         return true;
     }
-    LRESULT OnGetFont(WPARAM, LPARAM) { return ++fontsAsked, reinterpret_cast<LRESULT>(font); }
 };
 
 // Makes a child's window.
@@ -84,18 +81,6 @@ inline void Put(CWnd& control, const CWnd& parent, const char* windowClass, cons
                                parent.GetHandle(), id));
     PumpMessages();
 }
-
-// A control that counts its paints.
-template <class Control>
-class CCounted : public Control {
-public:
-    using Control::Control;
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == WM_PAINT) ++paints;
-        return Control::WindowProc(message, wParam, lParam);
-    }
-    int paints = 0;
-};
 
 // A mouse message; the pointer isn't really there, of which the control would be told soon.
 inline void Mouse(const CWnd& control, UINT message, int x, int y, WPARAM keys = 0) {
@@ -107,28 +92,17 @@ inline void Mouse(const CWnd& control, UINT message, int x, int y, WPARAM keys =
     ::PeekMessageA(&leave, window, WM_MOUSELEAVE, WM_MOUSELEAVE, PM_REMOVE);
 }
 
-// What the control draws into a context that it is given.
-inline void Print(const CWnd& control, const CSurface& surface) {
-    control.SendMessage(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(surface.GetHandle()), PRF_CLIENT);
-}
-
 // What an owner-drawn button of this size draws in a state.
 template <class Button>
-void DrawButton(Button& button, const CSurface& surface, UINT state, const CRect& rect) {
+std::vector<COLORREF> DrawButton(Button& button, UINT state = 0, int width = 60, int height = 20) {
+    const CSurface surface(width, height);
+    ::SetTextColor(surface.GetHandle(), RGB(200, 1, 2)); // as a parent may have left it
     DRAWITEMSTRUCT item{};
     item.itemState = state;
     item.hDC = surface.GetHandle();
-    item.rcItem = rect;
+    item.rcItem = {0, 0, width, height};
     button.DrawItem(item);
-}
-
-// The text as a caption ought to stand.
-inline void DrawExpected(CSurface& surface, const CGround& ground, const char* text, COLORREF color, CRect rect,
-                         UINT format) {
-    const CSelectObject font(surface, ground.font);
-    surface.SetTextColor(color);
-    surface.SetBkMode(TRANSPARENT);
-    surface.DrawText(text, rect, format);
+    return surface.Pixels();
 }
 
 // The text of the control's one tool, and its tip window; empty without one.

@@ -21,16 +21,6 @@ HICON MakeIcon(char color) {
 }
 // 60 x 20 pixels: an image of 8 x 8 has its upper left corner at (3, 6) beside a caption.
 const CRect place{10, 10, 70, 30};
-std::vector<COLORREF> Draw(CIconButton& button, UINT state = 0) {
-    const CSurface surface(60, 20);
-    ::SetTextColor(surface.GetHandle(), RGB(200, 1, 2)); // as a parent may have left it
-    DRAWITEMSTRUCT item{};
-    item.itemState = state;
-    item.hDC = surface.GetHandle();
-    item.rcItem = {0, 0, 60, 20};
-    button.DrawItem(item);
-    return surface.Pixels();
-}
 
 TEST(IconButton, StatesChooseImageColoursAndEdge) {
     constexpr LONG check = BS_AUTOCHECKBOX, push = BS_PUSHBUTTON;
@@ -63,7 +53,7 @@ TEST(IconButton, StatesChooseImageColoursAndEdge) {
         button.SetFlat(row.flat, false);
         if (row.hover) Mouse(button, WM_MOUSEMOVE, 5, 5);
         button.SetIconHandles(MakeIcon('A'), MakeIcon('B'));
-        const std::vector<COLORREF> look = Draw(button, row.item);
+        const std::vector<COLORREF> look = DrawButton(button, row.item);
         const COLORREF back = RGB(40 * row.back, 7, 7);
         EXPECT_EQ(look[3 * 60 + 3], back);
         for (const std::size_t at : {6U * 60 + 3, 13U * 60 + 10})
@@ -74,7 +64,7 @@ TEST(IconButton, StatesChooseImageColoursAndEdge) {
         EXPECT_EQ(look.front(), row.topLeft != none ? row.topLeft : back);
         EXPECT_EQ(look.back(), row.topLeft != none ? row.bottomRight : back);
         button.SetDrawBorder(false, false);
-        EXPECT_EQ(Draw(button, row.item).front(), row.flat ? back : row.topLeft);
+        EXPECT_EQ(DrawButton(button, row.item).front(), row.flat ? back : row.topLeft);
     }
 }
 
@@ -84,21 +74,21 @@ TEST(IconButton, FurtherLooksAreChosenBySetters) {
     CPlainIconButton plate;
     Put(button, ground, "BUTTON", place, BS_PUSHBUTTON, "W");
     Put(plate, ground, "BUTTON", {10, 40, 70, 60});
-    const auto plain = Draw(button, ODS_FOCUS);
+    const auto plain = DrawButton(button, ODS_FOCUS);
     button.SetDrawFlatFocus(true, true);
-    EXPECT_NE(Draw(button, ODS_FOCUS), plain);
+    EXPECT_NE(DrawButton(button, ODS_FOCUS), plain);
     button.ShowWindow(SW_HIDE);
     PumpMessages();
     button.SetTransparent(true);
     for (const char below : {'g', 'q', 'r'}) { // the first is kept until the system's colours change
         if (below != 'g') CClientDC(ground.GetHandle()).FillSolidRect(place, ColorOf(below));
         if (below == 'r') button.SendMessage(WM_SYSCOLORCHANGE);
-        EXPECT_EQ(Draw(button)[120], ColorOf(below == 'q' ? 'g' : below));
+        EXPECT_EQ(DrawButton(button)[120], ColorOf(below == 'q' ? 'g' : below));
     }
     plate.SetColor(CIconButton::ActiveBack, ColorOf('a'), false);
     for (const bool rounded : {false, true}) {
         plate.SetRounded(rounded, true);
-        const auto pressed = Draw(plate, ODS_SELECTED);
+        const auto pressed = DrawButton(plate, ODS_SELECTED);
         for (std::size_t y = 0; y < 20; ++y) EXPECT_EQ(pressed[y * 60 + 30], y == 0 || y == 19 ? 0 : ColorOf('a')) << y;
         EXPECT_EQ(pressed[0], rounded ? ColorOf(' ') : 0U);
     }
@@ -135,7 +125,7 @@ TEST(IconButton, StyleAndCheckStateAreItsOwn) {
     ::SetWindowPos(button.GetHandle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
     Mouse(button, WM_MOUSEMOVE, 5, 5);
     button.SetColor(CIconButton::ActiveBack, ColorOf('a'), true);
-    EXPECT_EQ(Draw(button)[200], ColorOf('a'));
+    EXPECT_EQ(DrawButton(button)[200], ColorOf('a'));
 }
 
 // What the tip is told: whether it is active.
@@ -196,14 +186,14 @@ TEST(IconButton, BitmapsLetTheGroundThroughAndFailuresLeaveNone) {
     const HICON noIcon = reinterpret_cast<HICON>(INT_PTR{0x7FF1});
     const auto expect = [&](int result, int expected, const char* shown) {
         EXPECT_EQ(result, expected) << shown;
-        const auto look = Draw(button);
+        const auto look = DrawButton(button);
         for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(look[9 * 60 + 28 + i], ColorOf(shown[i])) << shown;
     };
     // The resource is a strip of three colours, of whose middle one this is.
     expect(button.SetBitmaps(401, ColorOf('c'), 401, ColorOf('a')), 0, "bbbb");
     expect(button.SetBitmaps(401, ColorOf('c'), 401, ColorOf('b')), 0, "qqqq");
     expect(button.SetBitmapHandles(MakeBitmap({"A.", "A."}), ColorOf('.'), nullptr, 0), 0, "qAqq");
-    EXPECT_EQ(std::ranges::count(Draw(button, ODS_DISABLED), ColorOf('A')), 0);
+    EXPECT_EQ(std::ranges::count(DrawButton(button, ODS_DISABLED), ColorOf('A')), 0);
     expect(button.SetBitmapHandles(MakeBitmap({"AA"}), 0, inUse, 0), 2, "qqqq");
     expect(button.SetBitmaps(9999, 0, 401, 0), 0, "qqqq");
     expect(button.SetIconHandles(MakeIcon('A'), noIcon), 1, "qqqq");

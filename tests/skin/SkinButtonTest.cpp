@@ -33,7 +33,7 @@ protected:
     int ShapeKind() const { return ::GetWindowRgn(button.GetHandle(), CRgn(::CreateRectRgn(0, 0, 0, 0)).GetHandle()); }
 
     CGround ground;
-    CCounted<CSkinButton> button;
+    CSkinButton button;
 };
 
 TEST_F(SkinButton, EachFrameIsItsShapeInWhichAloneTheMouseIsFelt) {
@@ -41,30 +41,26 @@ TEST_F(SkinButton, EachFrameIsItsShapeInWhichAloneTheMouseIsFelt) {
     const HCURSOR hand = ::LoadCursorA(ProgramModule(), MAKEINTRESOURCEA(IDC_HAND_CURSOR));
     ASSERT_NE(hand, nullptr);
     bool held = false;
-    struct Row {
-        UINT message;
-        int x, y;
-        const Art& look;
-        int paints;
-        bool hand;
-    };
-    for (const Row& row : {Row{WM_MOUSEMOVE, 0, 0, normal, 0, false}, Row{WM_MOUSEMOVE, 3, 0, over, 1, true},
-                           Row{WM_MOUSEMOVE, 5, 3, over, 0, true}, Row{WM_MOUSEMOVE, 0, 0, normal, 1, false},
-                           Row{WM_LBUTTONDOWN, 3, 2, down, 1, false}, Row{WM_MOUSEMOVE, 5, 3, normal, 1, false},
-                           Row{WM_MOUSEMOVE, 3, 2, down, 1, true}, Row{WM_MOUSEMOVE, 6, 2, normal, 1, false}}) {
+    for (const auto& [message, x, y, look, felt] : {std::tuple(WM_MOUSEMOVE, 0, 0, &normal, false),
+                                                    {WM_MOUSEMOVE, 3, 0, &over, true},
+                                                    {WM_MOUSEMOVE, 5, 3, &over, true},
+                                                    {WM_MOUSEMOVE, 0, 0, &normal, false},
+                                                    {WM_LBUTTONDOWN, 3, 2, &down, false},
+                                                    {WM_MOUSEMOVE, 5, 3, &normal, false},
+                                                    {WM_MOUSEMOVE, 3, 2, &down, true},
+                                                    {WM_MOUSEMOVE, 6, 2, &normal, false}}) {
         ::SetCursor(arrow);
-        const int before = button.paints;
-        held = held || row.message == WM_LBUTTONDOWN;
-        Mouse(button, row.message, row.x, row.y, held ? MK_LBUTTON : 0);
-        EXPECT_EQ(Look(), row.look);
-        EXPECT_EQ(::GetCursor(), row.hand ? hand : arrow);
-        for (int x = 0; x < 6; ++x) {
-            POINT corner{buttonPlace.left + x, buttonPlace.top};
-            ::ClientToScreen(ground.GetHandle(), &corner);
-            EXPECT_EQ(::WindowFromPoint(corner) == button.GetHandle(), row.look[0][static_cast<std::size_t>(x)] != 'g');
+        held = held || message == WM_LBUTTONDOWN;
+        Mouse(button, static_cast<UINT>(message), x, y, held ? MK_LBUTTON : 0);
+        EXPECT_EQ(Look(), *look) << x << y;
+        EXPECT_EQ(::GetCursor(), felt ? hand : arrow);
+        for (const int column : {0, 1, 5}) {
+            POINT upper{buttonPlace.left + column, buttonPlace.top};
+            ::ClientToScreen(ground.GetHandle(), &upper);
+            EXPECT_EQ(::WindowFromPoint(upper) == button.GetHandle(),
+                      (*look)[0].at(static_cast<std::size_t>(column)) != 'g');
         }
         PumpMessages();
-        EXPECT_EQ(button.paints - before, row.paints) << row.x << "," << row.y;
     }
     button.EnableWindow(false);
     PumpMessages();
