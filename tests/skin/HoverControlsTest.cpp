@@ -123,17 +123,13 @@ protected:
         } else if (GetParam() == Kind::Link) {
             Keep<CLinkStatic>(opener).SetColors(ColorOf('1'), ColorOf('1'), ColorOf('2'));
         } else if (GetParam() == Kind::Bar) {
-            const CPictureFile file("bar.bmp", BitmapFileOf(Art(6, "abcabc")));
-            auto& bar = Keep<CSkinBar>();
-            bar.SetBitmapFile(file.name);
-            bar.SetCaption("W", 5, 0x123456);
+            Keep<CSkinBar>().SetCaption("W", 5, 0x123456);
         } else if (GetParam() == Kind::Display) {
             Keep<CSegmentDisplay>();
         } else {
             auto& icon = Keep<CIconButton>();
             icon.SetBitmapHandles(MakeBitmap({"A.", "A."}), ColorOf('.'), nullptr, 0);
-            for (const auto& [index, color] : {std::pair(0U, '2'), {2U, '1'}, {4U, 'F'}})
-                icon.SetColor(index, ColorOf(color), false);
+            for (const unsigned back : {0U, 2U, 4U}) icon.SetColor(back, ColorOf("2 1 F"[back]), false);
         }
         Put(next, ground, "BUTTON", {140, 0, 160, 20}, WS_TABSTOP);
         Put(other, ground, "BUTTON", {170, 0, 190, 20}, WS_TABSTOP);
@@ -148,11 +144,9 @@ protected:
     }
     void Bind(const CWnd& parent) {
         const bool isStatic = GetParam() >= Kind::Link;
+        const LONG style = isStatic ? SS_LEFT : WS_TABSTOP;
         Put(*control, parent, isStatic ? "STATIC" : "BUTTON", place,
-            GetParam() == Kind::Check ? BS_AUTOCHECKBOX
-            : isStatic                ? SS_LEFT
-                                      : WS_TABSTOP,
-            isStatic ? "W" : "", id);
+            GetParam() == Kind::Check ? BS_AUTOCHECKBOX : style, isStatic ? "W" : "", id);
         ::SetWindowPos(control->GetHandle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         PumpMessages();
     }
@@ -182,58 +176,38 @@ protected:
         const auto mouse = [&](UINT message) {
             Mouse(*control, message, model.inside ? 6 : -5, model.inside ? 6 : 150, model.held ? MK_LBUTTON : 0);
         };
-        const unsigned operation = draw(16);
-        if (!model.open && (operation == 12 || operation == 13)) return ""; // nobody can take the focus then
-        switch (operation) {
-        case 0:
-        case 1:
-        case 2:
-            return model.Move(true), mouse(WM_MOUSEMOVE), "in ";
-        case 3:
-        case 4: // only a capture brings such a move
-            if (!model.captured) return "";
-            return model.Move(false), mouse(WM_MOUSEMOVE), "out ";
-        case 5:
-        case 6:
-            if (model.held) return "";
-            if (draw(4) == 0) return model.Down(true), mouse(WM_LBUTTONDBLCLK), "double ";
-            return model.Down(false), mouse(WM_LBUTTONDOWN), "down ";
-        case 7:
-        case 8:
-            if (!model.inside && !model.captured) return model.held = false, "(up elsewhere) ";
-            return model.Up(), mouse(WM_LBUTTONUP), "up ";
-        case 9:
-            return model.Leave(), control->SendMessage(WM_MOUSELEAVE), "leave ";
-        case 10:
-            return model.Steal(), ::SetCapture(ground.GetHandle()), ::ReleaseCapture(), "steal ";
-        case 11:
-            return model.LetGo(), control->SendMessage(WM_CANCELMODE), "cancel ";
-        case 12:
-            if (!model.enabled) return model.enabled = true, control->EnableWindow(true), "enable ";
-            return model.Take(model.enabled), control->EnableWindow(false), "disable ";
-        case 13:
-            if (!model.shown) return model.shown = true, control->ShowWindow(SW_SHOW), "show ";
-            return model.Take(model.shown), control->ShowWindow(SW_HIDE), "hide ";
-        case 14:
+        const char operation = "iiiooddulscehfk"[draw(15)];
+        if (!model.open && (operation == 'e' || operation == 'h')) return ""; // nobody can take the focus then
+        if (operation == 'i') return model.Move(true), mouse(WM_MOUSEMOVE), "in ";
+        if (operation == 'o' && !model.captured) return ""; // only a capture brings such a move
+        if (operation == 'o') return model.Move(false), mouse(WM_MOUSEMOVE), "out ";
+        if (operation == 'd' && model.held) return "";
+        if (operation == 'd' && draw(4) == 0) return model.Down(true), mouse(WM_LBUTTONDBLCLK), "double ";
+        if (operation == 'd') return model.Down(false), mouse(WM_LBUTTONDOWN), "down ";
+        if (operation == 'u' && !model.inside && !model.captured) return model.held = false, "(up elsewhere) ";
+        if (operation == 'u') return model.Up(), mouse(WM_LBUTTONUP), "up ";
+        if (operation == 'l') return model.Leave(), control->SendMessage(WM_MOUSELEAVE), "leave ";
+        if (operation == 's') return model.Steal(), ::SetCapture(ground.GetHandle()), ::ReleaseCapture(), "steal ";
+        if (operation == 'c') return model.LetGo(), control->SendMessage(WM_CANCELMODE), "cancel ";
+        if (operation == 'e' && !model.enabled) return model.enabled = true, control->EnableWindow(true), "enable ";
+        if (operation == 'e') return model.Take(model.enabled), control->EnableWindow(false), "disable ";
+        if (operation == 'h' && !model.shown) return model.shown = true, control->ShowWindow(SW_SHOW), "show ";
+        if (operation == 'h') return model.Take(model.shown), control->ShowWindow(SW_HIDE), "hide ";
+        if (operation == 'f') {
             if (!model.open) return model.open = true, ground.EnableWindow(true), "ground on ";
             if (draw(2) == 0) return model.open = false, ground.EnableWindow(false), "ground off ";
-            if (!model.Takes() || model.kind == Kind::Link || draw(2) == 0)
-                return model.LoseFocus(), ground.SetFocus(), "focus away ";
-            return model.focus = true, control->SetFocus(), "focus ";
-        default:
-            if (!model.focus || !model.Takes() || (!model.IsSkin() && model.pressed)) return "";
-            control->SendMessage(WM_KEYDOWN, VK_SPACE);
-            const bool ends = draw(2) == 0;
-            if (ends && draw(2) == 0) {
-                model.LetGo(), control->SendMessage(WM_CANCELMODE);
-            } else if (ends) {
-                model.LoseFocus(), ground.SetFocus();
-            } else {
-                model.Click();
-            }
-            control->SendMessage(WM_KEYUP, VK_SPACE);
-            return ends ? "space ended " : "space ";
+            if (model.Takes() && model.kind != Kind::Link && draw(2) == 0)
+                return model.focus = true, control->SetFocus(), "focus ";
+            return model.LoseFocus(), ground.SetFocus(), "focus away ";
         }
+        if (!model.focus || !model.Takes() || (!model.IsSkin() && model.pressed)) return "";
+        control->SendMessage(WM_KEYDOWN, VK_SPACE);
+        const unsigned end = draw(4);
+        if (end == 0) model.LetGo(), control->SendMessage(WM_CANCELMODE);
+        if (end == 1) model.LoseFocus(), ground.SetFocus();
+        if (end > 1) model.Click();
+        control->SendMessage(WM_KEYUP, VK_SPACE);
+        return end < 2 ? "space ended " : "space ";
     }
 
     CGround ground;
@@ -277,29 +251,23 @@ TEST_P(HoverControls, PassTheFocusOnWhenTheyAreDisabledOrHidden) {
     const bool icon = GetParam() == Kind::Push || GetParam() == Kind::Check;
     CWnd panel;
     Put(panel, ground, "STATIC", {0, 0, 60, 60});
-    for (const bool nested : {false, true}) {
-        if (nested) control->DestroyWindow();
-        Bind(nested ? panel : ground);
-        for (const int way : {0, 1, 2}) {
-            for (const int heirIs : {0, 1, 2, 3}) { // there, none, disabled, hidden
-                *heir = heirIs == 1 ? nullptr : other.GetHandle();
-                other.EnableWindow(heirIs != 2);
-                other.ShowWindow(heirIs == 3 ? SW_HIDE : SW_SHOW);
-                for (const HWND before : {control->GetHandle(), next.GetHandle()}) {
-                    ::SetFocus(before);
-                    if (way == 0) control->EnableWindow(false);
-                    if (way == 1) control->ShowWindow(SW_HIDE);
-                    if (way == 2) ::SetWindowPos(control->GetHandle(), nullptr, 10, 10, 24, 16, SWP_HIDEWINDOW);
-                    const HWND focus = ::GetFocus();
-                    const bool had = before == control->GetHandle();
-                    EXPECT_EQ(focus == other.GetHandle(), had && heirIs == 0) << way << nested << heirIs;
-                    const CWnd& line = had && nested && icon ? panel : next;
-                    EXPECT_TRUE((had && (heirIs == 0 || way != 0)) || focus == line.GetHandle()) << way << heirIs;
-                    control->EnableWindow(true);
-                    control->ShowWindow(SW_SHOW);
-                }
-            }
-        }
+    for (int round = 0; round < 48; ++round) {
+        if (round == 24) control->DestroyWindow();
+        const bool nested = round >= 24, had = round % 2 == 0;
+        if (round % 24 == 0) Bind(nested ? panel : ground);
+        const int way = round / 2 % 3, heirIs = round / 6 % 4; // there, none, disabled, hidden
+        *heir = heirIs == 1 ? nullptr : other.GetHandle();
+        other.EnableWindow(heirIs != 2);
+        other.ShowWindow(heirIs == 3 ? SW_HIDE : SW_SHOW);
+        ::SetFocus(had ? control->GetHandle() : next.GetHandle());
+        if (way == 0) control->EnableWindow(false);
+        if (way == 1) control->ShowWindow(SW_HIDE);
+        if (way == 2) ::SetWindowPos(control->GetHandle(), nullptr, 10, 10, 24, 16, SWP_HIDEWINDOW);
+        const HWND focus = ::GetFocus(), line = (had && nested && icon ? panel : next).GetHandle();
+        EXPECT_EQ(focus == other.GetHandle(), had && heirIs == 0) << round;
+        EXPECT_TRUE((had && (heirIs == 0 || way != 0)) || focus == line) << round;
+        control->EnableWindow(true);
+        control->ShowWindow(SW_SHOW);
     }
     next.EnableWindow(false);
     control->SetFocus();
@@ -342,24 +310,20 @@ TEST_P(AllControls, LoseNoHandleAndPaintNothingAtRest) {
 TEST_P(AllControls, OfPicturesNeverShowThePlatformsLook) {
     if (GetParam() >= Kind::Push && GetParam() <= Kind::Link) return;
     Bind(ground);
-    struct Row {
-        UINT message;
-        WPARAM wParam;
-        LPARAM lParam;
-    };
     const auto look = ground.Pixels(place);
-    for (const Row& row :
-         {Row{WM_SETTEXT, 0, reinterpret_cast<LPARAM>("Other")}, Row{WM_ENABLE, FALSE, 0}, Row{BM_SETSTATE, TRUE, 0},
-          Row{BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE}, Row{WM_SETFONT, 0, TRUE},
-          Row{WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, 3), 0}, Row{WM_SETFOCUS, 0, 0}, Row{WM_KEYDOWN, VK_SPACE, 0},
-          Row{WM_KEYUP, VK_SPACE, 0}, Row{WM_KILLFOCUS, 0, 0}, Row{WM_STYLECHANGED, 0, 0}, Row{BM_CLICK, 0, 0}}) {
-        if (row.message == WM_STYLECHANGED) control->ModifyStyle(0, WS_DISABLED);
-        if (row.message != WM_STYLECHANGED) control->SendMessage(row.message, row.wParam, row.lParam);
-        EXPECT_EQ(ground.Pixels(place), look) << row.message;
+    // clang-format off
+    const std::tuple<UINT, WPARAM, LPARAM> rows[] = {
+        {WM_SETTEXT, 0, reinterpret_cast<LPARAM>("Other")}, {WM_ENABLE, 0, 0}, {BM_SETSTATE, 1, 0}, {BM_SETSTYLE, 1, 1},
+        {WM_SETFONT, 0, 1}, {WM_UPDATEUISTATE, 0x30002, 0}, {WM_SETFOCUS, 0, 0}, {WM_KEYDOWN, VK_SPACE, 0},
+        {WM_KEYUP, VK_SPACE, 0}, {WM_KILLFOCUS, 0, 0}, {BM_CLICK, 0, 0}, {WM_STYLECHANGED, 0, 0}};
+    // clang-format on
+    for (const auto& [message, wParam, lParam] : rows) {
+        const bool disables = message == WM_STYLECHANGED;
+        if (disables) control->ModifyStyle(0, WS_DISABLED);
+        if (!disables) control->SendMessage(message, wParam, lParam);
+        EXPECT_EQ(ground.Pixels(place), look) << message;
         PumpMessages();
-        EXPECT_EQ(ground.Pixels(place) == look, row.message != WM_STYLECHANGED || GetParam() != Kind::Strip);
-        control->ModifyStyle(WS_DISABLED, 0);
-        PumpMessages();
+        EXPECT_EQ(ground.Pixels(place) == look, !disables || GetParam() != Kind::Strip);
     }
     EXPECT_EQ(control->GetWindowText(), "Other");
 }
