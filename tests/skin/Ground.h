@@ -105,17 +105,15 @@ std::vector<COLORREF> DrawButton(Button& button, UINT state = 0, int width = 60,
     return surface.Pixels();
 }
 
-// The text of the control's one tool, and its tip window; empty without one.
-inline std::string TipOf(const CWnd& control, HWND* tip = nullptr) {
+// The text of the control's one tool; empty without one.
+inline std::string TipOf(const CWnd& control) {
     std::array<char, 300> text{};
     TOOLINFOA tool{};
     tool.cbSize = TTTOOLINFOA_V1_SIZE;
     tool.hwnd = control.GetHandle();
     tool.uId = 1;
     tool.lpszText = text.data();
-    for (HWND each = nullptr; (each = ::FindWindowExA(nullptr, each, TOOLTIPS_CLASSA, nullptr)) && text[0] == '\0';) {
-        if (tip != nullptr) *tip = each;
-        ::SendMessageA(each, TTM_GETTEXTA, text.size(), reinterpret_cast<LPARAM>(&tool));
-    }
+    for (HWND tip = nullptr; (tip = ::FindWindowExA(nullptr, tip, TOOLTIPS_CLASSA, nullptr)) && text[0] == '\0';)
+        ::SendMessageA(tip, TTM_GETTEXTA, text.size(), reinterpret_cast<LPARAM>(&tool));
     return text.data();
 }

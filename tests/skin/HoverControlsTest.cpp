@@ -164,10 +164,8 @@ protected:
         return edge == ColorOf('g') ? '1' : edge == ::GetSysColor(COLOR_3DHIGHLIGHT) ? '2' : '3';
     }
     std::size_t Clicks() const {
-        const auto isClick = [this](const ReceivedCommand& command) {
-            return command == ReceivedCommand{id, BN_CLICKED, control->GetHandle()};
-        };
-        return opener.opened + static_cast<std::size_t>(std::ranges::count_if(ground.commands, isClick));
+        const ReceivedCommand click{id, BN_CLICKED, control->GetHandle()};
+        return opener.opened + static_cast<std::size_t>(std::ranges::count(ground.commands, click));
     }
 
     // One random operation on the control and on the model alike; its name.

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "Ground.h"
-#include "framework/Time.h"
 #include "resources/ResourceIds.h"
 #include "skin/RoundButton.h"
 #include "skin/SegmentDisplay.h"
@@ -22,10 +21,10 @@ TEST(SkinSelector, AClickChoosesItsSlotAtOnce) {
     Put(selector, ground, "STATIC", {0, 0, width, 190}, SS_NOTIFY);
     const CPictureFile picture("slots.bmp", BitmapFileOf(Art(4 * slotHeight, std::string(width, 'p'))));
     EXPECT_TRUE(selector.SetBitmapFile(picture.name));
-    for (const char color : {'A', 'B', ' ', 'D'}) { // one is missing
-        const CPictureFile image(color == ' ' ? "no.bmp" : "slot.bmp",
-                                 BitmapFileOf(Art(slotHeight, std::string(width / 2, color))));
-        selector.AddImage(color == ' ' ? "no such.bmp" : image.name);
+    for (const char color : std::string("AB D")) { // one is missing
+        const CPictureFile image(
+            "slot.bmp", color == ' ' ? FileBytes() : BitmapFileOf(Art(slotHeight, std::string(width / 2, color))));
+        selector.AddImage(image.name);
     }
     selector.Invalidate();
     // clang-format off
@@ -78,31 +77,13 @@ TEST(SkinToolStrip, ButtonsHaveTheirPictureAndRoomForTheirText) {
             left = right;
         }
     }
-    CArchive stored, expected;
+    CArchive stored, expected, again;
     StoreBoxes(expected, ButtonRow(3, 32, 21)); // without their texts
-    EXPECT_TRUE(strip.SerializeButtonRects(stored));
-    EXPECT_EQ(stored.GetStored(), expected.GetStored());
-    CArchive whole(stored.GetStored()), cut(std::span(stored.GetStored()).first(1)), again;
+    EXPECT_TRUE(strip.SerializeButtonRects(stored) && stored.GetStored() == expected.GetStored());
+    CArchive whole(stored.GetStored()), cut(std::span(stored.GetStored()).first(1));
     CSkinToolStrip copy;
     EXPECT_TRUE(copy.SerializeButtonRects(whole) && !copy.SerializeButtonRects(cut));
     EXPECT_TRUE(copy.SerializeButtonRects(again) && again.GetStored() == stored.GetStored());
-}
-
-TEST(SkinToolStrip, AParentMayRebuildItWheneverItHears) {
-    CGround ground;
-    CSkinToolStrip strip;
-    Put(strip, ground, "STATIC", {0, 0, 300, 30});
-    strip.LoadStrip(stripPicture);
-    strip.SetButtonIds({IDS_START, IDS_OK});
-    strip.CreateButtons(40, 21, 30);
-    int heard = 0;
-    ground.atCommand = [&] { ++heard, strip.SetButtonIds({IDS_YES}), strip.CreateButtons(40, 21, 30); };
-    ::SendMessageA(strip.GetDlgItem(IDS_START), BM_CLICK, 0, 0);
-    EXPECT_EQ(heard, 2) << "of the click, and that the focus left a button which was going";
-    EXPECT_TRUE(strip.GetDlgItem(IDS_YES) != nullptr && strip.GetDlgItem(IDS_OK) == nullptr);
-    strip.DestroyWindow();
-    Put(strip, ground, "STATIC", {0, 0, 300, 30});
-    EXPECT_EQ(strip.GetDlgItem(IDS_YES), nullptr) << "of another window";
 }
 
 TEST(SkinButton, TakesItsPictureFromAResource) {
@@ -123,17 +104,18 @@ TEST(RoundButton, IsACircleWhoseRingsShowPressAndFocus) {
     const CRgn shape(::CreateRectRgn(0, 0, 0, 0)), circle(::CreateEllipticRgn(0, 0, 30, 30));
     EXPECT_NE(::GetWindowRgn(button.GetHandle(), shape.GetHandle()), ERROR);
     EXPECT_EQ(::CombineRgn(shape.GetHandle(), shape.GetHandle(), circle.GetHandle(), RGN_XOR), NULLREGION);
-    const COLORREF light = ::GetSysColor(COLOR_BTNHIGHLIGHT), dark = ::GetSysColor(COLOR_3DDKSHADOW), black = 0;
-    for (const auto& [state, style, focusBorder, upper, lower] : {std::tuple(0U, 0U, true, light, dark),
-                                                                  {ODS_SELECTED, 0U, true, dark, light},
-                                                                  {ODS_FOCUS, 0U, true, black, black},
-                                                                  {ODS_FOCUS, 0U, false, light, dark},
-                                                                  {ODS_SELECTED, DWORD{BS_FLAT}, true, black, black}}) {
+    const COLORREF light = ::GetSysColor(COLOR_BTNHIGHLIGHT), dark = ::GetSysColor(COLOR_3DDKSHADOW);
+    // clang-format off
+    const std::tuple<UINT, DWORD, bool, COLORREF, COLORREF> rows[] = {
+        {0, 0, true, light, dark}, {ODS_SELECTED, 0, true, dark, light}, {ODS_FOCUS, 0, true, 0, 0},
+        {ODS_FOCUS, 0, false, light, dark}, {ODS_SELECTED, BS_FLAT, true, 0, 0}};
+    // clang-format on
+    for (const auto& [state, style, focusBorder, upper, lower] : rows) {
         button.ModifyStyle(BS_FLAT, style);
         button.focusBorder = focusBorder;
         const auto look = DrawButton(button, state, 30, 30);
-        EXPECT_NEAR(GetRValue(look[5 * 30 + 5]), GetRValue(upper), 1) << state << focusBorder;
-        EXPECT_NEAR(GetRValue(look[25 * 30 + 25]), GetRValue(lower), 1) << state << focusBorder;
+        for (const auto& [at, color] : {std::pair(5U * 31, upper), {25U * 31, lower}})
+            EXPECT_NEAR(GetRValue(look[at]), GetRValue(color), 1) << state << focusBorder;
     }
 }
 
@@ -160,12 +142,8 @@ TEST(SegmentDisplay, ShowsTextsAndTheTimeInItsColoursAndTheSizeOfItsFirstPaint) 
     EXPECT_EQ(look()[10 * 100 + 2], RGB(9, 8, 7));
     display.SetBackColor(CSegmentDisplay::systemColor);
     EXPECT_EQ(look()[8999], ::GetSysColor(COLOR_BTNFACE));
-    for (std::string before, after = "-"; before != after;) { // the minute may change meanwhile
-        before = CTime::Now().Format("%d %H:%M");
-        display.SetTimeText("%d %H:%M");
-        after = CTime::Now().Format("%d %H:%M");
-        EXPECT_TRUE(before != after || display.GetWindowText() == before) << before;
-    }
+    display.SetTimeText("%H:%M");
+    EXPECT_TRUE(display.GetWindowText().size() == 5 && display.text[2] == ':') << display.text;
 }
 
 } // namespace
