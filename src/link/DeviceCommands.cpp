@@ -25,7 +25,7 @@ std::unique_ptr<ReplyBlock> Exchange(std::span<const std::uint8_t> request, std:
     port->Read(reply->data.data(), replyCapacity, &got, nullptr, INFINITE);
     reply->length = static_cast<std::int32_t>(got);
     // Byte 1 of every request is the address, and the panel knows "all counters" as -1.
-    reply->address = static_cast<std::int8_t>(request[1]); // NOLINT(bugprone-signed-char-misuse): the sign is meant
+    reply->address = static_cast<std::int8_t>(request[1]);
     return reply;
 }
 

@@ -19,7 +19,7 @@ int CLinkOpener::Open(const std::string& target, int showCommand) {
     std::string pageType;
     std::string registered;
     if (!ReadDefaultValue(".htm", pageType)) return result;
-    if (!ReadDefaultValue(pageType + "\\shell\\open\\command", registered)) return result;
+    if (!ReadDefaultValue(pageType + R"(\shell\open\command)", registered)) return result;
     const auto command = BrowserCommand(registered, target);
     return command ? RunCommand(*command, showCommand) : result;
 }

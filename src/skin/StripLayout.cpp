@@ -1,5 +1,6 @@
 #include "skin/StripLayout.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -34,6 +35,7 @@ int FrameCount(int stripWidth, int frameWidth) {
 
 std::vector<Box> ButtonRow(int count, int width, int height) {
     std::vector<Box> row;
+    row.reserve(static_cast<std::size_t>(std::max(count, 0)));
     for (int i = 0; i < count; ++i) row.push_back({rowLeft + i * width, rowTop, width, height});
     return row;
 }

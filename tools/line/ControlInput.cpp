@@ -7,7 +7,7 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
+#include <system_error>
 #include <utility>
 
 CControlInput::~CControlInput() {
@@ -22,7 +22,7 @@ bool CControlInput::UseFifo(const std::string& path, std::string& error) {
     if (mkfifo(path.c_str(), 0600) == 0) {
         made = path;
     } else if (errno != EEXIST) {
-        error = "can't make " + path + ": " + std::strerror(errno);
+        error = "can't make " + path + ": " + std::generic_category().message(errno);
         return false;
     }
     // Opened for writing as well, or the end of each writer would be the end of the input.

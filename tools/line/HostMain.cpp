@@ -2,12 +2,12 @@
 //
 // One thread that sleeps until there is input, a control line, a signal, or a byte is due.
 #include <poll.h>
-#include <signal.h>
-#include <time.h>
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <cstdio>
+#include <ctime>
 #include <span>
 #include <string>
 #include <utility>
@@ -37,7 +37,7 @@ sigset_t BlockStopSignals() {
         sigaddset(&stopSignals, number);
         sigaction(number, &action, nullptr);
     }
-    sigprocmask(SIG_BLOCK, &stopSignals, &before);
+    pthread_sigmask(SIG_BLOCK, &stopSignals, &before);
     signal(SIGPIPE, SIG_IGN);
     return before;
 }

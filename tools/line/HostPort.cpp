@@ -2,7 +2,6 @@
 #include "line/HostPort.h"
 
 #include <fcntl.h>
-#include <stdlib.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <termios.h>
@@ -10,12 +9,13 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
+#include <cstdlib>
+#include <system_error>
 
 namespace {
 
 bool Fail(std::string& error, const std::string& what) {
-    error = what + ": " + std::strerror(errno);
+    error = what + ": " + std::generic_category().message(errno);
     return false;
 }
 
@@ -66,10 +66,10 @@ bool CHostPort::OpenPseudoTerminal(std::string& error) {
     if (!ours.IsOpen() || grantpt(ours.Get()) != 0 || unlockpt(ours.Get()) != 0) {
         return Fail(error, "can't make a pseudo-terminal");
     }
-    const char* path = ptsname(ours.Get());
-    if (path == nullptr) return Fail(error, "the pseudo-terminal has no name");
-    name = path;
-    theirs = CDescriptor(open(path, O_RDWR | O_NOCTTY | O_CLOEXEC));
+    std::array<char, 64> path{};
+    if (ptsname_r(ours.Get(), path.data(), path.size()) != 0) return Fail(error, "the pseudo-terminal has no name");
+    name = path.data();
+    theirs = CDescriptor(open(path.data(), O_RDWR | O_NOCTTY | O_CLOEXEC));
     if (!theirs.IsOpen() || !MakeRaw(theirs.Get(), B4800)) return Fail(error, "can't set up " + name);
     return place.link.empty() || MakeLink(error);
 }
