@@ -9,7 +9,6 @@ if(QUORVANE_LINT)
     file(SHA1 ${rules} rulesInForce)
     set(CMAKE_UNITY_BUILD ON)
     set(CMAKE_UNITY_BUILD_BATCH_SIZE 0)
-    add_compile_options(-Wno-shadow) # a name of another source, which g++ doesn't meet
     add_compile_definitions(QUORVANE_LINT_RULES=${rulesInForce})
 endif()
 

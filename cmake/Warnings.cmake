@@ -2,7 +2,9 @@
 add_library(quorvane_options INTERFACE)
 target_compile_features(quorvane_options INTERFACE cxx_std_20)
 target_include_directories(quorvane_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
-target_compile_options(quorvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+# Where the sources of a target are one unit, a name may shadow that of another source.
+target_compile_options(quorvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror
+    $<$<NOT:$<BOOL:${QUORVANE_LINT}>>:-Wshadow>)
 if(WIN32)
     # What nothing calls stays out of the program: its size is memory on some systems, to the last byte.
     target_compile_options(quorvane_options INTERFACE -ffunction-sections -fdata-sections)
