@@ -158,8 +158,7 @@ public:
     // Replaces an edit's text key by key, digits only.
     void Type(int id, std::string_view digits) const {
         Click(id);
-        PressKey(VK_HOME);
-        PressKey(VK_END, VK_SHIFT);
+        ::SendMessageA(Control(id), EM_SETSEL, 0, -1); // a busy system may miss Shift behind a key
         for (const char digit : digits) PressKey(digit);
     }
     // The popup of a bar's or a menu's button; null, and a failure, if none comes up.
