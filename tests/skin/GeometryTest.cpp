@@ -21,58 +21,62 @@ int Among(int from, int end) {
     return *rc::gen::inRange(from, end);
 }
 
-void ExpectSlices(SlowSize target, SlowSize picture, SlowSize corner) {
-    const Box place{5, 6, target.width, target.height}, whole{3, 4, picture.width, picture.height};
-    const auto cells = NineSliceCells(place, whole, corner.width, corner.height);
-    std::map<std::pair<int, int>, std::pair<int, int>> painted;
-    bool isFilled = true;
-    for (const auto& [to, from] : cells) {
-        ASSERT_FALSE(to.IsEmpty() || from.IsEmpty());
-        for (int y = 0; y < to.height; ++y) {
-            for (int x = 0; x < to.width; ++x) {
-                const std::pair at{to.x + x, to.y + y};
-                isFilled = isFilled && !painted.contains(at) && std::min(at.first, at.second) >= 0 &&
-                           at.first < target.width && at.second < target.height;
-                painted[at] = {from.x + x * from.width / to.width, from.y + y * from.height / to.height};
-            }
-        }
-    }
-    for (int y = 0; y < target.height; ++y) {
-        for (int x = 0; x < target.width; ++x) {
-            const auto found = painted.find({x, y});
-            const auto source = found != painted.end() ? found->second : std::pair{-1, -1};
-            isFilled = isFilled && std::min(source.first, source.second) >= 0 && source.first < picture.width &&
-                       source.second < picture.height;
-            ASSERT_EQ(source, SlowNineSlice(x, y, target, picture, corner)) << x << ' ' << y;
-        }
-    }
-    EXPECT_EQ(CellsFill(cells, place, whole), isFilled);
-}
-
 TEST(NineSlice, CellsPaintWhatEachPixelIsToldToShow) {
+    using Point = std::pair<int, int>;
+    const auto isInside = [](Point at, SlowSize size) {
+        return std::min(at.first, at.second) >= 0 && at.first < size.width && at.second < size.height;
+    };
     for (int i = 0; i < 6 * 6 * 5 * 5 * 4 * 4; ++i) {
         const SlowSize target{i % 6 + 1, i / 6 % 6 + 1}, picture{i / 36 % 5 + 1, i / 180 % 5 + 1};
         const SlowSize corner{i / 900 % 4, i / 3600};
-        ExpectSlices(target, picture, corner);
-        ASSERT_FALSE(testing::Test::HasFailure())
-            << target.width << 'x' << target.height << " from " << picture.width << 'x' << picture.height << " with "
-            << corner.width << ", " << corner.height;
+        const Box place{5, 6, target.width, target.height}, whole{3, 4, picture.width, picture.height};
+        const auto cells = NineSliceCells(place, whole, corner.width, corner.height);
+        std::map<Point, Point> painted;
+        bool fills = true;
+        for (const auto& [to, from] : cells) {
+            for (int pixel = 0; pixel < to.width * to.height; ++pixel) {
+                const int x = pixel % to.width, y = pixel / to.width;
+                const Point at{to.x + x, to.y + y};
+                fills = fills && isInside(at, target) && !painted.contains(at);
+                painted[at] = {from.x + x * from.width / to.width, from.y + y * from.height / to.height};
+            }
+        }
+        for (int pixel = 0; pixel < target.width * target.height; ++pixel) {
+            const Point at{pixel % target.width, pixel / target.width};
+            const Point source = painted.contains(at) ? painted[at] : Point{-1, -1};
+            fills = fills && isInside(source, picture);
+            ASSERT_EQ(source, SlowNineSlice(at.first, at.second, target, picture, corner)) << i;
+        }
+        ASSERT_EQ(CellsFill(cells, place, whole), fills) << i;
     }
 }
 
 RC_GTEST_PROP(FrameCell, IsTheGridsCellRoundedDown, (std::uint8_t width, std::uint8_t height)) {
     const int columns = Among(-1, 9), rows = Among(-1, 9), column = Among(1, 10), row = Among(1, 10);
-    const auto divided = [](int all, int by) {
-        int share = 0;
-        while ((share + 1) * by <= all) ++share;
-        return share;
-    };
-    const bool none = columns <= 0 || rows <= 0;
-    const Box expected = none ? Box{}
-                              : Box{divided(width * (column - 1), columns), divided(height * (row - 1), rows),
-                                    divided(width, columns), divided(height, rows)};
+    const auto divided = [](int all, int by) { return static_cast<int>(std::floor(1.0 * all / by)); };
+    const Box expected = columns <= 0 || rows <= 0
+                             ? Box{}
+                             : Box{divided(width * (column - 1), columns), divided(height * (row - 1), rows),
+                                   divided(width, columns), divided(height, rows)};
     RC_ASSERT(FrameCell(width, height, column, row, columns, rows) == expected);
     RC_ASSERT(FrameCount(width, columns) == (columns > 0 ? divided(width, columns) : 0));
+}
+
+using Rows = std::vector<std::string>; // '#' is opaque
+
+Rows Painted(const std::vector<Box>& boxes, std::size_t width, std::size_t height) {
+    Rows rows(height, std::string(width, '.'));
+    for (const Box& box : boxes)
+        for (int y = box.y; y < box.y + box.height; ++y)
+            for (int x = box.x; x < box.x + box.width; ++x)
+                rows.at(static_cast<std::size_t>(y)).at(static_cast<std::size_t>(x)) ^= '.' ^ '#'; // twice would show
+    return rows;
+}
+
+std::size_t RunsIn(const std::string& row) {
+    std::size_t runs = 0;
+    for (std::size_t x = 0; x < row.size(); ++x) runs += row[x] == '#' && (x == 0 || row[x - 1] != '#') ? 1 : 0;
+    return runs;
 }
 
 // Noise of pixels near the edges of the transparent range; where rows repeat, there is something to join.
@@ -81,76 +85,49 @@ RC_GTEST_PROP(RegionRuns, AreTheOpaquePixels, (std::uint32_t color, std::uint32_
     std::minstd_rand random(seed);
     const std::size_t stride = static_cast<std::size_t>(width) * 4 + 4; // memory beyond a row is no part of it
     std::vector<std::uint8_t> bytes(stride * static_cast<std::size_t>(height), 0xA5);
-    std::vector<std::vector<bool>> opaque(static_cast<std::size_t>(height));
-    std::size_t runs = 0;
-    for (int y = 0; y < height; ++y) {
-        std::uint8_t* const row = &bytes[static_cast<std::size_t>(height - 1 - y) * stride];
-        if (y % repeated != 0) std::copy_n(row + stride, stride, row);
+    Rows opaque(static_cast<std::size_t>(height));
+    std::size_t runs = 0, joined = 0;
+    for (std::size_t y = 0; y < opaque.size(); ++y) {
+        std::uint8_t* const row = &bytes[(opaque.size() - 1 - y) * stride];
+        const bool repeats = y % static_cast<std::size_t>(repeated) != 0;
         for (int x = 0; x < width; ++x) {
             bool within = true;
-            for (unsigned part = 0; part < 3; ++part) {
+            for (int part = 0; part < 3; ++part) {
                 const int low = color >> (8 * part) & 0xFF, more = tolerance >> (8 * part) & 0xFF;
-                const int high = std::min(low + more, 255);
+                const int high = std::min(low + more, 255), at = x * 4 + part;
                 const int edges[] = {low, high, low - 1, high + 1, static_cast<int>(random() % 256)};
-                std::uint8_t& byte = row[x * 4 + static_cast<int>(part)];
-                const bool edge = static_cast<int>(random() % 10) < limit;
-                if (y % repeated == 0) byte = static_cast<std::uint8_t>(edges[edge ? random() % 2 : random() % 5]);
-                within = within && byte >= low && byte <= high;
+                const int edge = edges[random() % (static_cast<int>(random() % 10) < limit ? 2 : 5)];
+                row[at] = repeats ? row[stride + static_cast<std::size_t>(at)] : static_cast<std::uint8_t>(edge);
+                within = within && row[at] >= low && row[at] <= high;
             }
-            runs += !within && (x == 0 || !opaque[static_cast<std::size_t>(y)].back()) ? 1 : 0;
-            opaque[static_cast<std::size_t>(y)].push_back(!within);
+            opaque[y] += within ? '.' : '#';
         }
+        runs += RunsIn(opaque[y]);
+        joined += y > 0 && opaque[y] == opaque[y - 1] ? 0 : RunsIn(opaque[y]);
     }
     const PixelRows rows{bytes, width, height, stride};
     const TransparentRange range = TransparentRange::From(color, tolerance);
-    std::vector<Box> ordered;
-    std::vector<std::size_t> sizes;
+    std::vector<Box> found;
+    std::vector<std::size_t> sizes, batches(runs / 2000, 2000);
+    batches.push_back(runs % 2000);
     ForEachRunBatch(rows, range, [&](const std::vector<Box>& batch) {
         sizes.push_back(batch.size());
-        ordered.insert(ordered.end(), batch.begin(), batch.end());
+        found.insert(found.end(), batch.begin(), batch.end());
     });
-    std::vector<std::size_t> batches(runs / 2000, 2000);
-    batches.push_back(runs % 2000);
     RC_ASSERT(sizes == batches);
-    RC_ASSERT(std::is_sorted(ordered.begin(), ordered.end(),
-                             [](const Box& a, const Box& b) { return std::pair(a.y, a.x) < std::pair(b.y, b.x); }));
-    const auto painted = [&](const std::vector<Box>& boxes) {
-        auto picture = std::vector(opaque.size(), std::vector<bool>(static_cast<std::size_t>(width)));
-        for (const Box& box : boxes)
-            for (int y = box.y; y < box.y + box.height; ++y)
-                for (int x = box.x; x < box.x + box.width; ++x)
-                    picture[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)].flip(); // twice would show
-        return picture;
-    };
-    RC_ASSERT(painted(ordered) == opaque);
-    const auto joined = [&] {
-        std::size_t boxes = 0;
+    RC_ASSERT(std::ranges::is_sorted(found, {}, [](const Box& box) { return std::pair(box.y, box.x); }));
+    RC_ASSERT(Painted(found, opaque[0].size(), opaque.size()) == opaque);
+    if (joined > 1000) { // very many: without the gaps in each row
+        joined = 0;
         for (std::size_t y = 0; y < opaque.size(); ++y) {
-            const auto& row = opaque[y];
-            for (std::size_t x = 0; x < row.size(); ++x)
-                boxes += row[x] && (x == 0 || !row[x - 1]) && (y == 0 || row != opaque[y - 1]) ? 1 : 0;
+            const std::size_t first = opaque[y].find('#'), last = opaque[y].rfind('#');
+            if (first != std::string::npos) opaque[y].replace(first, last + 1 - first, last + 1 - first, '#');
+            joined += y > 0 && opaque[y] == opaque[y - 1] ? 0 : RunsIn(opaque[y]);
         }
-        return boxes;
-    };
+    }
     const std::vector<Box> outline = OutlineRuns(rows, range);
-    if (joined() > 1000) {
-        for (auto& row : opaque) {
-            const auto last = std::find(row.rbegin(), row.rend(), true).base();
-            std::fill(std::find(row.begin(), last, true), last, true);
-        }
-    }
-    RC_ASSERT(painted(outline) == opaque);
-    RC_ASSERT(outline.size() == joined());
-}
-
-// The edge of "very many", which noise won't meet.
-TEST(RegionRuns, AnOutlineKeepsItsGapsUpToAThousandBoxes) {
-    for (const int gaps : {999, 1000}) {
-        std::vector<std::uint8_t> bytes;
-        for (int x = 0; x <= 2 * gaps; ++x) bytes.insert(bytes.end(), 4, static_cast<std::uint8_t>(x % 2));
-        const PixelRows row{bytes, 2 * gaps + 1, 1, bytes.size()};
-        EXPECT_EQ(OutlineRuns(row, TransparentRange::From(0x010101, 0)).size(), gaps == 999 ? 1000U : 1U);
-    }
+    RC_ASSERT(Painted(outline, opaque[0].size(), opaque.size()) == opaque);
+    RC_ASSERT(outline.size() == joined);
 }
 
 // In each row of the first octant the pixel that is nearest to the circle, and its mirror images.
@@ -243,12 +220,11 @@ RC_GTEST_PROP(StripLayout, StoredRectanglesComeBackWhole, (const std::vector<std
     std::vector<Box> boxes;
     CArchive plain, storing;
     plain.WriteCount(static_cast<std::uint32_t>(edges.size()));
-    for (const auto& [left, top, right, bottom] : edges) {
-        const auto length = [](int from, int to) {
-            return static_cast<int>(static_cast<std::uint32_t>(to) - static_cast<std::uint32_t>(from));
-        };
-        boxes.push_back({left, top, length(left, right), length(top, bottom)});
-        for (const int edge : {left, top, right, bottom}) plain.WriteDword(static_cast<std::uint32_t>(edge));
+    for (const auto& each : edges) {
+        std::array<std::uint32_t, 4> all{};
+        std::copy(each.begin(), each.end(), all.begin());
+        boxes.push_back({each[0], each[1], static_cast<int>(all[2] - all[0]), static_cast<int>(all[3] - all[1])});
+        for (const std::uint32_t edge : all) plain.WriteDword(edge);
     }
     StoreBoxes(storing, boxes);
     RC_ASSERT(storing.GetStored() == plain.GetStored());

@@ -2,9 +2,8 @@
 // magenta of what lies outside a button.
 #pragma once
 
-#include <algorithm>
 #include <fstream>
-#include <iterator>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,6 +23,17 @@ inline COLORREF ColorOf(char character) {
     return RGB(character, 255 - 2 * character % 256, 3 * character % 256);
 }
 
+// '?' for what is no character's colour.
+inline Art ArtOf(const std::vector<COLORREF>& pixels, int width) {
+    Art art(pixels.size() / static_cast<std::size_t>(width));
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        char character = ' ';
+        while (character <= '~' && ColorOf(character) != pixels[i]) ++character;
+        art[i / static_cast<std::size_t>(width)] += character <= '~' ? character : '?';
+    }
+    return art;
+}
+
 // A drawing surface of 32-bit pixels, all of one colour at first.
 class CSurface : public CMemoryDC {
 public:
@@ -39,27 +49,16 @@ public:
     CSurface& operator=(const CSurface&) = delete;
     ~CSurface() { ::SelectObject(GetHandle(), former); }
 
-    COLORREF Pixel(int x, int y) const { return ::GetPixel(GetHandle(), x, y); }
     // Row by row from the top.
     std::vector<COLORREF> Pixels() const {
         ::GdiFlush();
-        const auto* const first = static_cast<const RGBQUAD*>(bits);
         std::vector<COLORREF> pixels;
-        std::transform(first, first + static_cast<std::ptrdiff_t>(width) * height, std::back_inserter(pixels),
-                       [](const RGBQUAD& pixel) { return RGB(pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue); });
+        for (const RGBQUAD& pixel :
+             std::span(static_cast<const RGBQUAD*>(bits), static_cast<std::size_t>(width * height)))
+            pixels.push_back(RGB(pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue));
         return pixels;
     }
-    // '?' for what is no character's colour.
-    Art Read() const {
-        Art art(static_cast<std::size_t>(height));
-        std::size_t at = 0;
-        for (const COLORREF color : Pixels()) {
-            char character = ' ';
-            while (character <= '~' && ColorOf(character) != color) ++character;
-            art[at++ / static_cast<std::size_t>(width)] += character <= '~' ? character : '?';
-        }
-        return art;
-    }
+    Art Read() const { return ArtOf(Pixels(), width); }
 
 private:
     int width, height;
@@ -81,29 +80,18 @@ inline std::vector<COLORREF> PixelsOf(const CSkinBitmap& picture) {
 }
 
 inline Art ReadArt(HDC dc, int width, int height) {
-    const CSurface copy(width, height);
-    ::BitBlt(copy.GetHandle(), 0, 0, width, height, dc, 0, 0, SRCCOPY);
-    return copy.Read();
+    return ArtOf(ReadPixels(dc, {0, 0, width, height}), width);
 }
 inline Art ReadArt(const CSkinBitmap& picture) {
-    const CMemoryDC dc(nullptr);
-    const CSelectObject selected(dc, picture.GetHandle());
-    return ReadArt(dc.GetHandle(), picture.GetWidth(), picture.GetHeight());
+    return ArtOf(PixelsOf(picture), picture.GetWidth());
 }
 
 inline HBITMAP MakeBitmap(const Art& art) {
-    const CClientDC screen(nullptr);
-    const auto width = static_cast<int>(art[0].size());
-    const auto height = static_cast<int>(art.size());
-    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen.GetHandle(), width, height);
-    const CMemoryDC dc(screen.GetHandle());
-    const CSelectObject selected(dc, bitmap);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            ::SetPixel(dc.GetHandle(), x, y, ColorOf(art[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)]));
-        }
-    }
-    return bitmap;
+    std::vector<std::uint32_t> bits;
+    for (const std::string& row : art)
+        for (const char each : row)
+            bits.push_back(ColorOf(each) >> 16 | (ColorOf(each) & 0xFF00) | (ColorOf(each) & 0xFF) << 16);
+    return ::CreateBitmap(static_cast<int>(art[0].size()), static_cast<int>(art.size()), 1, 32, bits.data());
 }
 
 inline CSkinBitmap MakePicture(const Art& art) {
@@ -113,18 +101,13 @@ inline CSkinBitmap MakePicture(const Art& art) {
 }
 
 inline FileBytes BitmapFileOf(const Art& art) {
-    const auto height = static_cast<int>(art.size());
-    FileBytes bytes = MakeBitmapFile(24, static_cast<int>(art[0].size()), height);
-    const std::size_t stride = (bytes.size() - 54) / art.size();
-    for (std::size_t y = 0; y < art.size(); ++y) {
-        for (std::size_t x = 0; x < art[0].size(); ++x) {
-            const COLORREF color = ColorOf(art[y][x]);
-            const std::size_t at = 54 + (art.size() - 1 - y) * stride + x * 3;
-            bytes[at] = GetBValue(color);
-            bytes[at + 1] = GetGValue(color);
-            bytes[at + 2] = GetRValue(color);
+    FileBytes bytes = MakeBitmapFile(32, static_cast<int>(art[0].size()), static_cast<int>(art.size()));
+    for (std::size_t y = 0, at = 54; y < art.size(); ++y)
+        for (const char each : art[art.size() - 1 - y]) {
+            for (const COLORREF part : {GetBValue(ColorOf(each)), GetGValue(ColorOf(each)), GetRValue(ColorOf(each))})
+                bytes[at++] = static_cast<std::uint8_t>(part);
+            ++at;
         }
-    }
     return bytes;
 }
 

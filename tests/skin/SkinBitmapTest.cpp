@@ -1,13 +1,15 @@
-// Drawing, cutting and regions of a skin bitmap, whole areas against what is put together pixel by pixel.
+// Drawing, cutting and regions of skin bitmaps, whole areas against what is put together pixel by pixel.
 #include "skin/SkinBitmap.h"
 
-#include <functional>
+#include <array>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
 #include "Pictures.h"
 #include "SlowNineSlice.h"
 #include "skin/ColorMath.h"
+#include "skin/SkinPicture.h"
 #include "support/Seed.h"
 
 namespace {
@@ -35,172 +37,175 @@ char At(const Art& art, int x, int y) {
 }
 
 TEST_F(CSkinBitmapTest, DrawingsAreWhatEachPixelIsToldToShow) {
-    for (int round = 0; round < 500; ++round) {
-        const SlowSize size{Among(1, 7), Among(1, 7)}, corner{Among(0, 3), Among(0, 3)};
-        const Art art = MakeArt(size.width, size.height, "abcdefgh.");
-        const CSkinBitmap picture = MakePicture(art);
-        const int kind = round % 5, times = Among(1, 3), x = Among(-2, 9), y = Among(-2, 9);
-        int width = size.width * times, height = size.height * times;
-        const int columns = Among(1, size.width), rows = Among(1, size.height);
-        const int column = Among(1, columns), row = Among(1, rows);
-        const Box cell = FrameCell(size.width, size.height, column, row, columns, rows);
-        if (kind == 0) width = Among(1, size.width), height = Among(1, size.height);
-        // What is stretched to no whole number of pixels each is the platform's affair, and so is a line outside.
-        if (kind == 1 && corner.width > 0 && corner.width < size.width) width = Among(1, 18);
-        if (kind == 1 && corner.height > 0 && corner.height < size.height) height = Among(1, 18);
-        if (kind == 1 && (corner.width >= size.width || corner.height >= size.height))
-            width = size.width, height = size.height;
-        if (kind == 3) width = cell.width * times, height = cell.height * times;
-        if (kind == 4) width = cell.width, height = cell.height;
-        const CRect rect(x, y, x + width, y + height),
-            source(cell.x, cell.y, cell.x + cell.width, cell.y + cell.height);
-        CSurface surface(20, 18, '~');
-        CSkinBitmap part;
-        std::function<char(int, int)> shown = [&](int atX, int atY) { return At(art, atX, atY); };
-        if (kind == 0) picture.Draw(surface.GetHandle(), rect);
-        if (kind == 1) {
-            picture.DrawNineSlice(surface.GetHandle(), rect, corner.width, corner.height);
-            picture.BuildNineSlice(part, rect, corner.width, corner.height);
-            shown = [&](int atX, int atY) {
-                const auto [fromX, fromY] = SlowNineSlice(atX, atY, {width, height}, size, corner);
-                return At(art, fromX, fromY);
-            };
-        }
-        if (kind == 2) picture.DrawTransparent(surface.GetHandle(), rect, magenta);
-        if (kind == 2) shown = [&](int atX, int atY) { return At(art, atX / times, atY / times); };
-        if (kind == 3) picture.StretchDraw(surface.GetHandle(), rect, source);
-        if (kind == 3) shown = [&](int atX, int atY) { return At(art, cell.x + atX / times, cell.y + atY / times); };
-        if (kind == 4) picture.GetFrame(part, column, row, columns, rows), part.Draw(surface.GetHandle(), rect);
-        if (kind == 4) shown = [&](int atX, int atY) { return At(art, cell.x + atX, cell.y + atY); };
-        Art expected(18, std::string(20, '~')), whole;
-        for (int atY = 0; atY < height; ++atY) {
-            whole.emplace_back();
-            for (int atX = 0; atX < width; ++atX) {
-                whole.back() += shown(atX, atY);
-                const bool seen = At(expected, x + atX, y + atY) == '~' && (kind != 2 || shown(atX, atY) != '.');
-                if (seen)
-                    expected[static_cast<std::size_t>(y + atY)][static_cast<std::size_t>(x + atX)] = shown(atX, atY);
+    ExpectNoGdiObjectLost(20, [&] {
+        for (int kind = 0; kind < 25; ++kind) {
+            const bool isStretch = kind % 5 == 0, isDraw = kind % 5 == 1, isTransparent = kind % 5 == 2,
+                       isFrame = kind % 5 == 3, isSlices = kind % 5 == 4;
+            const SlowSize size{Among(1, 7), Among(1, 7)}, corner{Among(0, 3), Among(0, 3)};
+            const Art art = MakeArt(size.width, size.height, "abcdefgh.");
+            const CSkinBitmap picture = MakePicture(art);
+            const int times = isDraw || isFrame ? 1 : Among(1, 3), x = Among(-2, 9), y = Among(-2, 9);
+            const int columns = isStretch || isFrame ? Among(1, size.width) : 1, column = Among(1, columns);
+            const int rows = isStretch || isFrame ? Among(1, size.height) : 1, row = Among(1, rows);
+            const Box cell = FrameCell(size.width, size.height, column, row, columns, rows);
+            int width = cell.width * times, height = cell.height * times;
+            if (isDraw) width = Among(1, width), height = Among(1, height);
+            // What is stretched to no whole number of pixels each is the platform's affair, and so is a line outside.
+            if (isSlices && corner.width > 0 && corner.width < size.width) width = Among(1, 18);
+            if (isSlices && corner.height > 0 && corner.height < size.height) height = Among(1, 18);
+            if (isSlices && (corner.width >= size.width || corner.height >= size.height))
+                width = size.width, height = size.height;
+            const CRect rect(x, y, x + width, y + height);
+            CSurface surface(20, 18, '~');
+            CSkinBitmap part;
+            if (isDraw) picture.Draw(surface.GetHandle(), rect);
+            if (isTransparent) picture.DrawTransparent(surface.GetHandle(), rect, magenta);
+            if (isStretch)
+                picture.StretchDraw(surface.GetHandle(), rect,
+                                    {cell.x, cell.y, cell.x + cell.width, cell.y + cell.height});
+            if (isFrame) picture.GetFrame(part, column, row, columns, rows), part.Draw(surface.GetHandle(), rect);
+            if (isSlices) picture.DrawNineSlice(surface.GetHandle(), rect, corner.width, corner.height);
+            if (isSlices) picture.BuildNineSlice(part, rect, corner.width, corner.height);
+            Art expected(18, std::string(20, '~')), whole(static_cast<std::size_t>(height));
+            for (int i = 0; i < width * height; ++i) {
+                const int atX = i % width, atY = i / width;
+                const auto [fromX, fromY] = isSlices ? SlowNineSlice(atX, atY, {width, height}, size, corner)
+                                                     : std::pair{cell.x + atX / times, cell.y + atY / times};
+                const char shown = At(art, fromX, fromY);
+                whole[static_cast<std::size_t>(atY)] += shown;
+                if (At(expected, x + atX, y + atY) == '~' && (!isTransparent || shown != '.'))
+                    expected[static_cast<std::size_t>(y + atY)][static_cast<std::size_t>(x + atX)] = shown;
             }
+            ASSERT_EQ(surface.Read(), expected) << kind % 5 << ", corner " << corner.width << ' ' << corner.height;
+            ASSERT_TRUE(part.IsEmpty() || ReadArt(part) == whole) << kind % 5;
         }
-        ASSERT_EQ(surface.Read(), expected) << kind << ", corner " << corner.width << ' ' << corner.height;
-        if (!part.IsEmpty()) {
-            ASSERT_EQ(ReadArt(part), whole) << kind;
-        }
-    }
+    });
 }
 
 TEST_F(CSkinBitmapTest, ACopyIsPrivateAndNothingIsDrawnOfNothing) {
-    CSkinBitmap picture = MakePicture({"ab"}), frame;
+    CSkinBitmap picture = MakePicture({"ab"}), frame = MakePicture({"x"});
     const HBITMAP first = picture.GetHandle();
     {
         const CBitmap given(MakeBitmap({"xyz"})), former(picture.CopyFrom(given.GetHandle()));
         EXPECT_EQ(former.GetHandle(), first);
     }
     EXPECT_EQ(ReadArt(picture), Art{"xyz"}); // the given one is gone
-    for (const int columns : {4, 0}) {
-        picture.GetFrame(frame, 1, 1, columns, 1);
-        EXPECT_TRUE(frame.IsEmpty());
-    }
-    picture.BuildNineSlice(frame = MakePicture({"x"}), {0, 0, 0, 5}, 1, 1);
-    EXPECT_TRUE(frame.IsEmpty());
-    const CBitmap former(picture.CopyFrom(nullptr));
+    picture.GetFrame(frame, 1, 1, 4, 1);
     CSurface surface(2, 1);
-    picture.Draw(surface.GetHandle(), {0, 0, 2, 1});
-    picture.DrawTransparent(surface.GetHandle(), {0, 0, 2, 1}, magenta);
-    picture.StretchDraw(surface.GetHandle(), {0, 0, 2, 1}, {0, 0, 1, 1});
-    picture.DrawNineSlice(surface.GetHandle(), {0, 0, 2, 1}, 1, 0);
-    picture.DrawGrayscale(surface.GetHandle());
-    picture.DrawAlpha(surface.GetHandle(), 255);
+    frame.Draw(surface.GetHandle(), {0, 0, 2, 1});
+    frame.DrawGrayscale(surface.GetHandle());
     EXPECT_EQ(surface.Read(), Art{"  "});
-    EXPECT_EQ(picture.CreateRegion(magenta, tolerance), nullptr);
-    EXPECT_EQ(picture.CreateOutline(magenta, tolerance), nullptr);
+    EXPECT_EQ(frame.CreateRegion(magenta, tolerance), nullptr);
     EXPECT_EQ(CSkinBitmap::InflateRegion(nullptr, 1, 1), nullptr);
 }
 
 TEST_F(CSkinBitmapTest, RegionsAreWhatIsNotTransparent) {
-    for (const auto& [width, height, grown] : {std::tuple(9, 7, 1), {1, 1, 2}, {20, 9, 0}, {203, 41, 0}, {99, 81, 0}}) {
-        const Art art = MakeArt(width, height, width == 99 ? "#" : width == 1 ? "." : "##.");
-        const CSkinBitmap picture = MakePicture(art);
-        const CRgn region(picture.CreateRegion(magenta, tolerance));
-        const CRgn outline(width < 30 || width == 99 ? picture.CreateOutline(magenta, tolerance)
-                                                     : picture.CreateRegion(magenta, tolerance));
-        const CRgn more(CSkinBitmap::InflateRegion(region.GetHandle(), grown, grown));
-        for (const CRgn* each : {&region, &outline, &more}) {
-            const int reach = each == &more ? grown : 0;
+    ExpectNoGdiObjectLost(20, [&] {
+        for (const auto& [width, grown, characters] :
+             {std::tuple(9, 1, "##."), {1, 2, "."}, {99, 0, "#"}, {203, 0, "##."}}) {
+            const int height = 41;
+            const Art art = MakeArt(width, height, characters);
+            const CSkinBitmap picture = MakePicture(art);
+            const CRgn region(picture.CreateRegion(magenta, tolerance));
+            const CRgn outline(width < 200 ? picture.CreateOutline(magenta, tolerance)
+                                           : CSkinBitmap::InflateRegion(region.GetHandle(), 0, 0));
+            const CRgn more(CSkinBitmap::InflateRegion(region.GetHandle(), grown, grown));
             for (int i = 0; i < (width + 4) * (height + 4); ++i) {
                 const int x = i % (width + 4) - 2, y = i / (width + 4) - 2;
-                bool opaque = false;
-                for (int dx = -reach; dx <= reach; ++dx)
-                    for (int dy = -reach; dy <= reach; ++dy) opaque = opaque || At(art, x + dx, y + dy) == '#';
-                ASSERT_EQ(::PtInRegion(each->GetHandle(), x, y) != FALSE, opaque) << x << ' ' << y << ' ' << reach;
+                const auto within = [&](const CRgn& each) { return ::PtInRegion(each.GetHandle(), x, y) != FALSE; };
+                bool isNear = false;
+                for (int dx = -grown; dx <= grown; ++dx)
+                    for (int dy = -grown; dy <= grown; ++dy) isNear = isNear || At(art, x + dx, y + dy) == '#';
+                ASSERT_EQ(within(region), At(art, x, y) == '#') << x << ' ' << y;
+                ASSERT_EQ(within(outline), At(art, x, y) == '#') << x << ' ' << y;
+                ASSERT_EQ(within(more), isNear) << x << ' ' << y;
             }
         }
-    }
+    });
 }
 
 TEST_F(CSkinBitmapTest, EffectsChangeEachColorAsTold) {
-    const CClientDC screen(nullptr);
-    for (const int depth : {1, 4, 8, 16, 24, 32}) {
-        const FileBytes bytes = MakeBitmapFile(depth, 61, 40);
+    constexpr std::size_t width = 61, height = 40;
+    std::size_t round = 0;
+    ExpectNoGdiObjectLost(20, [&] {
+        const int depth = std::array{1, 4, 8, 16, 24, 32}[round++ % 6], alpha = Among(0, 255);
+        const FileBytes bytes = MakeBitmapFile(depth, width, height);
         const CPictureFile file("effects.bmp", bytes);
         CSkinBitmap picture;
         picture.Attach(static_cast<HBITMAP>(
             ::LoadImageA(nullptr, file.name.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)));
-        CSurface gray(62, 41), mixed(62, 41);
-        const int alpha = Among(0, 255);
+        CSurface gray(width, height), mixed(width, height);
         picture.DrawGrayscale(gray.GetHandle());
         picture.DrawAlpha(mixed.GetHandle(), static_cast<std::uint8_t>(alpha));
-        std::vector<COLORREF> grays(62 * 41, ColorOf(' '));
-        const auto pixels = mixed.Pixels();
+        CSkinBitmap::DrawEmbossed(CSurface(9, 9).GetHandle(), 1, 1, 8, 8, picture.GetHandle(), 0, 0);
+        const auto grays = gray.Pixels(), mixes = mixed.Pixels();
         std::vector<std::uint32_t> uses(256);
-        for (std::size_t i = 0; i < 61 * 40; ++i) {
-            const std::size_t x = i % 61, y = i / 61;
-            const std::uint32_t color = PlainPixel(bytes, x, y);
-            const int parts[] = {static_cast<int>(color >> 16), static_cast<int>(color >> 8 & 255),
-                                 static_cast<int>(color & 255)};
-            int part = (30 * parts[0] + 59 * parts[1] + 11 * parts[2]) / 100;
-            if (depth == 16) part = (30 * (parts[0] >> 3) + 59 * (parts[1] >> 3) + 11 * (parts[2] >> 3)) / 100;
+        for (std::size_t i = 0; i < width * height; ++i) {
+            const std::uint32_t color = PlainPixel(bytes, i % width, i / width);
+            const auto partOf = [](std::uint32_t of, int shift) { return static_cast<int>(of >> shift & 255); };
+            const int lost = depth == 16 ? 3 : 0, parts[] = {partOf(color, 16), partOf(color, 8), partOf(color, 0)};
+            int part = (30 * (parts[0] >> lost) + 59 * (parts[1] >> lost) + 11 * (parts[2] >> lost)) / 100;
             if (depth == 16) part = part << 3 | part >> 2;
-            grays[y * 62 + x] = RGB(part, part, part);
+            ASSERT_EQ(grays[i], RGB(part, part, part)) << depth;
             for (int channel = 0; channel < 3; ++channel) {
-                const auto value = [&](COLORREF of) { return static_cast<int>(of >> (8 * channel) & 255); };
-                const int blend = (parts[channel] * alpha + value(ColorOf(' ')) * (255 - alpha)) / 255;
-                ASSERT_NEAR(value(pixels[y * 62 + x]), blend, 1) << depth;
+                const int blend = (parts[channel] * alpha + partOf(ColorOf(' '), 8 * channel) * (255 - alpha)) / 255;
+                ASSERT_NEAR(partOf(mixes[i], 8 * channel), blend, 1) << depth;
             }
-            if (depth == 8) ++uses[bytes[54 + 1024 + y * 64 + x]];
+            if (depth == 8) ++uses[bytes[54 + 1024 + i / width * 64 + i % width]];
         }
-        EXPECT_EQ(gray.Pixels(), grays) << depth;
-        const CGdiObject palette(picture.CreateReducedPalette(screen.GetHandle()));
+        const CGdiObject palette(picture.CreateReducedPalette(CClientDC(nullptr).GetHandle()));
         ASSERT_EQ(palette.IsEmpty(), depth > 8);
-        if (depth != 8) continue;
+        if (depth != 8) return;
         PALETTEENTRY entries[256]{};
-        ASSERT_EQ(::GetPaletteEntries(static_cast<HPALETTE>(palette.GetHandle()), 0, 256, entries), 236U);
-        std::size_t at = 0;
-        for (const std::size_t index : KeptColors(uses)) {
-            const auto& entry = entries[at++];
-            EXPECT_EQ(Number(bytes, 54 + 4 * index, 3), entry.peRed << 16 | entry.peGreen << 8 | entry.peBlue);
-            EXPECT_EQ(entry.peFlags, PC_RESERVED);
+        const auto kept = KeptColors(uses);
+        ASSERT_EQ(::GetPaletteEntries(static_cast<HPALETTE>(palette.GetHandle()), 0, 256, entries), kept.size());
+        for (std::size_t i = 0; i < kept.size(); ++i) {
+            const auto& [red, green, blue, flags] = entries[i];
+            EXPECT_EQ(Number(bytes, 54 + 4 * kept[i], 3) | PC_RESERVED << 24,
+                      red << 16 | green << 8 | blue | flags << 24);
         }
-    }
+    });
 }
 
-TEST_F(CSkinBitmapTest, KeepsNoHandle) {
-    const Art art = MakeArt(100, 50, "#.");
-    ExpectNoGdiObjectLost(20, [&] {
-        CSkinBitmap picture = MakePicture(art), part;
-        CSurface surface(30, 30);
-        picture.GetFrame(part, 1, 1, 2, 2);
-        picture.DrawNineSlice(surface.GetHandle(), {0, 0, 150, 30}, 3, 0);
-        picture.DrawNineSlice(surface.GetHandle(), {0, 0, 150, 60}, 3, 3);
-        picture.DrawTransparent(surface.GetHandle(), {0, 0, 30, 30}, magenta);
-        picture.StretchDraw(surface.GetHandle(), {0, 0, 30, 30}, {0, 0, 30, 30});
-        picture.DrawGrayscale(surface.GetHandle());
-        picture.DrawAlpha(surface.GetHandle(), 100);
-        const CRgn region(picture.CreateRegion(magenta, tolerance)), outline(picture.CreateOutline(magenta, tolerance));
-        const CRgn grown(CSkinBitmap::InflateRegion(outline.GetHandle(), 1, 1));
-        const CBitmap former(picture.CopyFrom(part.GetHandle()));
-        CSkinBitmap::DrawEmbossed(surface.GetHandle(), 1, 1, 9, 9, former.GetHandle(), 0, 0);
-    });
+// What is read piece by piece of a file too large to be kept is what the platform's loader makes of it.
+TEST(SkinPicture, PiecesOfALargeFileAreThoseOfTheWholePicture) {
+    constexpr int width = 1002, height = 600;
+    for (const int depth : {1, 4, 8, 16, -16, 24, 32, -32}) { // negative: bit fields
+        const FileBytes bytes = MakeBitmapFile(std::abs(depth), width, height, 0, depth < 0);
+        FileBytes rows = bytes;
+        if (depth % 3 != 0) { // top row first
+            const std::size_t pixels = Number(bytes, 10, 4), stride = (bytes.size() - pixels) / height;
+            for (std::size_t to = pixels, from = bytes.size() - stride; to < bytes.size(); to += stride, from -= stride)
+                std::copy_n(&bytes[from], stride, &rows[to]);
+            Write(rows, 22, 4, static_cast<std::uint32_t>(-height));
+        }
+        CSkinBitmap whole, expected, made;
+        CSkinPicture picture;
+        {
+            const CPictureFile file("whole.bmp", bytes), large("large.bmp", rows);
+            ASSERT_TRUE(whole.LoadFromFile(file.name, 0) && picture.LoadFromFile(large.name)) << depth;
+            for (const auto& [w, h, cx, cy] : {std::array{480, 347, 50, 40},
+                                               {1100, 700, 50, 40},
+                                               {480, height, 50, 0},
+                                               {1100, 700, 0, 40},
+                                               {2 * width, 2 * height, 0, 0}}) {
+                whole.BuildNineSlice(expected, {0, 0, w, h}, cx, cy);
+                picture.BuildNineSlice(made, {0, 0, w, h}, cx, cy);
+                ASSERT_EQ(PixelsOf(made), PixelsOf(expected)) << depth << ' ' << w << 'x' << h;
+            }
+            expected.CreateBlank({0, 0, 4 * 74, 22});
+            for (int i = 0; i < 4; ++i)
+                whole.CopyCells(expected, {{{74 * i, 0, 74, 22}, {width * i / 4, 200, 74, 22}}});
+            EXPECT_EQ(PixelsOf(picture.GetRow(2, 4, 3, {74, 22})), PixelsOf(expected)) << depth;
+            CRect place(-500, -300, width - 500, height - 300);
+            expected.CreateBlank({0, 0, 60, 20});
+            whole.CopyCells(expected, {{{0, 0, 60, 20}, {500, 300, 60, 20}}});
+            EXPECT_EQ(PixelsOf(picture.CutTo({0, 0, 60, 20}, place)), PixelsOf(expected)) << depth;
+        }
+        EXPECT_EQ(PixelsOf(picture.GetRow(1, 1, 1, {4, 4})), std::vector<COLORREF>(16)) << "file gone";
+        const CPictureFile small("large.bmp", MakeBitmapFile(24, 8, 8));
+        EXPECT_EQ(PixelsOf(picture.GetRow(1, 1, 1, {4, 4})), std::vector<COLORREF>(16)) << "another file";
+    }
 }
 
 } // namespace
