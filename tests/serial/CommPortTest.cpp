@@ -187,13 +187,10 @@ TEST_F(CommPort, DoesTheSameOverAnyDriver) {
 }
 
 TEST_F(CommPort, FlowControlChangesItsMembersAlone) {
-    const std::tuple<int, int, std::uint32_t> handshakings[] = {
-        {0, 0, 0},
-        {1, 0, 0x202C},
-        {2, 0, 0x0300}, // mode, what the flags were before, what they are then
-        {0, 0xFF, 0xFFFFCCC3},
-        {1, 0xFF, 0xFFFFECEF},
-        {2, 0xFF, 0xFFFFCFC3}};
+    using Row = std::tuple<int, int, std::uint32_t>; // mode, each byte of the state before, the flags then
+    const Row handshakings[] = {
+        Row{0, 0, 0},           Row{1, 0, 0x202C}, Row{2, 0, 0x0300}, Row{0, 255, 0xFFFFCCC3}, Row{1, 255, 0xFFFFECEF},
+        Row{2, 255, 0xFFFFCFC3}};
     EXPECT_TRUE(port.SetHandshaking(3) == ERROR_INVALID_HANDLE && port.GetHandshaking() == -1);
     port.Open("COM1", 0, 0, true);
     for (const auto& [mode, fill, then] : handshakings) {
