@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr int left = 16;
 constexpr COLORREF inForce = RGB(0, 0, 255);
 constexpr COLORREF notInForce = RGB(80, 80, 80);
 
@@ -16,15 +15,15 @@ void AddStripButtons(CGalleryBoard& board) {
     constexpr int top = 138;
     constexpr int column = 78;
     constexpr std::array names{"live", "live, disabled", "normal", "mouse over", "pressed", "disabled"};
-    board.AddTitle("Skin button, XButton.bmp as a strip", left, top);
-    int x = left;
+    board.AddTitle("Skin button, XButton.bmp as a strip", leftColumn, top);
+    int x = leftColumn;
     for (const char* name : names) {
         board.AddLabel(name, x, top + 18, column);
         x += column;
     }
     constexpr int buttonTop = top + 34;
     for (int i = 0; i < 2; ++i) {
-        const int buttonLeft = left + i * column;
+        const int buttonLeft = leftColumn + i * column;
         auto& button =
             board.Add<CSkinButton>(static_cast<UINT>(IDC_STRIP_BUTTON + i), "",
                                    CRect(buttonLeft, buttonTop, buttonLeft + 74, buttonTop + 22), WS_TABSTOP);
@@ -34,17 +33,17 @@ void AddStripButtons(CGalleryBoard& board) {
     }
     for (int frame = 0; frame < 4; ++frame)
         board.AddFrame(static_cast<UINT>(IDC_STRIP_FRAMES + frame), "XButton.bmp",
-                       {left + (2 + frame) * column, buttonTop}, frame + 1, 1, 4, 1);
+                       {leftColumn + (2 + frame) * column, buttonTop}, frame + 1, 1, 4, 1);
 }
 
 void AddPictureButtons(CGalleryBoard& board) {
     constexpr int top = 208;
-    board.AddTitle("Skin button, a picture beside the caption", left, top);
+    board.AddTitle("Skin button, a picture beside the caption", leftColumn, top);
     CSkinBitmap grid, picture;
     grid.LoadFromFile(board.ThemeFile("StatusToolBar.bmp"), 0);
     grid.GetFrame(picture, 1, 1, 4, 3);
     for (int i = 0; i < 2; ++i) {
-        const int buttonLeft = left + i * 156;
+        const int buttonLeft = leftColumn + i * 156;
         auto& button = board.Add<CSkinButton>(static_cast<UINT>(IDC_PICTURE_BUTTON + i), "",
                                               CRect(buttonLeft, top + 18, buttonLeft + 140, top + 46), WS_TABSTOP);
         button.drawMode = CSkinButton::pictureMode;

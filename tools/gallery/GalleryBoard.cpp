@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr COLORREF outside = RGB(255, 0, 255); // what is cut away of a strip
-
 CFont MakeSmallFont(LONG weight) {
     LOGFONTW description{};
     description.lfHeight = -11;

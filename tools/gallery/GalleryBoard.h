@@ -14,6 +14,12 @@
 #include "skin/SkinBitmap.h"
 #include "skin/SkinControl.h"
 
+// Where the two columns of groups begin, in pixels of the board.
+inline constexpr int leftColumn = 16;
+inline constexpr int rightColumn = 504;
+
+inline constexpr COLORREF outside = RGB(255, 0, 255); // what is cut away of pictures
+
 // A name on the board, on the board's ground.
 class CBoardLabel : public CStatic {
 public:

@@ -29,7 +29,8 @@ const CMessageMap& CGalleryDlg::ClassMap() {
 bool CGalleryDlg::OnInitDialog() {
     const char* iconName = MAKEINTRESOURCEA(IDI_APPLICATION_ICON);
     const HICON icon = ::LoadIconA(FindResourceModule(iconName, RT_GROUP_ICON), iconName); // shared, not to be freed
-    for (const WPARAM kind : {ICON_BIG, ICON_SMALL}) SendMessage(WM_SETICON, kind, reinterpret_cast<LPARAM>(icon));
+    for (const auto kind : {WPARAM{ICON_BIG}, WPARAM{ICON_SMALL}})
+        SendMessage(WM_SETICON, kind, reinterpret_cast<LPARAM>(icon));
     PlaceWindow();
     OnLoadAgain();
     return CDialog::OnInitDialog();

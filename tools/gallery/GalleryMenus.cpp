@@ -28,7 +28,6 @@ constexpr std::array samples{Sample{IDC_MENU_MODERN_RAISED, "Modern, raised imag
 
 constexpr UINT bareOffset = 100; // images belong to commands, so that items without any have others
 constexpr UINT checkedId = 520, markedId = 521, disabledId = 522, swatchId = 523;
-constexpr COLORREF outside = RGB(255, 0, 255);
 
 void Disable(const COwnerDrawMenu& menu, UINT id) {
     ::EnableMenuItem(menu.GetHandle(), id, MF_BYCOMMAND | MF_GRAYED);

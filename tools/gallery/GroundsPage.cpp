@@ -10,21 +10,19 @@
 
 namespace {
 
-constexpr int left = 16;
-
 void AddBar(CGalleryBoard& board) {
     constexpr int top = 40;
-    board.AddTitle("Skin bar, LeftTitleBar.bmp with the buttons of StatusToolBar.bmp", left, top);
-    auto& bar = board.Add<CSkinBar>(IDC_BAR, "", {left, top + 18, left, top + 18});
+    board.AddTitle("Skin bar, LeftTitleBar.bmp with the buttons of StatusToolBar.bmp", leftColumn, top);
+    auto& bar = board.Add<CSkinBar>(IDC_BAR, "", {leftColumn, top + 18, leftColumn, top + 18});
     bar.SetButtonIds({IDC_BAR_HELP, IDC_BAR_LANGUAGE, IDC_BAR_PORT});
     bar.SetBitmapFile(board.ThemeFile("LeftTitleBar.bmp"));
     bar.cornerWidth = bar.cornerHeight = 30;
     bar.LoadButtons(board.ThemeFile("StatusToolBar.bmp"));
-    bar.SetWindowPos(nullptr, left, top + 18, 465, 26, SWP_NOZORDER); // puts the buttons into their final places
+    bar.SetWindowPos(nullptr, leftColumn, top + 18, 465, 26, SWP_NOZORDER); // puts the buttons into their final places
     constexpr std::array states{"normal", "mouse over", "pressed", "disabled"};
     UINT id = IDC_BAR_FRAMES;
     for (int column = 0; column < 4; ++column) {
-        const int x = left + 117 * column;
+        const int x = leftColumn + 117 * column;
         board.AddLabel(states[static_cast<std::size_t>(column)], x, top + 50, 110);
         for (int row = 0; row < 3; ++row)
             board.AddFrame(column == 0 && row == 0 ? id : 0, "StatusToolBar.bmp", {x + 24 * row, top + 66}, column + 1,
@@ -44,7 +42,7 @@ struct Ground {
 };
 
 void AddStatics(CGalleryBoard& board) {
-    board.AddTitle("Skin static: labels, grounds and grooves", left, 264);
+    board.AddTitle("Skin static: labels, grounds and grooves", leftColumn, 264);
     constexpr COLORREF blue = RGB(0, 0, 255), white = RGB(255, 255, 255), black = RGB(0, 0, 0);
     constexpr std::array grounds{
         Ground{IDC_STATIC_LABEL, "LeftTitleBar.bmp", {16, 282, 356, 306}, 0, 0, "Caption", 10, blue},

@@ -12,13 +12,11 @@
 
 namespace {
 
-constexpr int left = 504;
 constexpr int step = 117;
-constexpr COLORREF outside = RGB(255, 0, 255);
 constexpr std::uint16_t imageWidth = 16, imageHeight = 15;
 
 CRect Cell(int column, int top, int height) {
-    return {left + step * column, top, left + step * column + 108, top + height};
+    return {rightColumn + step * column, top, rightColumn + step * column + 108, top + height};
 }
 
 template <class Button = CIconButton>
@@ -64,7 +62,7 @@ void AddFurtherButtons(CGalleryBoard& board, int top) {
 }
 
 void AddPlainButtons(CGalleryBoard& board, int top) {
-    board.AddTitle("Plain icon button", left, top);
+    board.AddTitle("Plain icon button", rightColumn, top);
     AddButton<CPlainIconButton>(board, IDC_PLAIN_SQUARE, "square", Cell(0, top + 18, 24));
     AddButton<CPlainIconButton>(board, IDC_PLAIN_ROUNDED, "rounded", Cell(1, top + 18, 24)).SetRounded(true, true);
     AddButton<CPlainIconButton>(board, IDC_PLAIN_DISABLED, "disabled", Cell(2, top + 18, 24)).EnableWindow(false);
@@ -74,7 +72,7 @@ void AddPlainButtons(CGalleryBoard& board, int top) {
 
 void AddIconButtons(CGalleryBoard& board) {
     constexpr int top = 132;
-    board.AddTitle("Icon button", left, top);
+    board.AddTitle("Icon button", rightColumn, top);
     AddPushButtons(board, top + 18);
     AddCheckBoxes(board, top + 46);
     AddFurtherButtons(board, top + 74);

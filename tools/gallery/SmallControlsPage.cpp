@@ -10,16 +10,14 @@
 
 namespace {
 
-constexpr int left = 504;
-
 void GiveSmallFont(const CGalleryBoard& board, const CWnd& control) {
     control.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(board.SmallFont()), TRUE);
 }
 
 void AddLinks(CGalleryBoard& board) {
     constexpr int top = 314;
-    board.AddTitle("Link", left, top);
-    int x = left;
+    board.AddTitle("Link", rightColumn, top);
+    int x = rightColumn;
     const auto add = [&](UINT id, const char* text) -> CLinkStatic& {
         auto& link = board.Add<CLinkStatic>(id, text, CRect(x, top + 18, x + 108, top + 34), SS_NOTIFY);
         GiveSmallFont(board, link);
@@ -37,8 +35,8 @@ void AddLinks(CGalleryBoard& board) {
 void AddRoundButtons(CGalleryBoard& board) {
     constexpr int top = 362;
     constexpr int side = 58;
-    board.AddTitle("Round button", left, top);
-    int x = left;
+    board.AddTitle("Round button", rightColumn, top);
+    int x = rightColumn;
     const auto add = [&](UINT id, const char* text, DWORD style) -> CRoundButton& {
         auto& button =
             board.Add<CRoundButton>(id, text, CRect(x, top + 18, x + side, top + 18 + side), style | WS_TABSTOP);
