@@ -44,10 +44,7 @@ struct Model {
         return !hover ? '1' : pressed ? '3' : '2';
     }
 
-    void LetGo() {
-        cancelled = cancelled || pressed;
-        hover = pressed = captured = false;
-    }
+    void LetGo() { cancelled = cancelled || pressed, hover = pressed = captured = false; }
     void Move(bool in) {
         inside = in;
         if (!Takes()) return LetGo();
@@ -78,10 +75,7 @@ struct Model {
         if (IsSkin()) hover = cancelled = false;
         pressed = captured = false;
     }
-    void Click() {
-        ++clicks;
-        if (kind == Kind::Check) isChecked = !isChecked;
-    }
+    void Click() { ++clicks, isChecked = isChecked != (kind == Kind::Check); }
     void Leave() {
         if (IsSkin() && !captured) pressed = false;
         hover = false;
@@ -138,9 +132,8 @@ protected:
     Control& Keep(Arguments&... arguments) {
         auto made = std::make_unique<Control>(arguments...);
         if constexpr (requires { made->focusHeir; }) heir = &made->focusHeir;
-        Control& kept = *made;
         control = std::move(made);
-        return kept;
+        return static_cast<Control&>(*control);
     }
     void Bind(const CWnd& parent) {
         const bool isStatic = GetParam() >= Kind::Link;
@@ -216,10 +209,12 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(All, HoverControls,
-                         testing::Values(Kind::Strip, Kind::Picture, Kind::Push, Kind::Check, Kind::Round, Kind::Link));
+                         testing::Values(Kind::Strip, Kind::Picture, Kind::Push, Kind::Check, Kind::Round, Kind::Link,
+                                         Kind::Bar, Kind::Display));
 
 // One object for all windows, each of which ends amidst the input.
 TEST_P(HoverControls, BehaveAsTheModelUnderRandomInput) {
+    if (heir == nullptr) return; // takes no input
     const unsigned seed = TestSeed();
     SCOPED_TRACE(SeedText(seed));
     std::mt19937 random(seed);
@@ -246,6 +241,7 @@ TEST_P(HoverControls, BehaveAsTheModelUnderRandomInput) {
 }
 
 TEST_P(HoverControls, PassTheFocusOnWhenTheyAreDisabledOrHidden) {
+    if (heir == nullptr) return;
     const bool icon = GetParam() == Kind::Push || GetParam() == Kind::Check;
     CWnd panel;
     Put(panel, ground, "STATIC", {0, 0, 60, 60});
@@ -275,7 +271,7 @@ TEST_P(HoverControls, PassTheFocusOnWhenTheyAreDisabledOrHidden) {
 
 TEST_P(HoverControls, FeelThatTheRealPointerComesAndGoes) {
     Bind(ground);
-    if (GetParam() == Kind::Round) return;
+    if (heir == nullptr || GetParam() == Kind::Round) return;
     POINT point{3, 5};
     ::ClientToScreen(control->GetHandle(), &point);
     ::SetCursorPos(point.x, point.y);
@@ -284,18 +280,12 @@ TEST_P(HoverControls, FeelThatTheRealPointerComesAndGoes) {
     EXPECT_TRUE(PumpUntil([this] { return Look() == '1' && ::GetCapture() == nullptr; }));
 }
 
-class AllControls : public HoverControls {};
-INSTANTIATE_TEST_SUITE_P(All, AllControls,
-                         testing::Values(Kind::Strip, Kind::Picture, Kind::Push, Kind::Check, Kind::Round, Kind::Link,
-                                         Kind::Bar, Kind::Display));
-
-TEST_P(AllControls, LoseNoHandleAndPaintNothingAtRest) {
+TEST_P(HoverControls, LoseNoHandleAndPaintNothingAtRest) {
     ExpectNoGdiObjectLost(20, [this] {
         Bind(ground);
         for (const UINT message : {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_CANCELMODE, WM_SYSCOLORCHANGE}) {
             Mouse(*control, message, 2, 2);
-            control->Invalidate();
-            control->UpdateWindow();
+            ::RedrawWindow(control->GetHandle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
         }
         control->EnableWindow(false);
         PumpMessages();
@@ -305,7 +295,7 @@ TEST_P(AllControls, LoseNoHandleAndPaintNothingAtRest) {
 }
 
 // Whatever the platform's class would paint at once. A strip has another look while it is disabled.
-TEST_P(AllControls, OfPicturesNeverShowThePlatformsLook) {
+TEST_P(HoverControls, OfPicturesNeverShowThePlatformsLook) {
     if (GetParam() >= Kind::Push && GetParam() <= Kind::Link) return;
     Bind(ground);
     const auto look = ground.Pixels(place);

@@ -54,8 +54,8 @@ TEST(IconButton, StatesChooseImageColoursAndEdge) {
         EXPECT_NE(look[(5 + shift) * 60 + 2 + shift], ColorOf(image));
         for (const unsigned each : {1U, 3U, 5U})
             EXPECT_EQ(std::ranges::count(look, RGB(40 * each, 7, 7)) != 0, each == text) << each;
-        EXPECT_EQ(look.front(), topLeft != none ? topLeft : back);
-        EXPECT_EQ(look.back(), topLeft != none ? bottomRight : back);
+        EXPECT_TRUE(look.front() == (topLeft != none ? topLeft : back) &&
+                    look.back() == (topLeft != none ? bottomRight : back));
         button.SetDrawBorder(false, false);
         EXPECT_EQ(DrawButton(button, item).front(), flat ? back : topLeft);
     }
@@ -105,8 +105,7 @@ TEST(IconButton, StyleAndCheckStateAreItsOwn) {
     }
     for (const auto& [style, isDefault] : {std::pair{2, true}, {0, false}, {0x16, false}, {1, true}}) {
         button.SendMessage(BM_SETSTYLE, static_cast<WPARAM>(style), TRUE);
-        EXPECT_EQ(button.GetStyle() & 0x1F, DWORD{BS_OWNERDRAW}) << style;
-        EXPECT_EQ(button.IsDefault(), isDefault) << style;
+        EXPECT_TRUE((button.GetStyle() & 0x1F) == BS_OWNERDRAW && button.IsDefault() == isDefault) << style;
         EXPECT_EQ(button.SendMessage(WM_GETDLGCODE) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON),
                   isDefault ? DLGC_DEFPUSHBUTTON : DLGC_UNDEFPUSHBUTTON);
     }
@@ -132,8 +131,7 @@ TEST(IconButton, SettersRefuseWhatIsOutOfRangeAndTipsAreReplaced) {
         button.SetImageAlign(3, true), button.SetColor(5, RGB(10, 20, 30), true), button.ShiftColor(5, 256, true),
         button.ShiftColor(5, -15, true), button.GetColor(5, color), button.SetButtonCursor(9999, true)};
     // clang-format on
-    EXPECT_EQ(results, (std::array{3, 3, 3, 4, 0, 5, 0, 0, 1}));
-    EXPECT_EQ(color, RGB(0, 10, 20));
+    EXPECT_TRUE(results == (std::array{3, 3, 3, 4, 0, 5, 0, 0, 1}) && color == RGB(0, 10, 20));
     const HCURSOR arrow = ::LoadCursorA(nullptr, IDC_ARROW);
     for (const int cursor : {IDC_HAND_CURSOR, 0}) {
         ::SetCursor(arrow);

