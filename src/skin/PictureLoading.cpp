@@ -23,7 +23,7 @@ struct InterfaceReleaser {
 template <class Interface>
 using InterfacePtr = std::unique_ptr<Interface, InterfaceReleaser>;
 
-constexpr std::uint64_t largestPicture = std::uint64_t{64} << 20; // bytes of a picture file; a theme's have some thousands
+constexpr std::uint64_t largestPicture = std::uint64_t{64} << 20; // bytes of a file; a theme's have some thousands
 
 bool IsWorthLoading(const std::string& path) {
     const File file(std::fopen(path.c_str(), "rb"));

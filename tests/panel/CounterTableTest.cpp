@@ -20,7 +20,7 @@ using Step = std::tuple<std::uint8_t, std::uint8_t, std::vector<Part>>; // the k
 // Mostly in the table, sometimes just beyond it, sometimes all counters' own.
 std::uint8_t AddressOf(std::uint8_t drawn) {
     constexpr std::uint8_t others[] = {6, 7, 127, 128, 255};
-    return drawn % 8 < 6 ? drawn % 8 : others[drawn / 8 % 5];
+    return drawn % 8 < 6 ? static_cast<std::uint8_t>(drawn % 8) : others[drawn / 8 % 5];
 }
 
 void ClearCounts(CCounterTable& table, std::int32_t address) {
