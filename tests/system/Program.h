@@ -158,7 +158,16 @@ public:
     // Replaces an edit's text key by key, digits only.
     void Type(int id, std::string_view digits) const {
         Click(id);
-        ::SendMessageA(Control(id), EM_SETSEL, 0, -1); // a busy system may miss Shift behind a key
+        // All of it is selected once the click has come; a busy system may miss Shift behind a key.
+        EXPECT_TRUE(Await([edit = Control(id)] {
+            GUITHREADINFO input{};
+            input.cbSize = sizeof input;
+            ::GetGUIThreadInfo(::GetWindowThreadProcessId(edit, nullptr), &input);
+            ::SendMessageA(edit, EM_SETSEL, 0, -1);
+            const LRESULT all = ::SendMessageA(edit, EM_GETSEL, 0, 0);
+            std::this_thread::sleep_for(100ms);
+            return input.hwndFocus == edit && ::SendMessageA(edit, EM_GETSEL, 0, 0) == all;
+        }));
         for (const char digit : digits) PressKey(digit);
     }
     // The popup of a bar's or a menu's button; null, and a failure, if none comes up.
