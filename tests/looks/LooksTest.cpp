@@ -217,8 +217,8 @@ TEST(GalleryLooks, WithAndWithoutATheme) {
     fs::create_directories(folder / theme);
     fs::copy_file(CProgram::Folder() + "Gallery.exe", folder / "Gallery.exe");
     CProgram program;
+    PointAt({1, 1}); // before a window comes up beneath the pointer
     ASSERT_TRUE(program.Start((folder / "Gallery.exe").string(), "Quorvane gallery"));
-    PointAt({1, 1});
     const RECT frame = WindowRect(program.Frame());
     RECT time = WindowRect(program.Control(IDC_DISPLAY_TIME)); // the machine's
     ::OffsetRect(&time, -frame.left, -frame.top);

@@ -153,7 +153,23 @@ public:
             return there == control || ::IsChild(control, there);
         })) << "no way to click at control "
             << ::GetDlgCtrlID(control);
-        ClickAt(MiddleOf(control));
+        // A button of the skin takes the mouse when it hears of it. Until then an older move may still be under way,
+        // which would take the pointer off it in the middle of the click.
+        const POINT middle = MiddleOf(control);
+        LONG step = 0;
+        if (IsOfClass(control, "Button")) {
+            Await(
+                [&] {
+                    PointAt({middle.x - step, middle.y});
+                    step = 1 - step;
+                    GUITHREADINFO input{};
+                    input.cbSize = sizeof input;
+                    ::GetGUIThreadInfo(::GetWindowThreadProcessId(control, nullptr), &input);
+                    return input.hwndCapture == control;
+                },
+                1s);
+        }
+        ClickAt(middle);
     }
     // Replaces an edit's text key by key, digits only.
     void Type(int id, std::string_view digits) const {
