@@ -196,7 +196,8 @@ void CSkinButton::OnLButtonDown(UINT, CPoint) {
 
 void CSkinButton::OnLButtonUp(UINT, CPoint) {
     if (!IsStrip() && !IsPicture()) return;
-    const bool clicked = hover != 0 && !std::exchange(cancelled, false); // wherever the mouse button went down
+    const bool ended = std::exchange(cancelled, false);
+    const bool clicked = hover != 0 && !ended; // wherever the mouse button went down
     pressed = hover = 0;
     if (HasCapture()) ::ReleaseCapture();
     RepaintNow();
