@@ -25,7 +25,7 @@ std::string Shown(const COwnerDrawMenu& menu) {
         const UINT state = ::GetMenuState(menu.GetHandle(), i, MF_BYPOSITION);
         std::string caption = PlatformCaption(menu.GetHandle(), i);
         if (caption.empty() && record != nullptr) caption = "[" + record->GetNarrowText() + "]";
-        for (std::size_t at = 0; (at = caption.find(" \t")) != std::string::npos;) caption.erase(at, 1);
+        for (std::size_t pad = 0; (pad = caption.find(" \t")) != std::string::npos;) caption.erase(pad, 1);
         const COwnerDrawMenu* object = OwnerDrawMenuOf(::GetSubMenu(menu.GetHandle(), i));
         text += (i != 0 ? ", " : "") + caption + ((state & MF_CHECKED) != 0 ? "+" : "");
         if ((state & MF_GRAYED) != 0 && object == nullptr) text += "-";

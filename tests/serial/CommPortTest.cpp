@@ -21,8 +21,6 @@ struct CommPort : testing::Test {
     std::uint32_t count = 99;
 };
 
-} // namespace
-
 TEST_F(CommPort, DoesTheSameOverAnyDriver) {
     const unsigned seed = TestSeed();
     SCOPED_TRACE(SeedText(seed));
@@ -238,3 +236,5 @@ TEST_F(CommPort, LimitsAndTheCallersOwnBlocks) {
     }
     platform.CloseHandle(own.hEvent);
 }
+
+} // namespace

@@ -54,8 +54,6 @@ struct PortOpening : testing::Test {
     };
 };
 
-} // namespace
-
 TEST_F(PortOpening, AClosingEndsATransferAndLeavesItsMemoryToTheDriver) {
     for (const Transfers kind : {Transfers::EndWhenCancelled, Transfers::NeverEnd}) {
         for (const auto& transfer : transfers) {
@@ -190,3 +188,5 @@ TEST(PortSelection, ASearchEndsAlthoughOneProbeIsHeld) {
     EXPECT_EQ(found, (std::vector<std::int32_t>{1, 3, 4, 5, 6, 7, 8, 9}));
     lets.set_value();
 }
+
+} // namespace

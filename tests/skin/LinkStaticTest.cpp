@@ -33,11 +33,11 @@ protected:
     }
 };
 
-const CRect place(40, 10, 141, 41);
 constexpr COLORREF linkColor = RGB(0, 0, 238), visitedColor = RGB(85, 26, 139);
 
 class LinkStatic : public testing::Test {
 protected:
+    static inline const CRect place{40, 10, 141, 41};
     void Make(const char* text, LONG style = SS_LEFT) {
         if (link.GetHandle() != nullptr) link.DestroyWindow();
         Put(link, ground, "STATIC", place, style, text);
