@@ -6,8 +6,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 if [[ ${1-} == --help || ${1-} == -h ]]; then
     cat <<'END'
 scripts/pictures.sh
-Takes the pictures of docs/pictures anew. They are those of the user guide, and at the same time what the test looks_test
-compares the programs with: look at each that has changed before you commit it.
+Takes the pictures of docs/pictures and the sheets of tests/pictures anew. The former are those of the user guide, and both are
+what tests compare the programs with: look at each that has changed before you commit it.
 END
     exit 0
 fi
@@ -15,13 +15,16 @@ fi
 source scripts/common.sh
 lock_tree
 install_packages
-build x64 looks_test || die "the build failed"
+tests=(looks_test menu_drawing_test)
+build x64 "${tests[@]}" || die "the build failed"
 taken=$root/build/x64/approved
 mkdir -p "$taken"
 rm -f "$taken"/*.ppm
-QUORVANE_LOOKS_APPROVE=Z:$taken ctest --preset x64 -R '^looks_test$' || die "not all pictures were taken"
-rm -f docs/pictures/*.png
+QUORVANE_LOOKS_APPROVE=Z:$taken ctest --preset x64 -R "^($(IFS='|'; say "${tests[*]}"))\$" || die "not all pictures were taken"
+rm -f docs/pictures/*.png tests/pictures/*.png
 for picture in "$taken"/*.ppm; do
-    convert "$picture" -strip -define png:compression-level=9 "docs/pictures/$(basename "$picture" .ppm).png"
+    name=$(basename "$picture" .ppm) folder=docs/pictures
+    [[ $name != sheet-* ]] || folder=tests/pictures
+    convert "$picture" -strip -define png:compression-level=9 "$folder/$name.png"
 done
-git status --short docs/pictures
+git status --short docs/pictures tests/pictures

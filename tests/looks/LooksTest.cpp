@@ -1,67 +1,19 @@
 // The programs' approved looks: what a user sees of the main window, the popups and the dialogs in both languages, and
-// of the gallery, pixel by pixel as in docs/pictures. With QUORVANE_LOOKS_APPROVE the looks are written to that folder
-// instead: see scripts/pictures.sh.
+// of the gallery, pixel by pixel as in docs/pictures.
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
 #include "SystemTest.h"
 #include "gallery/GalleryIds.h"
+#include "support/Look.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-struct Picture {
-    int width = 0, height = 0;
-    std::string rgb{}; // three bytes a pixel, from the top
-
-    bool operator==(const Picture&) const = default;
-};
-
 Picture TakeFromScreen(const RECT& place) {
-    const HDC screen = ::GetDC(nullptr), memory = ::CreateCompatibleDC(screen);
-    Picture taken{place.right - place.left, place.bottom - place.top};
-    const BITMAPINFO form{{sizeof(BITMAPINFOHEADER), taken.width, -taken.height, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
-    void* bits = nullptr;
-    const HBITMAP bitmap = ::CreateDIBSection(screen, &form, DIB_RGB_COLORS, &bits, nullptr, 0);
-    const HGDIOBJ former = ::SelectObject(memory, bitmap);
-    ::BitBlt(memory, 0, 0, taken.width, taken.height, screen, place.left, place.top, SRCCOPY);
-    ::GdiFlush();
-    const char* const bgr = static_cast<const char*>(bits);
-    for (int i = 0; i < taken.width * taken.height; ++i)
-        for (int channel = 2; channel >= 0; --channel) taken.rgb += bgr[4 * i + channel];
-    ::SelectObject(memory, former);
-    ::DeleteObject(bitmap);
-    ::DeleteDC(memory);
-    ::ReleaseDC(nullptr, screen);
-    return taken;
-}
-
-// Both in the plainest form of a picture file, PPM.
-Picture Load(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::string word;
-    Picture loaded;
-    in >> word >> loaded.width >> loaded.height >> word;
-    in.get();
-    loaded.rgb.assign(std::istreambuf_iterator<char>(in), {});
-    return loaded;
-}
-
-void Save(const std::string& path, const Picture& picture) {
-    std::ofstream out(path, std::ios::binary);
-    out << "P6 " << picture.width << ' ' << picture.height << " 255\n" << picture.rgb;
-    ASSERT_TRUE(out.flush().good()) << path;
-}
-
-// The approved one, below it the present one, and then where they differ, if they are of one size.
-Picture OneAboveTheOther(const Picture& approved, const Picture& present) {
-    if (approved.rgb.size() != present.rgb.size()) return present;
-    Picture all{present.width, 3 * present.height, approved.rgb + present.rgb};
-    for (std::size_t i = 0; i < present.rgb.size(); ++i) all.rgb += approved.rgb[i] == present.rgb[i] ? '\0' : '\xFF';
-    return all;
+    const CClientDC screen(nullptr);
+    return {place.right - place.left, ReadPixels(screen.GetHandle(), place)};
 }
 
 RECT WindowRect(HWND window) {
@@ -75,27 +27,24 @@ RECT WindowRect(HWND window) {
 void ExpectLook(const std::string& name, const RECT& place, const std::vector<RECT>& masks = {}) {
     const auto masked = [&](Picture picture) {
         for (const RECT& mask : masks) {
-            for (LONG y = mask.top; y < mask.bottom && y < picture.height; ++y)
-                std::fill_n(picture.rgb.begin() + 3 * (y * picture.width + mask.left), 3 * (mask.right - mask.left),
-                            ' ');
+            for (LONG y = mask.top; y < mask.bottom && y * picture.width < std::ssize(picture.pixels); ++y)
+                std::fill_n(picture.pixels.begin() + y * picture.width + mask.left, mask.right - mask.left, 0);
         }
         return picture;
     };
     Picture present;
-    if (const char* const folder = std::getenv("QUORVANE_LOOKS_APPROVE")) {
+    if (std::getenv("QUORVANE_LOOKS_APPROVE") != nullptr) {
         const auto rests = [&] {
             std::this_thread::sleep_for(150ms);
             const Picture former = std::exchange(present, TakeFromScreen(place));
             return masked(former) == masked(present);
         };
         EXPECT_TRUE(Await([&] { return rests() && rests(); })) << name << " doesn't come to rest";
-        return Save(std::string(folder) + "\\" + name + ".ppm", present);
+        return ExpectApproved(name, present, {});
     }
-    const Picture approved = masked(Load(CProgram::Folder() + "..\\tests\\looks\\" + name + ".ppm"));
-    if (Await([&] { return (present = masked(TakeFromScreen(place))) == approved; })) return;
-    fs::create_directories(CProgram::Folder() + "..\\looks");
-    Save(CProgram::Folder() + "..\\looks\\" + name + ".ppm", OneAboveTheOther(approved, present));
-    ADD_FAILURE() << name << " isn't as in docs/pictures: see looks/" << name << ".ppm in the folder of the build";
+    const Picture approved = masked(ApprovedLook(name));
+    Await([&] { return (present = masked(TakeFromScreen(place))) == approved; });
+    ExpectApproved(name, present, approved);
 }
 
 // What may be anything, in the frame's client area.
