@@ -2,23 +2,15 @@
 #pragma once
 
 #include <cstdint>
-#include <numeric>
 #include <vector>
 
 #include "framework/Time.h"
+#include "support/Hex.h"
 
 using Bytes = std::vector<std::uint8_t>;
 
 // What the clock of every record here says, in seconds.
 inline const std::uint32_t recordTime = CTime(CalendarFields{2012, 3, 4, 5, 6, 7}).GetTime();
-
-// Start byte, body, checksum, end byte.
-inline Bytes Frame(const Bytes& body) {
-    Bytes frame{0x02};
-    frame.insert(frame.end(), body.begin(), body.end());
-    frame.insert(frame.end(), {static_cast<std::uint8_t>(std::accumulate(body.begin(), body.end(), 0)), 0x03});
-    return frame;
-}
 
 // The three kinds of records. In a status record, whose counts stay below 256 here, the third count is 33 and the extra
 // byte 0x44. The settings byte 0xE5 stands for English, IN, NO and a period of 5.

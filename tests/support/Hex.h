@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <numeric>
 #include <span>
 #include <string>
 #include <string_view>
@@ -29,13 +30,12 @@ inline std::vector<std::uint8_t> BytesOf(std::string_view hex) {
 }
 
 // Start byte, what is given, the low byte of its sum as checksum, end byte.
+inline std::vector<std::uint8_t> Frame(std::vector<std::uint8_t> body) {
+    const auto sum = std::accumulate(body.begin(), body.end(), 0);
+    body.insert(body.begin(), 0x02);
+    body.insert(body.end(), {static_cast<std::uint8_t>(sum), 0x03});
+    return body;
+}
 inline std::vector<std::uint8_t> FrameOf(std::string_view hex) {
-    std::vector<std::uint8_t> frame{0x02};
-    std::uint8_t sum = 0;
-    for (const std::uint8_t each : BytesOf(hex)) {
-        frame.push_back(each);
-        sum = static_cast<std::uint8_t>(sum + each);
-    }
-    frame.insert(frame.end(), {sum, 0x03});
-    return frame;
+    return Frame(BytesOf(hex));
 }
