@@ -15,7 +15,7 @@ fi
 source scripts/common.sh
 lock_tree
 install_packages
-tests=(looks_test menu_drawing_test)
+tests=(looks_test menu_drawing_test controls_test)
 build x64 "${tests[@]}" || die "the build failed"
 taken=$root/build/x64/approved
 mkdir -p "$taken"

@@ -92,16 +92,22 @@ inline void Mouse(const CWnd& control, UINT message, int x, int y, WPARAM keys =
     ::PeekMessageA(&leave, window, WM_MOUSELEAVE, WM_MOUSELEAVE, PM_REMOVE);
 }
 
-// What an owner-drawn button of this size draws in a state.
+// What an owner-drawn button of 60 x 20 pixels draws in a state, with its upper left corner there.
 template <class Button>
-std::vector<COLORREF> DrawButton(Button& button, UINT state = 0, int width = 60, int height = 20) {
-    const CSurface surface(width, height);
+void DrawButton(Button& button, const CSurface& surface, POINT corner, UINT state) {
+    ::SetViewportOrgEx(surface.GetHandle(), corner.x, corner.y, nullptr);
     ::SetTextColor(surface.GetHandle(), RGB(200, 1, 2)); // as a parent may have left it
     DRAWITEMSTRUCT item{};
     item.itemState = state;
     item.hDC = surface.GetHandle();
-    item.rcItem = {0, 0, width, height};
+    item.rcItem = {0, 0, 60, 20};
     button.DrawItem(item);
+    ::SetViewportOrgEx(surface.GetHandle(), 0, 0, nullptr);
+}
+template <class Button>
+std::vector<COLORREF> DrawButton(Button& button, UINT state = 0) {
+    const CSurface surface(60, 20);
+    DrawButton(button, surface, {0, 0}, state);
     return surface.Pixels();
 }
 

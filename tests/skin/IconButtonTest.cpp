@@ -1,4 +1,4 @@
-// The icon button: images, colours, edges and captions in each state, drawn on a surface; check state, style and tips.
+// The icon button and the round one in each state, as approved; check state, style and tips.
 #include "skin/IconButton.h"
 
 #include <algorithm>
@@ -9,6 +9,8 @@
 #include "framework/ResourceModule.h"
 #include "resources/ResourceIds.h"
 #include "skin/PlainIconButton.h"
+#include "skin/RoundButton.h"
+#include "support/Look.h"
 
 namespace {
 
@@ -19,71 +21,63 @@ HICON MakeIcon(char color) {
     ICONINFO info{TRUE, 0, 0, mask.GetHandle(), picture.GetHandle()};
     return ::CreateIconIndirect(&info);
 }
-// 60 x 20 pixels: an image of 8 x 8 has its upper left corner at (3, 6) beside a caption.
 const CRect place{10, 10, 70, 30};
 
-TEST(IconButton, StatesChooseImageColoursAndEdge) {
-    constexpr LONG check = BS_AUTOCHECKBOX, push = BS_PUSHBUTTON;
-    const COLORREF light = ::GetSysColor(COLOR_BTNHIGHLIGHT), shadow = ::GetSysColor(COLOR_BTNSHADOW);
-    const COLORREF dark = ::GetSysColor(COLOR_3DDKSHADOW), none = 1;
-    // Flat, type, hover, state; image, ground and text (of the colour table), shift, edge at the upper left and lower
-    // right.
-    const std::tuple<bool, LONG, bool, UINT, char, unsigned, unsigned, std::size_t, COLORREF, COLORREF> rows[] = {
-        {true, check, true, 0, 'B', 0, 1, 0, light, shadow},
-        {true, check, false, ODS_SELECTED, 'A', 0, 1, 0, shadow, light},
-        {true, check, false, ODS_FOCUS, 'B', 4, 3, 0, none, none},
-        {true, push, true, ODS_FOCUS, 'A', 0, 1, 0, light, shadow},
-        {true, push, false, ODS_SELECTED, 'A', 0, 1, 1, shadow, light},
-        {false, push, true, 0, 'B', 2, 3, 0, light, dark},
-        {false, push, false, ODS_SELECTED, 'A', 0, 1, 1, shadow, shadow},
-        {false, push, false, ODS_FOCUS, 'B', 4, 3, 0, 0, 0}};
+// A cell of the sheet for each: image, colours, edge and caption.
+TEST(IconButton, EveryKindInEveryState) {
+    constexpr int columns = 20, width = 66, height = 24, rows = 13;
     const CGround ground;
-    for (const auto& [flat, type, hover, item, image, backIndex, text, shift, topLeft, bottomRight] : rows) {
-        SCOPED_TRACE(std::to_string(flat) + std::to_string(type) + std::to_string(hover) + std::to_string(item));
+    CSurface sheet(columns * width, rows * height, '.');
+    int cell = 0;
+    const auto draw = [&](auto& button) {
+        for (const int state : {0, ODS_SELECTED, ODS_FOCUS, ODS_DISABLED, ODS_SELECTED | ODS_FOCUS}) {
+            DrawButton(button, sheet, {cell % columns * width + 3, cell / columns * height + 2},
+                       static_cast<UINT>(state));
+            ++cell;
+        }
+    };
+    for (int kind = 0; kind < 48; ++kind) {
+        const bool flat = kind % 2 != 0, check = kind / 2 % 2 != 0, hover = kind / 4 % 2 != 0,
+                   border = kind / 8 % 2 != 0;
         CIconButton button;
-        Put(button, ground, "BUTTON", place, type, "W W");
+        Put(button, ground, "BUTTON", place, check ? BS_AUTOCHECKBOX : BS_PUSHBUTTON, kind < 40 ? "W W" : "");
         for (unsigned i = 0; i < 6; ++i) button.SetColor(i, RGB(40 * i, 7, 7), false);
         button.SetFlat(flat, false);
+        button.SetDrawBorder(border, false);
+        button.SetDrawFlatFocus(kind >= 32, false);
+        button.SetImageAlign(kind / 16, false);
         if (hover) Mouse(button, WM_MOUSEMOVE, 5, 5);
         button.SetIconHandles(MakeIcon('A'), MakeIcon('B'));
-        const std::vector<COLORREF> look = DrawButton(button, item);
-        const COLORREF back = RGB(40 * backIndex, 7, 7);
-        EXPECT_EQ(look[3 * 60 + 3], back);
-        EXPECT_TRUE(look[6 * 60 + 3 + 61 * shift] == ColorOf(image) &&
-                    look[13 * 60 + 10 + 61 * shift] == ColorOf(image));
-        EXPECT_NE(look[(5 + shift) * 60 + 2 + shift], ColorOf(image));
-        for (const unsigned each : {1U, 3U, 5U})
-            EXPECT_EQ(std::ranges::count(look, RGB(40 * each, 7, 7)) != 0, each == text) << each;
-        EXPECT_TRUE(look.front() == (topLeft != none ? topLeft : back) &&
-                    look.back() == (topLeft != none ? bottomRight : back));
-        button.SetDrawBorder(false, false);
-        EXPECT_EQ(DrawButton(button, item).front(), flat ? back : topLeft);
+        draw(button);
     }
+    for (const bool rounded : {false, true}) {
+        CPlainIconButton plate;
+        Put(plate, ground, "BUTTON", place);
+        plate.SetColor(CIconButton::ActiveBack, ColorOf('a'), false);
+        plate.SetRounded(rounded, true);
+        draw(plate);
+    }
+    for (const LONG style : {0L, LONG{BS_FLAT}}) {
+        CRoundButton round;
+        Put(round, ground, "BUTTON", {10, 20, 30, 40}, style, "WWWWWWW");
+        round.focusBorder = style == 0;
+        draw(round);
+    }
+    EXPECT_EQ(cell, columns * rows);
+    ExpectApproved("sheet-icon-buttons", {columns * width, sheet.Pixels()}, ApprovedLook("sheet-icon-buttons"));
 }
 
-TEST(IconButton, FurtherLooksAreChosenBySetters) {
+TEST(IconButton, ATransparentOneKeepsItsGroundUntilColoursChange) {
     const CGround ground;
     CIconButton button;
-    CPlainIconButton plate;
     Put(button, ground, "BUTTON", place, BS_PUSHBUTTON, "W");
-    Put(plate, ground, "BUTTON", {10, 40, 70, 60});
-    const auto plain = DrawButton(button, ODS_FOCUS);
-    button.SetDrawFlatFocus(true, true);
-    EXPECT_NE(DrawButton(button, ODS_FOCUS), plain);
     button.ShowWindow(SW_HIDE);
     PumpMessages();
     button.SetTransparent(true);
-    for (const char below : {'g', 'q', 'r'}) { // the first is kept until the system's colours change
+    for (const char below : {'g', 'q', 'r'}) {
         if (below != 'g') CClientDC(ground.GetHandle()).FillSolidRect(place, ColorOf(below));
         if (below == 'r') button.SendMessage(WM_SYSCOLORCHANGE);
         EXPECT_EQ(DrawButton(button)[120], ColorOf(below == 'q' ? 'g' : below));
-    }
-    plate.SetColor(CIconButton::ActiveBack, ColorOf('a'), false);
-    for (const bool rounded : {false, true}) {
-        plate.SetRounded(rounded, true);
-        const auto pressed = DrawButton(plate, ODS_SELECTED);
-        for (std::size_t y = 0; y < 20; ++y) EXPECT_EQ(pressed[y * 60 + 30], y == 0 || y == 19 ? 0 : ColorOf('a')) << y;
-        EXPECT_EQ(pressed[0], rounded ? ColorOf(' ') : 0U);
     }
 }
 
