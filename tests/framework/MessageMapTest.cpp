@@ -1,4 +1,4 @@
-// Message maps: which handler a message finds, with what arguments, and who hears of a control's own messages.
+// Message maps: which handler a message finds, and who hears of a control's own messages.
 #include "framework/MessageMap.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,6 @@
 #include "framework/Controls.h"
 #include "framework/Dc.h"
 #include "framework/Dialog.h"
-#include "framework/Menu.h"
 #include "framework/Text.h"
 
 namespace {
@@ -21,43 +20,6 @@ struct Trace {
     static bool Add(const std::string& more) { return (text += more + ' ', true); }
     static std::string Take() { return std::exchange(text, {}); }
 };
-
-template <UINT message, class... Wanted>
-void ExpectCracked(WPARAM wParam, LPARAM lParam, Wanted... wanted) {
-    EXPECT_TRUE(MessageTraits<message>::Crack(wParam, lParam) == std::tuple(wanted...)) << std::hex << message;
-}
-
-TEST(Cracking, GivesEveryMessageItsArguments) {
-    CWnd window;
-    CMenu menu;
-    ASSERT_TRUE(window.Create("STATIC", "", WS_POPUP, {0, 0, 9, 9}, nullptr, 0) && menu.CreatePopupMenu());
-    CWnd* const none = nullptr;
-    const auto handle = reinterpret_cast<LPARAM>(window.GetHandle()),
-               popup = reinterpret_cast<LPARAM>(menu.GetHandle());
-    const auto handleFirst = static_cast<WPARAM>(handle);
-    ExpectCracked<WM_PAINT>(1, 2);
-    ExpectCracked<WM_MOUSEMOVE>(MK_LBUTTON, MAKELPARAM(-3, -32768), 1U, CPoint(-3, -32768));
-    ExpectCracked<WM_LBUTTONDBLCLK>(MK_SHIFT, MAKELPARAM(32767, 7), 4U, CPoint(32767, 7));
-    ExpectCracked<WM_SETFOCUS>(handleFirst, 0, &window);
-    ExpectCracked<WM_KILLFOCUS>(0, handle, none);
-    ExpectCracked<WM_CAPTURECHANGED>(0, handle, &window);
-    ExpectCracked<WM_TIMER>(70'000, 1, 70'000U);
-    ExpectCracked<WM_SIZE>(SIZE_MAXIMIZED, MAKELPARAM(40'000, 7), 2U, 40'000, 7);
-    ExpectCracked<WM_ENABLE>(2, 0, true);
-    ExpectCracked<WM_ENABLE>(0, 2, false);
-    ExpectCracked<WM_ACTIVATE>(MAKEWPARAM(WA_CLICKACTIVE, 2), handle, 2U, &window, true);
-    ExpectCracked<WM_ACTIVATE>(WA_ACTIVE, 0, 1U, none, false);
-    ExpectCracked<WM_SYSCOMMAND>(SC_CLOSE, -5, UINT{SC_CLOSE}, LPARAM{-5});
-    ExpectCracked<WM_ERASEBKGND>(0x1234, 0, reinterpret_cast<HDC>(UINT_PTR{0x1234}));
-    ExpectCracked<WM_SETCURSOR>(handleFirst, MAKELPARAM(HTCAPTION, WM_MOUSEMOVE), &window, 2U, 0x200U);
-    ExpectCracked<WM_MENUCHAR>(MAKEWPARAM('x', MF_POPUP), popup, UINT{'x'}, UINT{MF_POPUP}, &menu);
-    DRAWITEMSTRUCT drawn{};
-    MEASUREITEMSTRUCT measured{};
-    const auto draw = MessageTraits<WM_DRAWITEM>::Crack(3, reinterpret_cast<LPARAM>(&drawn));
-    const auto measure = MessageTraits<WM_MEASUREITEM>::Crack(4, reinterpret_cast<LPARAM>(&measured));
-    EXPECT_TRUE(std::get<0>(draw) == 3 && &std::get<1>(draw) == &drawn);
-    EXPECT_TRUE(std::get<0>(measure) == 4 && &std::get<1>(measure) == &measured);
-}
 
 class CBaseProbe : public CDialog {
 public:

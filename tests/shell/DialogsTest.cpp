@@ -1,12 +1,10 @@
-// The small dialogs: the message box in its skin, and About.
+// The message box in its skin.
 #include <functional>
 #include <string>
 
 #include <gtest/gtest.h>
 
-#include "framework/Dc.h"
 #include "resources/ResourceIds.h"
-#include "shell/AboutDlg.h"
 #include "shell/MessageDlg.h"
 #include "shell/ProductStrings.h"
 #include "shell/ShowMessage.h"
@@ -63,25 +61,6 @@ TEST(MessageDlg, GrowsWithItsTextAndTellsHowItWasLeft) {
         Visit([&] { EXPECT_EQ(ShowMessage(message.text, caption, style), 0); }, leave, look);
     }
     ExpectNoGdiObjectLost(20, [] { Visit([] { ShowMessage("A message.", {}, 0); }, IDOK, [](HWND) {}); });
-}
-
-TEST(AboutDlg, ShowsTheProductAndTwoLinksThatHoldTheirAddresses) {
-    CAboutDlg about;
-    Visit([&] { about.DoModal(); }, IDOK,
-          [](HWND dialog) {
-              EXPECT_EQ(TextOf(dialog), "About " + std::string(productTitle));
-              EXPECT_EQ(TextOf(FindControl(dialog, IDC_ABOUT_COMPANY)), productCompany);
-              EXPECT_EQ(TextOf(FindControl(dialog, IDC_ABOUT_VERSION)), productVersion);
-              for (const auto& [id, text] :
-                   {std::pair{IDC_ABOUT_WEB_LINK, productWeb}, std::pair{IDC_ABOUT_MAIL_LINK, productMail}}) {
-                  const HWND link = FindControl(dialog, id);
-                  EXPECT_EQ(TextOf(link), text);
-                  const CClientDC dc(link);
-                  const CSelectObject font(dc, reinterpret_cast<HFONT>(::SendMessageA(link, WM_GETFONT, 0, 0)));
-                  EXPECT_GE(CWnd::FromHandle(link)->GetClientRect().Width(), dc.GetTextExtent(text).cx)
-                      << text << " is cut";
-              }
-          });
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 // The program from its start to its end, in this process: one copy only, the frame around the panel, what is stored.
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <thread>
 
 #include <commctrl.h>
@@ -98,41 +97,6 @@ TEST_F(ShellTest, StoredNumbersAreWhateverFitsIntoFourBytes) {
         EXPECT_EQ(read("COM"), expected) << kind;
     }
     ::RegCloseKey(key);
-}
-
-TEST_F(ShellTest, FirstStart) {
-    RunProgram([&] {
-        EXPECT_EQ(TextOf(frame), "Keldrun Version 1.1-20101001       www.brenholt.example");
-        const LRESULT icon = ::SendMessageA(frame, WM_QUERYDRAGICON, 0, 0);
-        EXPECT_NE(icon, 0);
-        for (const WPARAM size : {ICON_BIG, ICON_SMALL}) EXPECT_EQ(::SendMessageA(frame, WM_GETICON, size, 0), icon);
-        EXPECT_EQ(PlaceText(Panel()), "0,0,480,346");
-        ::SetWindowPos(frame, nullptr, 10, 10, 700, 300, SWP_NOZORDER);
-        EXPECT_TRUE(PanelFillsFrame());
-        for (const auto& [command, caption] : {std::pair{IDOK, "Stop"}, {IDCANCEL, "Stop"}, {IDOK, "Start"}}) {
-            ::SendMessageA(frame, WM_COMMAND, static_cast<WPARAM>(command), 0); // Enter and Escape
-            EXPECT_EQ(Text(IDC_START), caption);
-        }
-        EXPECT_TRUE(::IsWindowVisible(frame));
-    });
-    EXPECT_TRUE(Stored("COM") == 1 && Stored("Language") == missing);
-}
-
-// Any window of that title counts, of whatever program, seen or not.
-TEST_F(ShellTest, ASecondCopyTouchesNothing) {
-    const std::string logPath = ProgramFolder() + "Quorvane.log";
-    std::ofstream(logPath) << "of the first copy";
-    for (const DWORD style : {DWORD{WS_OVERLAPPED}, DWORD{WS_VISIBLE}}) {
-        const HWND first = ::CreateWindowA("STATIC", productTitle, style, 0, 0, 9, 9, nullptr, nullptr, nullptr, {});
-        EXPECT_EQ(RunInVain(), "");
-        ::DestroyWindow(first);
-    }
-    std::ifstream log(logPath);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(log), {}), "of the first copy");
-    EXPECT_TRUE(Stored("COM") == missing && !CCommPort::Instance()->IsOpen());
-    WriteRegistryInt("COM", -1);
-    RunProgram([&] { EXPECT_EQ(Text(IDC_PORT), "Open COM"); }); // there is no first copy any more
-    EXPECT_EQ(Stored("COM"), -1) << "no such port";
 }
 
 // Neither a system without the date control nor a library with a spoilt template leaves an empty frame.

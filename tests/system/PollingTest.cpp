@@ -22,6 +22,7 @@ protected:
 TEST_F(Polling, SixCountersAppearAndWireLogAndWindowAgree) {
     const auto now = [] { return CTime::Now().Format("%Y/%m/%d %H:%M:%S"); };
     std::string last = now();
+    std::ofstream(LogPath()) << "left by an earlier run";
     PlayCounters({0, 1, 2, 3, 4, 5});
     StartProgram();
     for (const int key : {VK_ESCAPE, VK_RETURN}) PressKey(key); // polling starts by Enter, and Esc closes nothing

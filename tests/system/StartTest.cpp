@@ -1,6 +1,5 @@
-// How the program starts: on nothing, on stored values of any kind, in a Chinese folder, beside another copy.
+// How the program starts, in a Chinese folder and beside another copy, and how it ends.
 #include <filesystem>
-#include <fstream>
 
 #include "SystemTest.h"
 
@@ -8,34 +7,6 @@ namespace {
 
 namespace files = std::filesystem;
 using Start = SystemTest;
-
-TEST_F(Start, OnStoredValuesOfAnyKind) {
-    const auto number = static_cast<char>(nearNumber);
-    const struct {
-        const char* name;
-        DWORD type;
-        std::string bytes;
-        bool opens;
-    } rows[] = {{"none", REG_DWORD, "", nearNumber == 1},
-                {"COM", REG_BINARY, {number}, true},                          // short, reads as a small number
-                {"COM", REG_BINARY, std::string(8, '\x09'), nearNumber == 1}, // too long, so the default holds
-                {"COM", REG_DWORD, "\xFF\xFF\xFF\xFF", false},
-                {"COM", REG_SZ, {'z', 0}, false}, // reads as the number of no port
-                {"Language", REG_SZ, "Chinese, please", true},
-                {"Language", REG_DWORD, "\xFF\xFF\xFF\xFF", true}};
-    for (const auto& [name, type, bytes, opens] : rows) {
-        SCOPED_TRACE(std::string(name) + " of type " + std::to_string(type));
-        std::ofstream(LogPath()) << "left by an earlier run";
-        if (name != std::string("none")) Store("COM", nearNumber), Store(name, type, bytes);
-        CProgram started;
-        ASSERT_TRUE(started.Start());
-        EXPECT_EQ(started.Text(IDC_PORT), opens ? "Close COM" : "Open COM");
-        EXPECT_EQ(started.Text(IDC_START), "Start");
-        EXPECT_TRUE(files::exists(LogPath()) && LogText().empty());
-        EXPECT_EQ(started.Close(), 0U);
-        EXPECT_TRUE(!opens || Stored("COM") == nearNumber);
-    }
-}
 
 TEST_F(Start, ASecondCopyLeavesTheFirstAlone) {
     PlayCounters({0});
@@ -76,6 +47,26 @@ TEST_F(Start, InAFolderOfChineseLettersWithItsLibraryAndWithNone) {
         EXPECT_EQ(started.Close(), 0U);
     }
     files::remove_all(path(folder));
+}
+
+// However it is asked to, and whatever stands in front of the window: its end is the end of everything.
+TEST_F(Start, ClosedUnderAnyWindowOrMenuTheProgramIsGone) {
+    const std::vector<int> rows[] = {{IDC_CLEAR}, {IDC_CLEAR, IDC_CLEAR}, {IDC_DIRECTION_OUT, IDC_UPDATE},
+                                     {ID_ABOUT},  {ID_COM_SETTING},       {ID_PORT_MENU},
+                                     {}};
+    PlayCounters({0, 1, 2, 3, 4, 5});
+    counters->BringFaults({"refuse *"});
+    for (const std::vector<int>& commands : rows) {
+        for (const UINT message : {WM_CLOSE, WM_ENDSESSION}) {
+            SCOPED_TRACE(testing::PrintToString(commands) + (message == WM_CLOSE ? ", close" : ", end of the session"));
+            StartPolling();
+            for (const int id : commands) id == ID_PORT_MENU ? program.Click(id) : program.PostCommand(id);
+            if (commands.empty()) PressKey(VK_SPACE, VK_MENU); // the system menu
+            EXPECT_TRUE(Await([this] { return program.Box() != nullptr || ShownPopup() != nullptr; }));
+            ::PostMessageA(program.Frame(), message, message == WM_ENDSESSION, 0);
+            EXPECT_EQ(program.AwaitExit(), 0U);
+        }
+    }
 }
 
 } // namespace
