@@ -1,9 +1,6 @@
 # quorvane_product(TARGET): a file that users get. It lands in <build>/bin without its debugging information, of which a
 # system may load every byte into memory; that stays in <build>/symbols, and a debugger finds it by the link in the file.
 function(quorvane_product target)
-    if(QUORVANE_COMPILE_ONLY)
-        return()
-    endif()
     set(symbols ${PROJECT_BINARY_DIR}/symbols/$<TARGET_FILE_NAME:${target}>.debug)
     set_target_properties(${target} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)

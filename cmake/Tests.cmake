@@ -1,10 +1,14 @@
-# The headers that cost most to read, once for all tests of a build: as for the product's own files, and for Windows always.
+# The headers that cost most to read, once for all tests of a build.
 function(quorvane_test_headers)
     file(WRITE ${PROJECT_BINARY_DIR}/test_headers.cpp "")
     add_library(quorvane_test_headers OBJECT ${PROJECT_BINARY_DIR}/test_headers.cpp)
     target_link_libraries(quorvane_test_headers PRIVATE quorvane_options gtest)
     target_compile_options(quorvane_test_headers PRIVATE ${quorvane_test_compile_options})
-    target_precompile_headers(quorvane_test_headers PRIVATE ${quorvane_costly_headers} <gtest/gtest.h>)
+    target_precompile_headers(quorvane_test_headers PRIVATE ${quorvane_costly_headers} <gtest/gtest.h>
+        "$<$<NOT:$<BOOL:${WIN32}>>:<rapidcheck/gtest.h$<ANGLE-R>>")
+    if(NOT WIN32)
+        target_link_libraries(quorvane_test_headers PRIVATE rapidcheck)
+    endif()
 endfunction()
 
 # A Windows test is built anew far more often than it is run, and nobody debugs it: it's the product that is optimised.
@@ -38,12 +42,10 @@ function(quorvane_test name)
     target_link_libraries(${name} PRIVATE quorvane_options gtest_main ${arg_LIBRARIES})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_compile_options(${name} PRIVATE ${quorvane_test_compile_options})
-    if(WIN32 OR QUORVANE_HEADERS_ONCE)
-        if(NOT TARGET quorvane_test_headers)
-            quorvane_test_headers()
-        endif()
-        target_precompile_headers(${name} REUSE_FROM quorvane_test_headers)
+    if(NOT TARGET quorvane_test_headers)
+        quorvane_test_headers()
     endif()
+    target_precompile_headers(${name} REUSE_FROM quorvane_test_headers)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
     set_tests_properties(${name} PROPERTIES
@@ -66,6 +68,10 @@ endfunction()
 # it goes on from; an input that fails is kept beside it.
 function(quorvane_fuzzer name source library)
     add_executable(${name} ${source})
+    if(NOT TARGET fuzzers)
+        add_custom_target(fuzzers)
+    endif()
+    add_dependencies(fuzzers ${name})
     target_link_libraries(${name} PRIVATE ${library})
     target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)

@@ -1,7 +1,6 @@
 // What became of the user's commands, the traffic log and its totals, and the port.
 #include <filesystem>
 #include <fstream>
-#include <regex>
 
 #include "PanelFixture.h"
 #include "framework/ResourceModule.h"
@@ -82,9 +81,12 @@ TEST_F(PanelTest, TheLogHoldsOneRunLineByLine) {
     PumpMessages();
     EXPECT_EQ(Text(IDC_TRANSMITTED_EDIT) + Text(IDC_RECEIVED_EDIT), "02 05 81 86 03 ");
     EXPECT_EQ(Text(IDC_TOTALS_LABEL), "TX:     5    RX:     3");
-    const std::string time = R"(\d{4}/\d\d/\d\d \d\d:\d\d:\d\d: )";
-    const std::regex lines(time + "TX-->02 05 81 86 03 \r\n" + time + "RX-->61 62 63 \r\n" + time + "RX-->\r\n");
-    EXPECT_TRUE(std::regex_match(log(), lines)) << log();
+    const std::string time = "####/##/## ##:##:##: ";
+    const std::string form = time + "TX-->02 05 81 86 03 \r\n" + time + "RX-->61 62 63 \r\n" + time + "RX-->\r\n";
+    std::string found = log();
+    for (std::size_t i = 0; i < std::min(found.size(), form.size()); ++i)
+        if (form[i] == '#' && found[i] >= '0' && found[i] <= '9') found[i] = '#';
+    EXPECT_EQ(found, form);
     panel->SendMessage(WM_COMMAND, ID_OPEN_LOG);
     EXPECT_EQ(opened, L"open " + path.wstring() + L" 5");
 
