@@ -30,10 +30,11 @@ TEST(ReplyMailbox, GivesEachBlockOnceAndNothingForOtherNumbers) {
         const bool arrives = random() % 3 != 0;
         std::uintptr_t sent = 0;
         auto block = random() % 20 == 0 ? nullptr : std::make_unique<ReplyBlock>();
-        if (block) block->address = number;
+        const bool isBlock = block != nullptr;
+        if (isBlock) block->address = number;
         EXPECT_EQ(mailbox.Post(std::move(block),
                                [&](std::uintptr_t wParam) {
-                                   sent = wParam;
+                                   EXPECT_EQ((sent = wParam) != 0, isBlock);
                                    if (wParam != 0) underWay[wParam] = number;
                                    for (auto turns = random() % 3; turns > 0; --turns) takeAny();
                                    return arrives;

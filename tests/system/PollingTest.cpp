@@ -42,7 +42,7 @@ TEST_F(Polling, SixCountersAppearAndWireLogAndWindowAgree) {
     std::istringstream log(LogText());
     std::string received, line;
     for (const std::string& frame : frames) {
-        for (const std::string begin : {": TX-->" + frame, std::string(": RX-->")}) {
+        for (const std::string& begin : {": TX-->" + frame, std::string(": RX-->")}) {
             ASSERT_TRUE(std::getline(log, line) && line.compare(19, begin.size(), begin) == 0) << line;
             ASSERT_TRUE(line.back() == '\r' && last <= line.substr(0, 19)) << line;
             last = line.substr(0, 19);
