@@ -72,16 +72,10 @@ inline HWND ShownPopup() {
 
 // The dialog or message box that this thread shows foremost, other than `frame`; null if there is none.
 inline HWND ShownDialog(HWND frame = nullptr) {
-    struct CSearch {
-        HWND frame, found;
-        static BOOL CALLBACK See(HWND window, LPARAM parameter) {
-            auto& search = *reinterpret_cast<CSearch*>(parameter);
-            if (window == search.frame || ::IsWindowVisible(window) == FALSE || !IsOfClass(window, "#32770"))
-                return TRUE;
-            search.found = window;
-            return FALSE;
-        }
-    } search{frame, nullptr};
-    ::EnumThreadWindows(::GetCurrentThreadId(), &CSearch::See, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    for (HWND window = ::GetTopWindow(nullptr); window != nullptr; window = ::GetWindow(window, GW_HWNDNEXT)) {
+        const bool isOurs = ::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId();
+        if (isOurs && window != frame && ::IsWindowVisible(window) != FALSE && IsOfClass(window, "#32770"))
+            return window;
+    }
+    return nullptr;
 }
