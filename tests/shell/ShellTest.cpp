@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include "StrictControls.h"
 #include "framework/ResourceModule.h"
 #include "framework/WorkerThread.h"
 #include "link/CommandQueue.h"
@@ -19,6 +18,16 @@
 #include "support/Meanwhile.h"
 
 namespace {
+
+// Stands in front of the system's call in this test program: refuses what common controls before version 6 refuse, or
+// everything.
+bool haveNoControls = false;
+
+BOOL WINAPI InitStrictly(const INITCOMMONCONTROLSEX* classes) {
+    constexpr DWORD known = ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_USEREX_CLASSES | ICC_COOL_CLASSES |
+                            ICC_INTERNET_CLASSES | ICC_PAGESCROLLER_CLASS | ICC_NATIVEFNTCTL_CLASS;
+    return !haveNoControls && classes->dwSize == sizeof *classes && (classes->dwICC & ~known) == 0;
+}
 
 constexpr char keyName[] = "SOFTWARE\\BRENHOLT\\QV";
 constexpr std::int32_t missing = -99;
@@ -194,3 +203,12 @@ TEST_F(ShellTest, AWorkerThatHangsIsLeftBehind) {
 }
 
 } // namespace
+
+// The slot through which the program calls the import; the linker takes this one before that of the library.
+extern "C" decltype(&InitStrictly) strictControlsSlot
+#ifdef _WIN64
+    __asm__("__imp_InitCommonControlsEx");
+#else
+    __asm__("__imp__InitCommonControlsEx@4");
+#endif
+decltype(&InitStrictly) strictControlsSlot = &InitStrictly;
