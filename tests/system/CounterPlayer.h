@@ -20,8 +20,6 @@ public:
     // do, too.
     explicit CCounterPlayer(const std::vector<std::uint8_t>& addresses, bool timeStandsStill = false)
         : stands(timeStandsStill), line({.addresses = addresses, .baudRate = 0}, Now()) {}
-    CCounterPlayer(const CCounterPlayer&) = delete;
-    CCounterPlayer& operator=(const CCounterPlayer&) = delete;
     ~CCounterPlayer() {
         stops = true;
         if (thread.joinable()) thread.join();
@@ -70,8 +68,8 @@ public:
         return spoken;
     }
 
-    bool AwaitFrames(std::size_t more) const {
-        return Await([this, wanted = Heard().size() + more] { return Heard().size() >= wanted; });
+    bool AwaitFrames(std::size_t more, const std::string& code = "") const {
+        return Await([&, wanted = Heard(code).size() + more] { return Heard(code).size() >= wanted; });
     }
     // Until nothing has come in for two poll periods.
     bool AwaitSilence() const {

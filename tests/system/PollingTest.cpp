@@ -60,17 +60,17 @@ TEST_F(Polling, SixCountersAppearAndWireLogAndWindowAgree) {
 TEST_F(Polling, OnBadLines) {
     PollAll();
     const std::pair<std::vector<std::string>, std::string> rows[] = {
-        {{"noise=7 0", "twice 1", "echo 2", "garbledate 3", "nodate 4"}, all},
-        {{"torn 1", "checksum 2", "silent 3", "overlong 4", "late=150 5"}, "0"},
-        {{"stranger=9 1", "stranger=255 2", "split=150 3", "torn=1 4", "torn=16 5"}, "0"},
-        {{"silent *"}, ""}};
+        {{"torn 1", "checksum 2", "late=150 5", "noise=7 0", "twice 3", "echo 4"}, "0 3 4"},
+        {{"silent 0", "overlong 3", "stranger=9 4", "garbledate 1", "nodate 5"}, "1 2 5"},
+        {{"stranger=255 1", "split=150 2", "torn=1 5"}, "0 3 4"},
+        {{"torn=16 0", "silent 3", "checksum 4"}, "1 2 5"},
+        {{"silent *"}, ""},
+        {{}, all}};
     for (const auto& [faults, shown] : rows) {
-        SCOPED_TRACE(faults.front());
+        SCOPED_TRACE(testing::PrintToString(faults));
         counters->BringFaults(faults);
-        EXPECT_TRUE(counters->AwaitFrames(8)); // each address at least once
+        EXPECT_TRUE(counters->AwaitFrames(7, "81")); // each address at least once
         ExpectAddressButtons(shown);
-        counters->BringFaults({});
-        ExpectAddressButtons(all);
     }
     for (UINT message = WM_POLL_REPLY; message <= WM_SHOW_COUNTER; ++message) { // another program makes up replies
         for (const WPARAM block : {WPARAM{7}, WPARAM{0x10000}, ~WPARAM{0}})
@@ -91,7 +91,7 @@ TEST_F(Polling, PortRateAndLanguageAreChosen) {
         ::GetWindowRect(popup, &place);
         ClickAt({place.left + 40, place.top + 3 + 22 * row + 11});
     };
-    for (int i = 1; i <= 6; ++i) {
+    for (int i = 1; i <= 2; ++i) {
         const auto number = static_cast<DWORD>(std::stoul(ports[i % 2].substr(3)));
         const HWND root = program.OpenMenu(ID_PORT_MENU);
         pressRow(root, 0);

@@ -80,6 +80,14 @@ inline void PressKey(int key, WORD held = 0) {
     if (held != 0) send(held, KEYEVENTF_KEYUP);
 }
 
+// What the thread of a window tells of its mouse and keyboard.
+inline GUITHREADINFO InputOf(HWND window) {
+    GUITHREADINFO input{};
+    input.cbSize = sizeof input;
+    ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &input);
+    return input;
+}
+
 class CProgram {
 public:
     static constexpr char title[] = "Keldrun Version 1.1-20101001       www.brenholt.example";
@@ -162,10 +170,7 @@ public:
                 [&] {
                     PointAt({middle.x - step, middle.y});
                     step = 1 - step;
-                    GUITHREADINFO input{};
-                    input.cbSize = sizeof input;
-                    ::GetGUIThreadInfo(::GetWindowThreadProcessId(control, nullptr), &input);
-                    return input.hwndCapture == control;
+                    return InputOf(control).hwndCapture == control;
                 },
                 1s);
         }
@@ -176,13 +181,11 @@ public:
         Click(id);
         // All of it is selected once the click has come; a busy system may miss Shift behind a key.
         EXPECT_TRUE(Await([edit = Control(id)] {
-            GUITHREADINFO input{};
-            input.cbSize = sizeof input;
-            ::GetGUIThreadInfo(::GetWindowThreadProcessId(edit, nullptr), &input);
+            const bool isClicked = InputOf(edit).hwndFocus == edit;
             ::SendMessageA(edit, EM_SETSEL, 0, -1);
             const LRESULT all = ::SendMessageA(edit, EM_GETSEL, 0, 0);
             std::this_thread::sleep_for(100ms);
-            return input.hwndFocus == edit && ::SendMessageA(edit, EM_GETSEL, 0, 0) == all;
+            return isClicked && ::SendMessageA(edit, EM_GETSEL, 0, 0) == all;
         }));
         for (const char digit : digits) PressKey(digit);
     }

@@ -51,21 +51,25 @@ TEST_F(Start, InAFolderOfChineseLettersWithItsLibraryAndWithNone) {
 
 // However it is asked to, and whatever stands in front of the window: its end is the end of everything.
 TEST_F(Start, ClosedUnderAnyWindowOrMenuTheProgramIsGone) {
-    const std::vector<int> rows[] = {{IDC_CLEAR}, {IDC_CLEAR, IDC_CLEAR}, {IDC_DIRECTION_OUT, IDC_UPDATE},
-                                     {ID_ABOUT},  {ID_COM_SETTING},       {ID_PORT_MENU},
-                                     {}};
+    const std::pair<UINT, std::vector<int>> rows[] = {{WM_CLOSE, {IDC_CLEAR, IDC_CLEAR}},
+                                                      {WM_ENDSESSION, {IDC_CLEAR}},
+                                                      {WM_CLOSE, {IDC_DIRECTION_OUT, IDC_UPDATE}},
+                                                      {WM_ENDSESSION, {ID_ABOUT}},
+                                                      {WM_CLOSE, {ID_COM_SETTING}},
+                                                      {WM_CLOSE, {ID_PORT_MENU}},
+                                                      {WM_ENDSESSION, {ID_PORT_MENU}},
+                                                      {WM_CLOSE, {}},
+                                                      {WM_ENDSESSION, {}}};
     PlayCounters({0, 1, 2, 3, 4, 5});
     counters->BringFaults({"refuse *"});
-    for (const std::vector<int>& commands : rows) {
-        for (const UINT message : {WM_CLOSE, WM_ENDSESSION}) {
-            SCOPED_TRACE(testing::PrintToString(commands) + (message == WM_CLOSE ? ", close" : ", end of the session"));
-            StartPolling();
-            for (const int id : commands) id == ID_PORT_MENU ? program.Click(id) : program.PostCommand(id);
-            if (commands.empty()) PressKey(VK_SPACE, VK_MENU); // the system menu
-            EXPECT_TRUE(Await([this] { return program.Box() != nullptr || ShownPopup() != nullptr; }));
-            ::PostMessageA(program.Frame(), message, message == WM_ENDSESSION, 0);
-            EXPECT_EQ(program.AwaitExit(), 0U);
-        }
+    for (const auto& [message, commands] : rows) {
+        SCOPED_TRACE(testing::PrintToString(commands) + (message == WM_CLOSE ? ", close" : ", end of the session"));
+        StartPolling();
+        for (const int id : commands) id == ID_PORT_MENU ? program.Click(id) : program.PostCommand(id);
+        if (commands.empty()) PressKey(VK_SPACE, VK_MENU); // the system menu
+        EXPECT_TRUE(Await([this] { return program.Box() != nullptr || ShownPopup() != nullptr; }));
+        ::PostMessageA(program.Frame(), message, message == WM_ENDSESSION, 0);
+        EXPECT_EQ(program.AwaitExit(), 0U);
     }
 }
 

@@ -4,19 +4,10 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
-#include <optional>
 #include <stdexcept>
-#include <string>
-#include <vector>
-
-#include <gtest/gtest.h>
 
 #include "CounterPlayer.h"
-#include "Program.h"
-#include "resources/ResourceIds.h"
-#include "support/Hex.h"
 #include "support/Ports.h"
 
 #include <shlwapi.h>
