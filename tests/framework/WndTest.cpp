@@ -110,4 +110,12 @@ TEST_F(Window, FollowsTheModelThroughRandomOperations) {
     EXPECT_EQ(CWnd::FromHandle(nullptr), nullptr);
 }
 
+TEST_F(Window, AStyleIsTakenAtOnceAndAnUnknownClassMakesNone) {
+    const LONG height = parent.GetClientRect().Height();
+    parent.ModifyStyle(WS_CAPTION, 0, SWP_FRAMECHANGED);
+    EXPECT_GT(parent.GetClientRect().Height(), height);
+    CWnd none;
+    EXPECT_FALSE(none.Create("no such class", "", WS_POPUP, {0, 0, 9, 9}, nullptr, 0));
+}
+
 } // namespace
