@@ -6,7 +6,6 @@
 root=$PWD
 scratch=$(mktemp -d "${TMPDIR:-/tmp}/quorvane.XXXXXX")
 started=() # process groups that this script began and that may still be there
-politely=() # how to start what is to leave others the processor
 
 say() { printf '%s\n' "$*"; }
 
@@ -41,7 +40,7 @@ begin() {
     local log=$1
     shift
     set -m
-    setpriv --pdeathsig KILL "${politely[@]}" "$@" </dev/null >"$log" 2>&1 9>&- &
+    setpriv --pdeathsig KILL "$@" </dev/null >"$log" 2>&1 9>&- &
     begun=$!
     set +m
     started+=("$begun")
@@ -52,7 +51,7 @@ begin() {
 attend() {
     local group status=0
     set -m
-    "${politely[@]}" "$@" </dev/null 9>&- &
+    "$@" </dev/null 9>&- &
     group=$!
     set +m
     started+=("$group")

@@ -144,6 +144,7 @@ public:
         ::PostMessageA(frame, WM_CLOSE, 0, 0);
         return AwaitExit();
     }
+    bool HasStarted() const { return process != nullptr; }
     bool IsRunning() const { return process != nullptr && !AwaitExit(0ms); }
 
     HWND Frame() const { return frame; } // known once Start has found it

@@ -29,7 +29,7 @@ protected:
     }
     // The program has to end when its window is closed
     void TearDown() override {
-        EXPECT_TRUE(!program.IsRunning() || program.Close() == 0U) << "closing the window doesn't end the program";
+        EXPECT_TRUE(!program.HasStarted() || program.Close() == 0U) << "closing the window doesn't end the program";
         ::SHDeleteKeyA(HKEY_CURRENT_USER, keyName);
         std::filesystem::remove_all(LogPath());
     }
