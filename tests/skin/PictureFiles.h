@@ -63,6 +63,18 @@ inline FileBytes MakeGifFile() {
                    "2c 00 00 00 00 02 00 01 00 00 02 02 44 0a 00 3b");
 }
 
+// 8 x 8 pixels of the middle grey.
+inline FileBytes MakeJpegFile() {
+    FileBytes bytes = BytesOf("ff d8 ff db 00 43 00"),
+              rest = BytesOf("ff c0 00 0b 08 00 08 00 08 01 01 11 00 "
+                             "ff c4 00 14 00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 "
+                             "ff c4 00 14 10 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 "
+                             "ff da 00 08 01 01 00 00 3f 00 3f ff d9");
+    bytes.resize(bytes.size() + 64, 1);
+    bytes.insert(bytes.end(), rest.begin(), rest.end());
+    return bytes;
+}
+
 // One image of an icon, 16 x 16: the lower half red 10, green 200, blue 255, the upper transparent.
 inline FileBytes MakePngFile() {
     return BytesOf("89 50 4e 47 0d 0a 1a 0a 00 00 00 0d 49 48 44 52 00 00 00 10 00 00 00 10 08 06 00 00 00 1f f3 ff 61 "

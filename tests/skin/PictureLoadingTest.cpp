@@ -32,6 +32,8 @@ TEST(PictureLoading, EachFormGivesItsPixels) {
         const std::vector<COLORREF> expected{RGB(255, 0, 0), color == back ? back : 0};
         EXPECT_EQ(PixelsOf(Load("two.gif", MakeGifFile(), color)), expected);
     }
+    const std::vector<COLORREF> gray(64, RGB(128, 128, 128));
+    EXPECT_EQ(PixelsOf(Load("gray.jpg", MakeJpegFile())), gray);
     std::vector<COLORREF> half(128, back);
     half.resize(256, RGB(10, 200, 255));
     for (const FileBytes& icon :
@@ -39,22 +41,24 @@ TEST(PictureLoading, EachFormGivesItsPixels) {
         EXPECT_EQ(PixelsOf(Load("half.ico", icon, back)), half) << icon.size();
 }
 
+TEST(PictureLoading, AResourceFillsOnlyAnEmptyBitmap) {
+    CSkinBitmap picture;
+    for (const auto& [id, loads] : {std::pair(403, false), {402, true}, {402, false}}) {
+        EXPECT_EQ(picture.LoadFromResource(static_cast<std::uint16_t>(id), "PICTURE", nullptr, 0x010203), loads);
+        EXPECT_EQ(picture.IsEmpty(), id == 403);
+    }
+    EXPECT_EQ(PixelsOf(picture), (std::vector<COLORREF>{0x0000FF, 0x010203}));
+}
+
 TEST(PictureLoading, WhatCantBeReadLeavesNothingOfTheFormerPicture) {
     FileBytes many = MakeBitmapFile(24, 5, 5), largeGif = MakeGifFile();
     Write(many, 18, 8, 0x00007FFF00007FFF);
     largeGif.resize(64 * 1024 * 1024 + 1);
-    for (const char* const name : {"empty.bmp", "empty.gif", "empty.ico"}) EXPECT_TRUE(Load(name, {}).IsEmpty());
-    for (const char* const name : {"gif.bmp", "gif.ico", "gif.png"})
-        EXPECT_TRUE(Load(name, MakeGifFile()).IsEmpty()) << name;
-    EXPECT_TRUE(Load("many.bmp", many).IsEmpty());
-    EXPECT_TRUE(Load("large.gif", largeGif).IsEmpty());
-    std::string tooLong(5000, 'x');
-    tooLong += ".bmp";
-    for (const char* const name : {"none.bmp", "none.gif", ".", tooLong.c_str()}) {
-        CSkinBitmap picture = MakePicture({"ab"});
-        EXPECT_FALSE(picture.LoadFromFile(name, 0)) << name;
-        EXPECT_TRUE(picture.IsEmpty()) << name;
-    }
+    const std::pair<const char*, FileBytes> rows[] = {
+        {"empty.bmp", {}},          {"empty.gif", {}},          {"empty.ico", {}},  {"gif.bmp", MakeGifFile()},
+        {"gif.ico", MakeGifFile()}, {"gif.png", MakeGifFile()}, {"many.bmp", many}, {"large.gif", largeGif},
+        {"no folder/none.bmp", {}}, {"no folder/none.gif", {}}};
+    for (const auto& [name, bytes] : rows) EXPECT_TRUE(Load(name, bytes).IsEmpty()) << name;
 }
 
 // Broken at random or whole, each file gives a picture that can be used or none, and costs no handle.
