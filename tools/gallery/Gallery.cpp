@@ -34,7 +34,9 @@ private:
 
 } // namespace
 
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR commandLine, int) {
-    CGalleryApp app(ChooseThemeFolder(commandLine));
+// Name and type of the command line are those of the platform's declaration.
+// NOLINTNEXTLINE(readability-non-const-parameter)
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR lpCmdLine, int) {
+    CGalleryApp app(ChooseThemeFolder(lpCmdLine));
     return app.Run();
 }
