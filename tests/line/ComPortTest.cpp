@@ -33,7 +33,7 @@ TEST(ComPort, TheProgramPlaysCounters) {
             said += part;
         return said.find(text) != std::string::npos;
     };
-    say("COM999\n" + TestPort('B') + "\n");
+    say("COM999\r\n" + TestPort('B') + "\n");
     ASSERT_TRUE(hears("\"COM999\" is no port from COM1 to COM256") && hears("line at " + TestPort('B'))) << said;
     CComPort program(4800);
     program.Choose(TestPort('A'));

@@ -13,6 +13,7 @@ public:
         std::vector<std::string> lines;
         for (const char character : piece) {
             if (character == '\n') {
+                if (unfinished.ends_with('\r')) unfinished.pop_back(); // a console ends its lines with both
                 lines.push_back(std::exchange(unfinished, {}));
             } else if (unfinished.size() < longestLine) {
                 unfinished += character;
