@@ -1,10 +1,11 @@
-// The message box in its skin.
+// The message box in its skin, and where the links of About lead.
 #include <functional>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "resources/ResourceIds.h"
+#include "shell/AboutDlg.h"
 #include "shell/MessageDlg.h"
 #include "shell/ProductStrings.h"
 #include "shell/ShowMessage.h"
@@ -61,6 +62,18 @@ TEST(MessageDlg, GrowsWithItsTextAndTellsHowItWasLeft) {
         Visit([&] { EXPECT_EQ(ShowMessage(message.text, caption, style), 0); }, leave, look);
     }
     ExpectNoGdiObjectLost(20, [] { Visit([] { ShowMessage("A message.", {}, 0); }, IDOK, [](HWND) {}); });
+}
+
+TEST(AboutDlg, ItsLinksLeadToTheMaker) {
+    CAboutDlg about;
+    Visit([&] { about.DoModal(); }, IDOK,
+          [](HWND dialog) {
+              for (const auto& [id, target] : {std::pair{IDC_ABOUT_WEB_LINK, std::string(productWeb)},
+                                               {IDC_ABOUT_MAIL_LINK, std::string("mailto:") + productMail}}) {
+                  auto* const link = dynamic_cast<CLinkStatic*>(CWnd::FromHandlePermanent(FindControl(dialog, id)));
+                  EXPECT_TRUE(link != nullptr && link->GetTarget() == target) << target;
+              }
+          });
 }
 
 } // namespace
