@@ -51,6 +51,9 @@ function(quorvane_test name)
     set_tests_properties(${name} PROPERTIES
         LABELS "${arg_LABELS}" TIMEOUT 300
         ENVIRONMENT "GTEST_OUTPUT=xml:${PROJECT_BINARY_DIR}/results/${name}.xml")
+    if("looks" IN_LIST arg_LABELS)
+        add_dependencies(${name} approved_looks)
+    endif()
     if(WIN32)
         set(fixture prefix)
         if("ports" IN_LIST arg_LABELS OR "system" IN_LIST arg_LABELS)

@@ -15,12 +15,11 @@ fi
 source scripts/common.sh
 lock_tree
 install_packages
-tests=(looks_test menu_drawing_test controls_test)
-build x64 "${tests[@]}" || die "the build failed"
+build x64 || die "the build failed"
 taken=$root/build/x64/approved
 mkdir -p "$taken"
 rm -f "$taken"/*.ppm
-QUORVANE_LOOKS_APPROVE=Z:$taken ctest --preset x64 -R "^($(IFS='|'; say "${tests[*]}"))\$" || die "not all pictures were taken"
+QUORVANE_LOOKS_APPROVE=Z:$taken ctest --preset x64 -L looks || die "not all pictures were taken"
 rm -f docs/pictures/*.png tests/pictures/*.png
 for picture in "$taken"/*.ppm; do
     name=$(basename "$picture" .ppm) folder=docs/pictures
