@@ -1,10 +1,11 @@
-// What the rest stands on: local time and formatted text.
+// What the rest stands on: local time, formatted text, and the archive.
 #include <array>
 #include <cstdlib>
 #include <limits>
 
 #include <gtest/gtest.h>
 
+#include "framework/Archive.h"
 #include "framework/Text.h"
 #include "framework/Time.h"
 
@@ -44,6 +45,24 @@ TEST(Text, HasAnyLengthButTimesTakeUpTo255Bytes) {
     EXPECT_EQ(time.Format("%Y/%m/%d %H:%M:%S"), "2010/10/01 09:05:07");
     EXPECT_EQ(time.Format(std::string(251, '.').append("%Y").c_str()).size(), 255U);
     EXPECT_EQ(time.Format(std::string(252, '.').append("%Y").c_str()), "");
+}
+
+TEST(Archive, ACountBeyondAWordFollowsAMark) {
+    for (const auto& [count, words] : {std::pair(0xFFFEU, std::vector<unsigned>{0xFFFE}),
+                                       {0xFFFFU, {0xFFFF, 0xFFFF, 0}},
+                                       {0x1234'5678U, {0xFFFF, 0x5678, 0x1234}}}) {
+        CArchive storing;
+        storing.WriteCount(count);
+        const std::vector<std::byte>& stored = storing.GetStored();
+        ASSERT_EQ(stored.size(), 2 * words.size());
+        for (std::size_t i = 0; i < stored.size(); ++i)
+            EXPECT_EQ(std::to_integer<unsigned>(stored[i]), words[i / 2] >> 8 * (i % 2) & 0xFF) << count;
+        CArchive whole(stored), cut({stored.data(), stored.size() - 1});
+        EXPECT_TRUE(storing.IsStoring() && !whole.IsStoring());
+        EXPECT_EQ(whole.ReadCount(), count);
+        EXPECT_EQ(cut.ReadCount(), std::nullopt);
+        EXPECT_EQ(cut.GetRest(), stored.size() - 1);
+    }
 }
 
 #ifndef _WIN32

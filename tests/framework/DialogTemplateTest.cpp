@@ -3,6 +3,7 @@
 #include "framework/DialogTemplate.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <gtest/gtest.h>
 
@@ -113,6 +114,18 @@ RC_GTEST_PROP(DialogTemplate, IsReadBackWholeAndRefusedAtEveryCut, ()) {
     const auto read = ReadDialogLayout(bytes);
     bytes.insert(bytes.end(), 3, std::byte{0xFF});
     RC_ASSERT(!read || Reads(bytes, *read));
+}
+
+RC_GTEST_PROP(DialogUnits, AreRoundedAwayFromZero, (std::int16_t units)) {
+    const int base = *rc::gen::inRange(1, 40), perBase = *rc::gen::element(4, 8);
+    RC_ASSERT(ToPixels(units, base, perBase) == std::lround(1.0 * units * base / perBase));
+    const bool isSystem = *rc::gen::arbitrary<bool>();
+    const int size = *rc::gen::element(8, 10);
+    std::optional<BaseUnits> known;
+    if (isSystem && size == 10) known = BaseUnits{8, 16};
+    if (!isSystem && size == 8) known = BaseUnits{6, 13};
+    RC_ASSERT(BaseUnitsOf({size, 0, false, 1, isSystem ? u"System" : u"MS Sans Serif"}) == known);
+    RC_ASSERT(!BaseUnitsOf({size, 0, false, 1, u"MS Shell Dlg"}));
 }
 
 // Behind the entries comes the end mark, or an entry that claims more than there is.

@@ -218,16 +218,20 @@ RC_GTEST_PROP(StripLayout, SlotsAndButtonsLieSideBySide, (const std::vector<std:
 // Any four edges come back; what is cut off anywhere is refused, with nothing taken.
 RC_GTEST_PROP(StripLayout, StoredRectanglesComeBackWhole, (const std::vector<std::array<std::int32_t, 4>>& edges)) {
     std::vector<Box> boxes;
-    CArchive plain, storing;
-    plain.WriteCount(static_cast<std::uint32_t>(edges.size()));
+    std::vector<std::byte> plain;
+    const auto put = [&](std::uint32_t value, int bytes) {
+        for (; bytes > 0; --bytes, value >>= 8) plain.push_back(static_cast<std::byte>(value & 0xFF));
+    };
+    put(static_cast<std::uint32_t>(edges.size()), 2);
     for (const auto& each : edges) {
         std::array<std::uint32_t, 4> all{};
         std::copy(each.begin(), each.end(), all.begin());
         boxes.push_back({each[0], each[1], static_cast<int>(all[2] - all[0]), static_cast<int>(all[3] - all[1])});
-        for (const std::uint32_t edge : all) plain.WriteDword(edge);
+        for (const std::uint32_t edge : all) put(edge, 4);
     }
+    CArchive storing;
     StoreBoxes(storing, boxes);
-    RC_ASSERT(storing.GetStored() == plain.GetStored());
+    RC_ASSERT(storing.GetStored() == plain);
     const std::span all(storing.GetStored());
     CArchive whole(all), cut(all.first(static_cast<std::size_t>(Among(0, static_cast<int>(all.size())))));
     const std::size_t rest = cut.GetRest();
