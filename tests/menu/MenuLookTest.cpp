@@ -37,28 +37,14 @@ TEST(MenuColors, Blends) {
 }
 
 TEST(WindowsVersion, FamilyMajorAndMinorVersionGiveTheCode) {
-    constexpr std::uint32_t nt = 0, other = 0x8000'0000;
-    struct Row {
-        std::uint32_t family, major, minor;
-        int code;
-    };
-    for (const auto& [family, major, minor, code] : {Row{other, 3, 10, 0},
-                                                     {nt, 3, 51, 1},
-                                                     {other, 4, 0, 2},
-                                                     {other, 4, 10, 3},
-                                                     {other, 4, 90, 4},
-                                                     {nt, 4, 0, 5},
-                                                     {nt, 5, 0, 6},
-                                                     {nt, 5, 1, 7},
-                                                     {nt, 5, 2, 1},
-                                                     {nt, 6, 0, 1},
-                                                     {nt, 6, 1, 1},
-                                                     {nt, 10, 0, 1},
-                                                     {other, 5, 10, 2},
-                                                     {other, 5, 90, 2}})
+    constexpr std::uint32_t nt = 0, other = 0x8000'0000,
+                            codes[][4] = {{other, 3, 10, 0}, {nt, 3, 51, 1}, {other, 4, 0, 2},  {other, 4, 10, 3},
+                                          {other, 4, 90, 4}, {nt, 4, 0, 5},  {nt, 5, 0, 6},     {nt, 5, 1, 7},
+                                          {nt, 5, 2, 1},     {nt, 6, 1, 1},  {other, 5, 10, 2}, {other, 5, 90, 2}};
+    for (const auto& [family, major, minor, code] : codes)
         EXPECT_EQ(WindowsVersionCode(family | major, SystemVersion{major, minor}), code) << major << '.' << minor;
-    EXPECT_EQ(WindowsVersionCode(nt | 5, std::nullopt), 1);
-    EXPECT_EQ(WindowsVersionCode(other | 4, std::nullopt), 2);
+    EXPECT_EQ(WindowsVersionCode(5, std::nullopt), OtherNt);
+    EXPECT_EQ(WindowsVersionCode(other | 4, std::nullopt), Windows95);
 }
 
 MenuRect Sized(int left, int top, int width, int height) {
