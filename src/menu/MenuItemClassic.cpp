@@ -1,5 +1,5 @@
 // The classic look: flat in the system's menu colour, with a raised or sunken frame round an item's image.
-#include "menu/MenuColors.h"
+#include "pictures/ColorMath.h"
 #include "menu/MenuItemPainter.h"
 #include "menu/OwnerDrawMenu.h"
 

@@ -1,5 +1,5 @@
 // The modern look: a column down the left edge, a window-coloured body, a framed selection bar in a pale highlight.
-#include "menu/MenuColors.h"
+#include "pictures/ColorMath.h"
 #include "menu/MenuFont.h"
 #include "menu/MenuItemPainter.h"
 #include "menu/MenuMemDC.h"

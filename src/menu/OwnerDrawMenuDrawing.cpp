@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "menu/MenuColors.h"
+#include "pictures/ColorMath.h"
 #include "menu/MenuFont.h"
 #include "menu/MenuItemPainter.h"
 #include "menu/MenuLayout.h"

@@ -1,5 +1,5 @@
 // Disabled images: the dark parts as a shadow-coloured shape with a light copy one pixel down and to the right.
-#include "framework/Embossing.h"
+#include "pictures/Embossing.h"
 #include "menu/OwnerDrawMenu.h"
 
 namespace {

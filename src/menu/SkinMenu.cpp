@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "framework/Dc.h"
-#include "menu/MenuColors.h"
+#include "pictures/ColorMath.h"
 #include "menu/MenuFont.h"
 
 namespace {

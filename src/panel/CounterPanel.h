@@ -27,7 +27,7 @@
 #include "skin/NamedControl.h"
 #include "skin/SegmentDisplay.h"
 #include "skin/SkinBar.h"
-#include "skin/SkinPicture.h"
+#include "pictures/SkinPicture.h"
 #include "skin/SkinButton.h"
 #include "skin/SkinStatic.h"
 

@@ -4,9 +4,9 @@
 #include "framework/ResourceModule.h"
 #include "resources/ResourceIds.h"
 #include "serial/CommPort.h"
-#include "shell/AboutDlg.h"
-#include "shell/ShowMessage.h"
-#include "shell/StoredValues.h"
+#include "dialogs/AboutDlg.h"
+#include "dialogs/ShowMessage.h"
+#include "dialogs/StoredValues.h"
 
 void CCounterPanel::OnAddressButton(UINT id) {
     // A rebuild leaves marks where they were, so several may be set, the clicked one too, which the click took away.

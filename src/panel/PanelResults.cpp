@@ -6,7 +6,7 @@
 #include "framework/Text.h"
 #include "link/CounterFrame.h"
 #include "resources/ResourceIds.h"
-#include "shell/ShowMessage.h"
+#include "dialogs/ShowMessage.h"
 
 namespace {
 

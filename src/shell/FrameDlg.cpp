@@ -8,13 +8,13 @@
 #include "link/CommandQueue.h"
 #include "panel/CounterPanel.h"
 #include "resources/ResourceIds.h"
-#include "serial/ComSettingDlg.h"
+#include "dialogs/ComSettingDlg.h"
 #include "serial/CommPort.h"
 #include "serial/PortSelection.h"
-#include "shell/AboutDlg.h"
-#include "shell/ProductStrings.h"
+#include "dialogs/AboutDlg.h"
+#include "dialogs/ProductStrings.h"
 #include "shell/StopCommands.h"
-#include "shell/StoredValues.h"
+#include "dialogs/StoredValues.h"
 
 namespace {
 

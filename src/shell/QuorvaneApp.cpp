@@ -6,7 +6,7 @@
 #include "link/CommandQueue.h"
 #include "shell/FrameDlg.h"
 #include "shell/StopCommands.h"
-#include "shell/StoredValues.h"
+#include "dialogs/StoredValues.h"
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include <shellapi.h>
 
 #include "framework/ResourceModule.h"
+#include "pictures/ColorMath.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "skin/IconImages.h"
 
 #include "framework/Dc.h"
-#include "skin/IconLayout.h"
+#include "pictures/ColorMath.h"
 
 namespace {
 

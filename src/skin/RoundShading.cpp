@@ -1,7 +1,8 @@
 #include "skin/RoundShading.h"
 
 #include <cmath>
-#include <initializer_list>
+
+#include "pictures/ColorMath.h"
 
 namespace {
 
@@ -50,12 +51,5 @@ std::uint32_t AngleColor(double angle, std::uint32_t light, std::uint32_t dark) 
     } else if (turn > angleLimit) {
         turn = anglePeriod - turn;
     }
-    const double weight = (std::cos(turn) + 1) * 0.5;
-    std::uint32_t color = 0;
-    for (const unsigned shift : {0U, 8U, 16U}) {
-        const auto channel = [shift](std::uint32_t from) { return static_cast<double>(from >> shift & 0xFFU); };
-        const double mixed = channel(light) * weight + channel(dark) * (1 - weight);
-        color |= (static_cast<std::uint32_t>(mixed) & 0xFFU) << shift;
-    }
-    return color;
+    return SharedColor(light, dark, (std::cos(turn) + 1) * 0.5);
 }

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "skin/Geometry.h"
+#include "framework/Geometry.h"
 
 // Worked out once from the height of the display in pixels.
 struct SegmentMetrics {

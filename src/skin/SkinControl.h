@@ -14,7 +14,7 @@
 
 #include "framework/Controls.h"
 #include "framework/Dc.h"
-#include "skin/SkinPicture.h"
+#include "pictures/SkinPicture.h"
 
 // Made for CButton and CStatic.
 template <class Control>

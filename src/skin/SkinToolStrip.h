@@ -10,7 +10,7 @@
 
 #include "framework/Archive.h"
 #include "skin/ButtonRow.h"
-#include "skin/Geometry.h"
+#include "framework/Geometry.h"
 #include "skin/SkinStatic.h"
 
 class CSkinToolStrip : public CSkinStatic {

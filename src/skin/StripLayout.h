@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "framework/Archive.h"
-#include "skin/Geometry.h"
+#include "framework/Geometry.h"
 
 // The four slots of a selector take clicks as far down as this, whatever the height of its picture.
 inline constexpr int selectorLimit = 176;

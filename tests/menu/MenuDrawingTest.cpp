@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "MenuTestIds.h"
-#include "menu/MenuColors.h"
+#include "pictures/ColorMath.h"
 #include "menu/MenuFont.h"
 #include "menu/MenuLayout.h"
 #include "menu/MenuToolBar.h"

@@ -1,10 +1,8 @@
 // What is computed of an item's look without a device context: against plain formulas over whole ranges.
 #include <algorithm>
-#include <limits>
 
 #include <gtest/gtest.h>
 
-#include "menu/MenuColors.h"
 #include "menu/MenuItemLook.h"
 #include "menu/MenuLayout.h"
 #include "menu/ResourceBitmap.h"
@@ -12,29 +10,6 @@
 #include "support/Seed.h"
 
 namespace {
-
-TEST(MenuColors, Blends) {
-    const auto each = [](std::uint32_t color, auto change) {
-        return change(color & 0xFF, 0U) | change(color >> 8 & 0xFF, 8U) << 8 | change(color >> 16, 16U) << 16;
-    };
-    for (std::uint32_t from = 0; from < 256; ++from) {
-        const std::uint32_t color = from | from * 7 % 256 << 8 | (255 - from) << 16, other = color * 5 & 0xFFFFFF;
-        for (const double factor :
-             {0.25, 0.3, 0.7, 0.85, 1.0, 0.0, 1.0001, -0.1, std::numeric_limits<double>::quiet_NaN()}) {
-            const double part = factor > 0 && factor <= 1 ? factor : 0;
-            const auto white = [&](unsigned c, unsigned) { return static_cast<unsigned>((255 - c) * part + c); };
-            const auto black = [&](unsigned c, unsigned) { return static_cast<unsigned>(c - c * part); };
-            ASSERT_EQ(BlendedTowardWhite(color, factor), each(color, white)) << color << ' ' << factor;
-            ASSERT_EQ(BlendedTowardBlack(color, factor), each(color, black)) << color << ' ' << factor;
-        }
-        for (unsigned weight = 0; weight < 256; weight += 5) {
-            const auto mix = [&](unsigned c, unsigned at) {
-                return (c * (255 - weight) + (other >> at & 0xFF) * weight) / 255;
-            };
-            ASSERT_EQ(MixedColor(color, other, static_cast<std::uint8_t>(weight)), each(color, mix)) << weight;
-        }
-    }
-}
 
 TEST(WindowsVersion, FamilyMajorAndMinorVersionGiveTheCode) {
     constexpr std::uint32_t nt = 0, other = 0x8000'0000,

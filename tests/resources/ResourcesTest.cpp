@@ -11,9 +11,9 @@
 #include "framework/Text.h"
 #include "panel/ResultText.h"
 #include "resources/ResourceIds.h"
-#include "serial/ComSettingDlg.h"
-#include "shell/AboutDlg.h"
-#include "shell/MessageDlg.h"
+#include "dialogs/ComSettingDlg.h"
+#include "dialogs/AboutDlg.h"
+#include "dialogs/MessageDlg.h"
 #include "support/Meanwhile.h"
 
 namespace {

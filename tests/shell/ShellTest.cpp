@@ -13,7 +13,7 @@
 #include "resources/ResourceIds.h"
 #include "serial/CommPort.h"
 #include "shell/QuorvaneApp.h"
-#include "shell/StoredValues.h"
+#include "dialogs/StoredValues.h"
 #include "support/Boxes.h"
 #include "support/Meanwhile.h"
 

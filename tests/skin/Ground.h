@@ -13,7 +13,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Pictures.h"
+#include "pictures/Pictures.h"
 #include "framework/Wnd.h"
 #include "support/Windows.h"
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "shell/ProductStrings.h"
+#include "dialogs/ProductStrings.h"
 #include "Windows.h"
 
 // Looks by a timer, which runs in whatever message loop the thread is in, that of a box too. `frame` is no box.

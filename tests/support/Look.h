@@ -1,4 +1,4 @@
-// What a person has approved: the pictures of docs/pictures and tests/pictures. Each build has them as PPM files in the
+// What a person has approved: the pictures of docs/pictures and tests/looks. Each build has them as PPM files in the
 // folder tests/looks, from which its tests run. With QUORVANE_LOOKS_APPROVE the looks are written to that folder
 // instead: see scripts/pictures.sh.
 #pragma once

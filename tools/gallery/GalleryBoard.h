@@ -11,7 +11,7 @@
 
 #include "framework/Controls.h"
 #include "framework/Gdi.h"
-#include "skin/SkinBitmap.h"
+#include "pictures/SkinBitmap.h"
 #include "skin/SkinControl.h"
 
 // Where the two columns of groups begin, in pixels of the board.

@@ -5,7 +5,7 @@
 #include <windows.h>
 
 #include "framework/ResourceModule.h"
-#include "skin/SkinBitmap.h"
+#include "pictures/SkinBitmap.h"
 
 namespace {
 

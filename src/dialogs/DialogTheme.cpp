@@ -1,0 +1,13 @@
+#include "dialogs/DialogTheme.h"
+
+#include "skin/SkinStatic.h"
+
+std::string DialogThemeFile(const char* name) {
+    return std::string("Themes\\DefaultTheme\\") + name;
+}
+
+void DressDialogPanel(CSkinStatic& panel) {
+    panel.SetBitmapFile(DialogThemeFile("DialogPanel.bmp"));
+    panel.cornerWidth = 20;
+    panel.cornerHeight = 10;
+}

@@ -1,0 +1,95 @@
+#include "dialogs/MessageDlg.h"
+
+#include "framework/DataExchange.h"
+#include "framework/ResourceModule.h"
+#include "resources/ResourceIds.h"
+#include "dialogs/DialogTheme.h"
+#include "dialogs/ProductStrings.h"
+
+namespace {
+
+constexpr COLORREF captionColor = 0xFF0000; // blue
+
+// Two columns of pixels for each half of a byte's width, and room around; in bytes, whatever the text is written in.
+int WidthFor(const std::string& text) {
+    return (static_cast<int>(text.size()) * 3 + 75) * 2;
+}
+
+int OkButtonLeft(int style, int windowWidth) {
+    switch (style) {
+    case 0:
+        return windowWidth / 2 - 30;
+    case 1:
+        return windowWidth / 2 - 80;
+    default:
+        return 40;
+    }
+}
+
+void PlaceButton(CSkinButton& button, const CWnd& parent, int left, const std::string& text) {
+    button.SetBitmapFile(DialogThemeFile("XButton.bmp"));
+    button.SetParent(parent);
+    button.SetWindowPos(nullptr, left, 40, 74, 22, 0);
+    button.SetCaption(text, 5, captionColor);
+}
+
+} // namespace
+
+CMessageDlg::CMessageDlg() : CDialog(IDD_MESSAGE) {}
+
+const CMessageMap& CMessageDlg::ClassMap() {
+    static constexpr std::array entries{OnCommandId<IDC_MESSAGE_OK, &CMessageDlg::OnOK>(),
+                                        OnCommandId<IDC_MESSAGE_CANCEL, &CMessageDlg::OnCancel>()};
+    static const CMessageMap map{&CDialog::ClassMap(), entries};
+    return map;
+}
+
+void CMessageDlg::DoDataExchange(CDataExchange& exchange) {
+    DDX_Control(exchange, IDC_MESSAGE_PANEL, panelStatic);
+    DDX_Control(exchange, IDC_MESSAGE_TEXT, textStatic);
+    DDX_Control(exchange, IDC_MESSAGE_OK, okButton);
+    DDX_Control(exchange, IDC_MESSAGE_CANCEL, cancelButton);
+}
+
+bool CMessageDlg::OnInitDialog() {
+    CDialog::OnInitDialog();
+    okText = LoadText(IDS_OK);
+    cancelText = LoadText(IDS_CANCEL);
+    DressDialogPanel(panelStatic);
+    constexpr int height = 120;
+    const int width = WidthFor(text);
+    const CPoint corner = GetWindowRect().TopLeft();
+    MoveWindow({corner.x, corner.y, corner.x + width, corner.y + height});
+
+    // The edge and the title of a dialog, in the classic sizes.
+    const CRect window = GetWindowRect();
+    panelStatic.SetWindowPos(nullptr, 0, 0, static_cast<int>(window.Width()) - 5,
+                             static_cast<int>(window.Height()) - 32, SWP_NOZORDER);
+    PlaceText(width);
+    PlaceButtons(static_cast<int>(window.Width()));
+    SetWindowText(caption.empty() ? productTitle : caption);
+    return true;
+}
+
+void CMessageDlg::PlaceText(int width) {
+    textStatic.SetBitmapFile(DialogThemeFile("TextBK2.bmp"));
+    textStatic.SetParent(panelStatic);
+    textStatic.SetWindowPos(nullptr, 20, 10, width - 40, 24, 0);
+    textStatic.SetCaption(text, 10, captionColor);
+}
+
+void CMessageDlg::PlaceButtons(int width) {
+    PlaceButton(okButton, panelStatic, OkButtonLeft(style, width), okText);
+    PlaceButton(cancelButton, panelStatic, 192, cancelText);
+    if (style == 0) cancelButton.ShowWindow(SW_HIDE);
+}
+
+void CMessageDlg::OnOK() {
+    cancelled = false;
+    CDialog::OnOK();
+}
+
+void CMessageDlg::OnCancel() {
+    cancelled = true;
+    CDialog::OnCancel();
+}

@@ -1,0 +1,52 @@
+#include "dialogs/StoredValues.h"
+
+#include <windows.h>
+
+namespace {
+
+constexpr char keyName[] = "SOFTWARE\\BRENHOLT\\QV";
+
+class CRegistryKey {
+public:
+    CRegistryKey() = default;
+    CRegistryKey(const CRegistryKey&) = delete;
+    CRegistryKey& operator=(const CRegistryKey&) = delete;
+    ~CRegistryKey() {
+        if (handle != nullptr) ::RegCloseKey(handle);
+    }
+
+    bool Open(REGSAM access) {
+        return ::RegOpenKeyExA(HKEY_CURRENT_USER, keyName, 0, access, &handle) == ERROR_SUCCESS;
+    }
+    bool Create() {
+        char noClass[] = "";
+        return ::RegCreateKeyExA(HKEY_CURRENT_USER, keyName, 0, noClass, 0, KEY_ALL_ACCESS, nullptr, &handle,
+                                 nullptr) == ERROR_SUCCESS;
+    }
+    HKEY GetHandle() const { return handle; }
+
+private:
+    HKEY handle = nullptr;
+};
+
+} // namespace
+
+int ReadRegistryInt(const char* name, std::int32_t& value, std::int32_t defaultValue) {
+    CRegistryKey key;
+    std::int32_t stored = 0; // stays 0 where the value is shorter
+    DWORD length = sizeof stored;
+    if (key.Open(KEY_READ) && ::RegQueryValueExA(key.GetHandle(), name, nullptr, nullptr,
+                                                 reinterpret_cast<BYTE*>(&stored), &length) == ERROR_SUCCESS) {
+        value = stored;
+        return 1;
+    }
+    value = defaultValue;
+    return 0;
+}
+
+int WriteRegistryInt(const char* name, std::int32_t value) {
+    CRegistryKey key;
+    if (!key.Open(KEY_WRITE) && !key.Create()) return 0;
+    const auto* bytes = reinterpret_cast<const BYTE*>(&value);
+    return ::RegSetValueExA(key.GetHandle(), name, 0, REG_DWORD, bytes, sizeof value) == ERROR_SUCCESS ? 1 : 0;
+}

@@ -1,0 +1,44 @@
+#include "pictures/BitmapRows.h"
+
+#include <algorithm>
+#include <cstring>
+
+CBitmapRows::CBitmapRows(const std::wstring& path) : file(::_wfopen(path.c_str(), L"rb")) {
+    if (!file) return;
+    std::setvbuf(file.get(), nullptr, _IONBF, 0); // rows are far apart, and longer than a buffer
+    const std::uint64_t size = SizeOf(file.get());
+    const std::size_t got = std::fread(header.data(), 1, header.size(), file.get());
+    layout = PlainLayoutOf({header.data(), got}, size);
+}
+
+CBitmap CBitmapRows::Read(const Piece& piece) const {
+    struct {
+        BITMAPINFOHEADER head;
+        RGBQUAD colors[256];
+    } info{};
+    info.head = {
+        sizeof info.head, GetWidth(), piece.count, 1, static_cast<WORD>(layout.bitsPerPixel), BI_RGB, 0, 0, 0, 0, 0};
+    if (layout.colorsAreMasks) info.head.biCompression = BI_BITFIELDS;
+    if (!layout.colorsAreMasks) info.head.biClrUsed = static_cast<DWORD>(layout.colorsSize / sizeof(RGBQUAD));
+    std::memcpy(info.colors, &header[layout.colors], layout.colorsSize);
+    void* bits = nullptr;
+    CBitmap rows(::CreateDIBSection(nullptr, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits, nullptr, 0));
+    if (rows.IsEmpty()) return rows;
+    int held = -1; // the row that was read last
+    for (int i = 0; i < piece.count; ++i) {
+        auto* to = static_cast<std::uint8_t*>(bits) + static_cast<std::size_t>(piece.count - 1 - i) * layout.stride;
+        const std::int64_t stretchedRow = piece.first + i;
+        const int row = piece.top + static_cast<int>(stretchedRow * piece.height / piece.stretched);
+        if (row < 0 || row >= GetHeight()) continue;
+        if (row == held) {
+            std::memcpy(to, to + layout.stride, layout.stride);
+            continue;
+        }
+        if (std::fseek(file.get(), static_cast<long>(layout.OffsetOfRow(row)), SEEK_SET) != 0 ||
+            std::fread(to, 1, layout.stride, file.get()) != layout.stride) {
+            return {};
+        }
+        held = row;
+    }
+    return rows;
+}

@@ -1,0 +1,131 @@
+#include "pictures/SkinPicture.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "framework/Dc.h"
+#include "framework/Text.h"
+#include "pictures/BitmapRows.h"
+
+namespace {
+
+constexpr std::int64_t mostKept =
+    std::int64_t{512} * 1024; // pixels; the largest picture of a theme has some ten thousand
+
+// The folder in force may be another one when the file is read again.
+std::wstring AbsolutePath(const std::string& path) {
+    const std::wstring wide = ToWide(path);
+    std::wstring absolute(::GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
+    absolute.resize(::GetFullPathNameW(wide.c_str(), static_cast<DWORD>(absolute.size()), absolute.data(), nullptr));
+    return absolute;
+}
+
+} // namespace
+
+bool CSkinPicture::LoadFromFile(const std::string& path) {
+    Attach(nullptr);
+    if (KindOfPath(path) == PictureKind::Bitmap) {
+        const CBitmapRows rows(ToWide(path));
+        if (std::int64_t{rows.GetWidth()} * rows.GetHeight() > mostKept) {
+            largeFile = AbsolutePath(path);
+            size = {rows.GetWidth(), rows.GetHeight()};
+            return true;
+        }
+    }
+    CSkinBitmap loaded;
+    loaded.LoadFromFile(path, 0);
+    if (std::int64_t{loaded.GetWidth()} * loaded.GetHeight() > mostKept) {
+        Attach(static_cast<HBITMAP>(loaded.Detach()));
+    } else {
+        const CBitmap former(CopyFrom(loaded.GetHandle())); // a copy, because copies are the quicker to draw from
+    }
+    return !IsEmpty();
+}
+
+void CSkinPicture::Attach(HBITMAP whole) {
+    bitmap.Attach(whole);
+    largeFile.clear();
+    size = {bitmap.GetWidth(), bitmap.GetHeight()};
+}
+
+HBITMAP CSkinPicture::CopyFrom(HBITMAP source) {
+    const HBITMAP former = bitmap.CopyFrom(source);
+    Attach(static_cast<HBITMAP>(bitmap.Detach()));
+    return former;
+}
+
+CSkinBitmap CSkinPicture::CutTo(const CRect& within, CRect& place) const {
+    const LONG left = place.left, top = place.top;
+    ::IntersectRect(&place, &place, &within);
+    CSkinBitmap out;
+    out.CreateBlank(place);
+    const int width = out.GetWidth(), height = out.GetHeight();
+    CopyCells(out, {{{0, 0, width, height}, {place.left - left, place.top - top, width, height}}});
+    return out;
+}
+
+CSkinBitmap CSkinPicture::GetCell(int column, int row, int columns, int rows, const CSize& most) const {
+    const Box cell = FrameCell(GetWidth(), GetHeight(), column, row, columns, rows);
+    CRect place(-cell.x, -cell.y, GetWidth() - cell.x, GetHeight() - cell.y);
+    return CutTo({0, 0, std::min<LONG>(cell.width, most.cx), std::min<LONG>(cell.height, most.cy)}, place);
+}
+
+CSkinBitmap CSkinPicture::GetRow(int row, int columns, int rows, const CSize& most) const {
+    CSkinBitmap out;
+    std::vector<SliceCell> cells;
+    int width = 0, height = 0;
+    for (int column = 1; column <= columns; ++column) {
+        Box cell = FrameCell(GetWidth(), GetHeight(), column, row, columns, rows);
+        cell.width = width = std::min(cell.width, static_cast<int>(most.cx));
+        cell.height = height = std::min(cell.height, static_cast<int>(most.cy));
+        cells.push_back({{(column - 1) * width, 0, width, height}, cell});
+    }
+    out.CreateBlank({0, 0, width * columns, height});
+    CopyCells(out, cells);
+    return out;
+}
+
+void CSkinPicture::DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int cornerHeight) const {
+    if (largeFile.empty()) {
+        bitmap.DrawNineSlice(dc, rect, cornerWidth, cornerHeight);
+        return;
+    }
+    CSkinBitmap stretched;
+    BuildNineSlice(stretched, rect, cornerWidth, cornerHeight);
+    stretched.Draw(dc, rect);
+}
+
+void CSkinPicture::BuildNineSlice(CSkinBitmap& out, const CRect& rect, int cornerWidth, int cornerHeight) const {
+    if (largeFile.empty()) {
+        bitmap.BuildNineSlice(out, rect, cornerWidth, cornerHeight);
+        return;
+    }
+    out.CreateBlank(rect);
+    CopyCells(out, NineSliceCells({0, 0, out.GetWidth(), out.GetHeight()}, {0, 0, GetWidth(), GetHeight()}, cornerWidth,
+                                  cornerHeight));
+}
+
+void CSkinPicture::CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cells) const {
+    if (largeFile.empty()) {
+        bitmap.CopyCells(out, cells);
+        return;
+    }
+    const CBitmapRows file(largeFile);
+    if (file.GetWidth() != GetWidth() || file.GetHeight() != GetHeight()) return; // another file by now
+    const CMemoryDC target(nullptr), source(nullptr);
+    const CSelectObject canvas(target, out.GetHandle());
+    CBitmapRows::Piece held{}; // cells side by side are cut from the same rows
+    CBitmap rows;
+    for (const auto& [to, from] : cells) {
+        const int first = std::max(0, -to.y);
+        const int count = std::min(to.height, out.GetHeight() - to.y) - first;
+        if (count <= 0) continue;
+        const CBitmapRows::Piece wanted{from.y, from.height, to.height, first, count};
+        if (held != wanted) rows = file.Read(held = wanted);
+        if (rows.IsEmpty()) return;
+        const CSelectObject selected(source, rows.GetHandle());
+        ::StretchBlt(target.GetHandle(), to.x, to.y + first, to.width, count, source.GetHandle(), from.x, 0, from.width,
+                     count, SRCCOPY);
+    }
+}
