@@ -229,7 +229,7 @@ TEST_F(LineTest, ClocksRunAndPeoplePass) {
         for (const CLineCounter& counter : line.Counters(now += 1min))
             EXPECT_GE(counter.Counts().in, counter.Counts().out) << "nobody goes out who didn't come in";
     const LineCounts counts = line.Find(1, now)->Counts();
-    EXPECT_NEAR(counts.in + counts.out, 6000, 300);
+    EXPECT_NEAR(counts.in + counts.out, 6000, 60);
     EXPECT_TRUE(counts.out > 2000 && counts != line.Find(0, now)->Counts());
     EXPECT_EQ(counts, same.Find(1, now)->Counts()) << "however often it is looked at";
     EXPECT_TRUE(Control("rate * 0") == "ok" && line.Find(1, now + 1h)->Counts() == counts);
