@@ -2,8 +2,8 @@
 //
 // All of it runs on the worker thread, through the one serial port object. A command decodes nothing: the raw reply
 // goes to the panel. What the line has delivered when the pause is over is the reply, whole or not; there is no retry.
-// A closed or failing port costs the same pause and comes out as an empty reply. The pauses are the wire protocol's:
-// 100 ms, and 200 ms after Write settings. For the messages see link/ReplyMessages.h.
+// A closed or failing port costs the same pause and comes out as an empty reply. Frames, pauses and messages are those
+// of the table in link/WireCommands.h.
 #pragma once
 
 #include <cstdint>
@@ -11,6 +11,10 @@
 
 #include "link/Command.h"
 #include "link/CounterRecord.h"
+#include "link/WireCommands.h"
+
+// Queues the command of this code. Its reply comes to `target`, which must outlive it. User-interface thread.
+void SendCommand(CReplyTarget& target, RequestCode code, const WireRequest& request);
 
 class CPollCommand : public CCommand {
 public:

@@ -5,7 +5,6 @@
 #include "framework/DataExchange.h"
 #include "framework/ResourceModule.h"
 #include "link/ReplyMessages.h"
-#include "link/ReplyPosting.h"
 #include "resources/ResourceIds.h"
 #include "serial/CommPort.h"
 
@@ -96,6 +95,7 @@ void CCounterPanel::DoDataExchange(CDataExchange& exchange) {
 bool CCounterPanel::OnInitDialog() {
     CDialog::OnInitDialog();
     replyWindow = GetHandle();
+    replies.SetWindow(GetHandle());
     CCommPort::Instance()->SetTap(this);
     LoadCaptions();
     ListControls();
@@ -138,8 +138,4 @@ void CCounterPanel::LoadCaptions() {
 void CCounterPanel::CaptionButton(CSkinButton& button, const std::string& text, COLORREF color) {
     button.SetCaption(text, 5, color);
     button.Invalidate();
-}
-
-void CCounterPanel::PostReply(std::uint32_t message, std::unique_ptr<ReplyBlock> block, std::intptr_t lParam) {
-    PostReplyMessage(replyWindow, mailbox, message, std::move(block), lParam);
 }

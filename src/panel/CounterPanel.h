@@ -6,7 +6,7 @@
 // PanelResults.cpp (what became of a command), PanelMenus.cpp (the popups), PanelPort.cpp (address buttons, port,
 // language), PanelTraffic.cpp (log and totals).
 //
-// Everything runs on the user-interface thread but PostReply, LogTransmitted and LogReceived, which the worker calls.
+// Everything runs on the user-interface thread but LogTransmitted and LogReceived, which the worker calls.
 // The settings that the user edits live in the controls: of a pair of choices, the button in force is the disabled one.
 #pragma once
 
@@ -17,8 +17,8 @@
 
 #include "framework/Controls.h"
 #include "framework/Dialog.h"
-#include "link/ReplyMailbox.h"
-#include "link/ReplyTarget.h"
+#include "link/ReplyPoster.h"
+#include "link/WireCommands.h"
 #include "panel/CounterTable.h"
 #include "panel/PanelFrame.h"
 #include "panel/ResultText.h"
@@ -39,7 +39,7 @@ public:
     std::int32_t address = -1;
 };
 
-class CCounterPanel : public CDialog, public CCounterTable, public CReplyTarget, public CTrafficTap {
+class CCounterPanel : public CDialog, public CCounterTable, public CTrafficTap {
 public:
     CCounterPanel();
 
@@ -48,6 +48,11 @@ public:
 
     // To be set before the window exists; not owned.
     CPanelFrame* frame = nullptr;
+
+    // Brings the replies of the commands to this panel. `replyTarget` is who gets them from the worker: whoever steps
+    // in between passes them on to `replies`.
+    CReplyPoster replies;
+    CReplyTarget* replyTarget = &replies;
 
     // Queues a poll, or a settings read, of one counter.
     virtual void SendPoll(std::uint8_t address);
@@ -65,7 +70,6 @@ public:
     // Writes the record of the address into the controls; an address beyond the table changes nothing.
     void ShowCounter(std::int32_t address);
 
-    void PostReply(std::uint32_t message, std::unique_ptr<ReplyBlock> block, std::intptr_t lParam) override;
     void LogTransmitted(const void* buffer, std::uint32_t count) override;
     void LogReceived(const void* buffer, std::uint32_t count) override;
     void ShowPortState(bool open) override;
@@ -145,9 +149,9 @@ private:
     LRESULT OnWriteReply(WPARAM wParam, LPARAM lParam);
     LRESULT OnAddressReply(WPARAM wParam, LPARAM lParam);
     LRESULT OnClockReply(WPARAM wParam, LPARAM lParam);
-    std::unique_ptr<ReplyBlock> TakeReply(WPARAM wParam);
-    ResultText TakeResults(const ReplyBlock& block, const ResultPhrases& phrases,
-                           const std::function<void(CounterRecord& entry)>& apply);
+    LRESULT HandleOutcome(RequestCode code, WPARAM wParam);
+    void HandleResults(const WireCommand& command, const ReplyBlock& block);
+    void HandleMove(const ReplyBlock& block);
 
     // The popups behind the buttons of the top bar.
     void OnPortMenu();
@@ -205,7 +209,6 @@ private:
 
     // Shared with the worker.
     std::atomic<HWND> replyWindow{nullptr}; // this panel's window, from the beginning of its initialisation on
-    CReplyMailbox mailbox;
     std::atomic<std::int32_t> txByteTotal{0};
     std::atomic<std::int32_t> rxByteTotal{0};
 

@@ -1,13 +1,20 @@
 #include "panel/CounterTable.h"
 
-#include "link/CounterFrame.h"
+#include "link/WireCommands.h"
+
+namespace {
+
+constexpr int statusLength = CommandOf(RequestCode::Poll).recordLength;
+constexpr int settingsLength = CommandOf(RequestCode::ReadSettings).recordLength;
+
+} // namespace
 
 CCounterTable::StatusOutcome CCounterTable::TakeStatusReply(std::span<const std::uint8_t> reply) {
     StatusOutcome outcome;
     seen.fill(false);
-    SearchRecords<statusRecordLength>(reply, [&](std::span<const std::uint8_t, statusRecordLength> bytes) {
+    SearchRecords<statusLength>(reply, [&](std::span<const std::uint8_t, statusLength> bytes) {
         CounterRecord found;
-        DecodeStatusRecord(bytes.data(), statusRecordLength, found);
+        DecodeStatusRecord(bytes.data(), statusLength, found);
         if (!IsCounterAddress(found.address)) return;
         const auto index = static_cast<std::size_t>(found.address);
         seen[index] = true;
@@ -30,9 +37,9 @@ CCounterTable::StatusOutcome CCounterTable::TakeStatusReply(std::span<const std:
 
 void CCounterTable::TakeSettingsReply(std::span<const std::uint8_t> reply) {
     seen.fill(false);
-    SearchRecords<settingsRecordLength>(reply, [&](std::span<const std::uint8_t, settingsRecordLength> bytes) {
+    SearchRecords<settingsLength>(reply, [&](std::span<const std::uint8_t, settingsLength> bytes) {
         CounterRecord found;
-        DecodeSettingsRecord(bytes.data(), settingsRecordLength, found);
+        DecodeSettingsRecord(bytes.data(), settingsLength, found);
         if (!IsCounterAddress(found.address)) return;
         const auto index = static_cast<std::size_t>(found.address);
         seen[index] = true;

@@ -55,8 +55,5 @@ void CCounterPanel::OnTimer(UINT_PTR id) {
 }
 
 void CCounterPanel::SendPoll(std::uint8_t address) {
-    auto command = std::make_unique<CPollCommand>();
-    command->panel = this;
-    command->address = address;
-    CCommandQueue::Instance()->Add(std::move(command));
+    SendCommand(*replyTarget, RequestCode::Poll, {.address = address});
 }

@@ -2,21 +2,16 @@
 #include "panel/CounterPanel.h"
 
 #include "framework/Text.h"
-#include "link/CommandQueue.h"
 #include "link/DeviceCommands.h"
 #include "resources/ResourceIds.h"
 
-std::unique_ptr<ReplyBlock> CCounterPanel::TakeReply(WPARAM wParam) {
-    return mailbox.Take(wParam);
-}
-
 LRESULT CCounterPanel::OnPollReply(WPARAM wParam, LPARAM) {
-    if (const auto block = TakeReply(wParam)) HandlePollReply(*block);
+    if (const auto block = replies.Take(wParam)) HandlePollReply(*block);
     return 0;
 }
 
 LRESULT CCounterPanel::OnSettingsReply(WPARAM wParam, LPARAM) {
-    if (const auto block = TakeReply(wParam)) HandleSettingsReply(*block);
+    if (const auto block = replies.Take(wParam)) HandleSettingsReply(*block);
     return 0;
 }
 
@@ -26,10 +21,7 @@ LRESULT CCounterPanel::OnShowCounter(WPARAM wParam, LPARAM) {
 }
 
 void CCounterPanel::SendReadSettings(std::uint8_t address) {
-    auto command = std::make_unique<CReadSettingsCommand>();
-    command->panel = this;
-    command->address = address;
-    CCommandQueue::Instance()->Add(std::move(command));
+    SendCommand(*replyTarget, RequestCode::ReadSettings, {.address = address});
 }
 
 void CCounterPanel::HandlePollReply(const ReplyBlock& block) {

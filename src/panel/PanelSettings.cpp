@@ -1,7 +1,6 @@
 // What the user changes and sends: the pairs of choices, the edits with their ranges, Update and Clear.
 #include "panel/CounterPanel.h"
 
-#include "link/CommandQueue.h"
 #include "link/DeviceCommands.h"
 #include "panel/SettingsChange.h"
 #include "resources/ResourceIds.h"
@@ -71,33 +70,17 @@ void CCounterPanel::OnUpdate() {
         IsCounterAddress(selected) ? records[static_cast<std::size_t>(selected)] : CounterRecord{};
     const CounterRecord wanted = ReadControls();
     const SettingsChange change = CompareSettings(former, wanted);
-    CCommandQueue& queue = *CCommandQueue::Instance();
-    if (change.writeSettings) {
-        auto command = std::make_unique<CWriteSettingsCommand>();
-        command->panel = this;
-        command->settings = std::make_unique<CounterRecord>(wanted);
-        queue.Add(std::move(command));
-    }
-    if (change.setClock) {
-        auto command = std::make_unique<CSetClockCommand>();
-        command->panel = this;
-        command->settings = std::make_unique<CounterRecord>(wanted);
-        queue.Add(std::move(command));
-    }
-    if (change.setAddress) {
-        auto command = std::make_unique<CSetAddressCommand>();
-        command->panel = this;
-        command->newAddress = static_cast<std::uint8_t>(wanted.address);
-        queue.Add(std::move(command));
-    }
+    const WireRequest request{
+        .address = allCountersAddress, .newAddress = static_cast<std::uint8_t>(wanted.address), .settings = wanted};
+    if (change.writeSettings) SendCommand(*replyTarget, RequestCode::WriteSettings, request);
+    if (change.setClock) SendCommand(*replyTarget, RequestCode::SetClock, request);
+    if (change.setAddress) SendCommand(*replyTarget, RequestCode::SetAddress, {.newAddress = request.newAddress});
 }
 
 void CCounterPanel::OnClear() {
-    auto command = std::make_unique<CClearCommand>();
-    command->panel = this;
-    command->address = allCounters ? allCountersAddress : static_cast<std::uint8_t>(selected);
     txByteTotal = 0;
     rxByteTotal = 0;
     ShowTrafficTotals();
-    CCommandQueue::Instance()->Add(std::move(command));
+    SendCommand(*replyTarget, RequestCode::ClearCounts,
+                {.address = allCounters ? allCountersAddress : static_cast<std::uint8_t>(selected)});
 }

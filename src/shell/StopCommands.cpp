@@ -3,11 +3,12 @@
 #include <windows.h>
 
 #include "link/CommandQueue.h"
+#include "link/WireCommands.h"
 #include "serial/CommPort.h"
 
 namespace {
 
-constexpr DWORD limit = 500; // ms; a command's pause is 200 at most
+constexpr DWORD limit = LongestPause() + 300; // milliseconds: what the command in flight may still take
 
 } // namespace
 

@@ -15,12 +15,14 @@
 #include "support/Boxes.h"
 
 struct CTestPanel : CCounterPanel {
-    void SendPoll(std::uint8_t address) override { polls.push_back(address); }
-
     // The silence of the closed line is not let through: the test itself says what each counter answers.
-    void PostReply(std::uint32_t message, std::unique_ptr<ReplyBlock> block, std::intptr_t lParam) override {
-        if (::GetCurrentThreadId() == testThread) CCounterPanel::PostReply(message, std::move(block), lParam);
-    }
+    struct CSilence : CReplyTarget {
+        void PostReply(std::uint32_t, std::unique_ptr<ReplyBlock>, std::intptr_t) override {}
+    };
+
+    CTestPanel() { replyTarget = &silence; }
+
+    void SendPoll(std::uint8_t address) override { polls.push_back(address); }
 
     void LogTransmitted(const void* buffer, std::uint32_t count) override {
         const auto* bytes = static_cast<const std::uint8_t*>(buffer);
@@ -30,7 +32,7 @@ struct CTestPanel : CCounterPanel {
 
     std::vector<int> polls;
     Bytes sent; // written by the worker; to be read once the queue has run
-    const DWORD testThread = ::GetCurrentThreadId();
+    CSilence silence;
 };
 
 // The ports 3 and 17. Opening one gives a file that stands for the device.
@@ -106,7 +108,7 @@ protected:
             std::ranges::copy(bytes, block->data.begin());
         }
         const CBoxReader reader;
-        panel->PostReply(message, std::move(block), address);
+        panel->replies.PostReply(message, std::move(block), address);
         PumpMessages();
         return reader.texts;
     }
