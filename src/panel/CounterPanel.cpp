@@ -8,7 +8,7 @@
 #include "resources/ResourceIds.h"
 #include "serial/CommPort.h"
 
-CCounterPanel::CCounterPanel() : CDialog(IDD_PANEL) {}
+CCounterPanel::CCounterPanel() : CDialog(IDD_PANEL), CSettingsForm(static_cast<CWnd&>(*this)) {}
 
 const CMessageMap& CCounterPanel::ClassMap() {
     static constexpr std::array entries{
@@ -94,7 +94,7 @@ void CCounterPanel::DoDataExchange(CDataExchange& exchange) {
 
 bool CCounterPanel::OnInitDialog() {
     CDialog::OnInitDialog();
-    replyWindow = GetHandle();
+    SetTrafficWindow(GetHandle());
     replies.SetWindow(GetHandle());
     CCommPort::Instance()->SetTap(this);
     LoadCaptions();
@@ -108,22 +108,9 @@ bool CCounterPanel::OnInitDialog() {
     RestoreStacking();
     NameControls();
     PrepareLog();
-    SetStartState();
+    SetStartSettings();
     initialized = true;
     return true;
-}
-
-void CCounterPanel::SetStartState() {
-    OnEnglish();
-    OnIn();
-    OnNo();
-    constexpr WPARAM longestNumber = 9; // characters: whatever number they make has room in 32 bits
-    constexpr std::pair<int, int> numbers[] = {
-        {IDC_SENSITIVITY_EDIT, 21}, {IDC_SD_PERIOD_EDIT, 4}, {IDC_ADDRESS_EDIT, 0}};
-    for (const auto& [edit, number] : numbers) {
-        ::SendDlgItemMessageA(GetHandle(), edit, EM_LIMITTEXT, longestNumber, 0);
-        SetDlgItemInt(edit, number);
-    }
 }
 
 void CCounterPanel::LoadCaptions() {
@@ -133,9 +120,4 @@ void CCounterPanel::LoadCaptions() {
         {IDS_START, &startText},     {IDS_STOP, &stopText},       {IDS_UPDATE, &updateText},
         {IDS_CLEAR, &clearText},     {IDS_OPEN_COM, &openText},   {IDS_CLOSE_COM, &closeText}};
     for (const auto& [id, text] : captions) *text = LoadText(id);
-}
-
-void CCounterPanel::CaptionButton(CSkinButton& button, const std::string& text, COLORREF color) {
-    button.SetCaption(text, 5, color);
-    button.Invalidate();
 }

@@ -7,7 +7,6 @@
 
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
-#include "panel/FittingFont.h"
 #include "resources/ResourceIds.h"
 
 namespace {
@@ -65,21 +64,7 @@ void CCounterPanel::PrepareIndicators() {
         prepare(button);
         button.ShowWindow(SW_HIDE);
     }
-    datePicker.SetFormat("yyyy-MM-dd HH:mm:ss");
-    FitPickerFont();
-}
-
-// The picker is as wide in every language, and a language's font may be too wide for a whole date and time.
-void CCounterPanel::FitPickerFont() {
-    constexpr LONG margins = 6;
-    LONG width = datePicker.GetClientRect().Width() - margins;
-    if (const HWND arrows = ::GetWindow(datePicker.GetHandle(), GW_CHILD)) {
-        width -= CWnd::FromHandle(arrows)->GetWindowRect().Width();
-    }
-    CFont fitting = MakeFittingFont(datePicker, "0000-00-00 00:00:00", width);
-    if (fitting.IsEmpty()) return;
-    datePicker.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(fitting.GetHandle()), TRUE);
-    pickerFont = std::move(fitting); // the former one goes only now that the control doesn't use it any more
+    PreparePicker();
 }
 
 void CCounterPanel::PlaceGround() {

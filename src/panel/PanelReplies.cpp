@@ -62,36 +62,12 @@ void CCounterPanel::ShowAddressButtons() {
 void CCounterPanel::ShowCounter(std::int32_t address) {
     if (!IsCounterAddress(address)) return;
     const CounterRecord record = records[static_cast<std::size_t>(address)];
-    // Most polls bring little that is new: what shows its value already isn't written, and so not painted, again.
     ShowCount(inDisplay, record.inCount);
     ShowCount(outDisplay, record.outCount);
-    ShowNumber(IDC_SENSITIVITY_EDIT, record.sensitivity);
-    ShowNumber(IDC_SD_PERIOD_EDIT, record.sdPeriod);
-    ShowNumber(IDC_ADDRESS_EDIT, record.address);
-    ShowPair(LanguagePair(), record.language);
-    ShowPair(DirectionPair(), record.direction);
-    ShowPair(SdDetectPair(), record.sdDetect);
-    const CTime time(record.deviceTime);
-    if (datePicker.GetTime() != time) datePicker.SetTime(time);
+    ShowSettings(record);
 }
 
 void CCounterPanel::ShowCount(CSegmentDisplay& display, std::int32_t count) {
     const std::string text = FormatText("%d", count);
     if (display.GetWindowText() != text) display.SetText(text);
-}
-
-void CCounterPanel::ShowNumber(int editId, std::int32_t number) {
-    // The write raises the edit's change notification, so its range holds for what is shown too.
-    if (GetDlgItemText(editId) != FormatText("%d", number)) SetDlgItemInt(editId, number);
-}
-
-void CCounterPanel::ShowPair(const ChoicePair& pair, std::int32_t value) {
-    ShowChoice(pair.first, pair.firstText, value == 0);
-    ShowChoice(pair.second, pair.secondText, value == 1);
-}
-
-void CCounterPanel::ShowChoice(CSkinButton& button, const std::string& text, bool inForce) {
-    button.EnableWindow(!inForce);
-    const COLORREF color = inForce ? activeColor : inactiveColor;
-    if (!button.Shows(text, color)) CaptionButton(button, text, color);
 }

@@ -5,16 +5,6 @@
 #include "panel/SettingsChange.h"
 #include "resources/ResourceIds.h"
 
-namespace {
-
-void KeepInRange(const CWnd& dialog, int editId, const ValueRange& range) {
-    const int value = dialog.GetDlgItemInt(editId);
-    const int kept = range.Clamp(value);
-    if (kept != value) dialog.SetDlgItemText(editId, std::to_string(kept));
-}
-
-} // namespace
-
 void CCounterPanel::Choose(const ChoicePair& pair, std::int32_t value) {
     if (!polling) ShowPair(pair, value);
 }
@@ -39,29 +29,17 @@ void CCounterPanel::OnNo() {
 }
 
 void CCounterPanel::OnSensitivityChange() {
-    KeepInRange(*this, IDC_SENSITIVITY_EDIT, sensitivityRange);
+    KeepInRange(IDC_SENSITIVITY_EDIT, sensitivityRange);
 }
 void CCounterPanel::OnPeriodChange() {
-    KeepInRange(*this, IDC_SD_PERIOD_EDIT, sdPeriodRange);
+    KeepInRange(IDC_SD_PERIOD_EDIT, sdPeriodRange);
 }
 void CCounterPanel::OnAddressChange() {
-    KeepInRange(*this, IDC_ADDRESS_EDIT, addressRange);
+    KeepInRange(IDC_ADDRESS_EDIT, addressRange);
 }
 
 void CCounterPanel::OnAll() {
     allCounters = !allCounters;
-}
-
-CounterRecord CCounterPanel::ReadControls() {
-    CounterRecord record;
-    record.sensitivity = GetDlgItemInt(IDC_SENSITIVITY_EDIT);
-    record.sdPeriod = GetDlgItemInt(IDC_SD_PERIOD_EDIT);
-    record.address = GetDlgItemInt(IDC_ADDRESS_EDIT);
-    record.language = englishButton.IsWindowEnabled() ? 1 : 0;
-    record.direction = inButton.IsWindowEnabled() ? 1 : 0;
-    record.sdDetect = yesButton.IsWindowEnabled() ? 1 : 0;
-    record.deviceTime = datePicker.GetTime().GetTime();
-    return record;
 }
 
 void CCounterPanel::OnUpdate() {

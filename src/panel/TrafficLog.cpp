@@ -1,9 +1,4 @@
-// Every byte on the line: into the log file, into the two traffic edits, into the totals.
-//
-// The two taps run on the worker, inside a transfer but outside the section in which the port waits for it. Setting an
-// edit's text from there is a synchronous call into the user-interface thread, so a transfer ends only after that
-// thread has handled it; the notification of the edit makes that thread bring the label of the totals up to date.
-#include "panel/CounterPanel.h"
+#include "panel/TrafficLog.h"
 
 #include <cstdio>
 #include <memory>
@@ -23,45 +18,45 @@ using File = std::unique_ptr<std::FILE, FileCloser>;
 
 } // namespace
 
-void CCounterPanel::PrepareLog() {
+void CTrafficLog::PrepareLog() {
     logPath = ProgramFolderWide() + L"Quorvane.log";
     const File emptied(::_wfopen(logPath.c_str(), L"w"));
 }
 
-void CCounterPanel::AppendLogLine(const std::string& text) const {
+void CTrafficLog::AppendLogLine(const std::string& text) const {
     // Opened and closed for every line: the file is complete at every moment, and free for other programs between
     // lines.
     const File file(::_wfopen(logPath.c_str(), L"a+"));
     if (file) std::fprintf(file.get(), "%s\n", FormatLogLine(CTime::Now(), text).c_str());
 }
 
-void CCounterPanel::LogTransfer(const char* arrow, std::atomic<std::int32_t>& total, int editId, const void* buffer,
-                                std::uint32_t count) {
+void CTrafficLog::LogTransfer(const char* arrow, std::atomic<std::int32_t>& total, int editId, const void* buffer,
+                              std::uint32_t count) {
     const std::string hex = FormatHexBytes({static_cast<const std::uint8_t*>(buffer), count});
     total += static_cast<std::int32_t>(count);
-    ::SetDlgItemTextA(replyWindow, editId, hex.c_str()); // its change notification also brings the totals up to date
+    ::SetDlgItemTextA(trafficWindow, editId, hex.c_str()); // its change notification also brings the totals up to date
     AppendLogLine(arrow + hex);
 }
 
-void CCounterPanel::LogTransmitted(const void* buffer, std::uint32_t count) {
+void CTrafficLog::LogTransmitted(const void* buffer, std::uint32_t count) {
     LogTransfer("TX-->", txByteTotal, IDC_TRANSMITTED_EDIT, buffer, count);
 }
 
-void CCounterPanel::LogReceived(const void* buffer, std::uint32_t count) {
+void CTrafficLog::LogReceived(const void* buffer, std::uint32_t count) {
     LogTransfer("RX-->", rxByteTotal, IDC_RECEIVED_EDIT, buffer, count);
 }
 
-void CCounterPanel::OnTrafficChange() {
+void CTrafficLog::RefreshTrafficTotals() {
     if (txByteTotal != shownTxTotal || rxByteTotal != shownRxTotal) ShowTrafficTotals();
 }
 
-void CCounterPanel::ShowTrafficTotals() {
+void CTrafficLog::ShowTrafficTotals() {
     shownTxTotal = txByteTotal;
     shownRxTotal = rxByteTotal;
     totalsLabel.SetCaption(FormatTotals(LoadText(IDS_TX), shownTxTotal, LoadText(IDS_RX), shownRxTotal), 10, 0xFFFFFF);
     totalsLabel.Invalidate();
 }
 
-void CCounterPanel::OnOpenLog() {
+void CTrafficLog::OpenLog() const {
     ::ShellExecuteW(nullptr, L"open", logPath.c_str(), nullptr, nullptr, SW_SHOW);
 }
