@@ -7,14 +7,16 @@
 #include <objbase.h>
 
 #include "framework/ResourceModule.h"
+#include "framework/Text.h"
 #include "framework/Wnd.h"
 
 namespace {
 
 CWinApp* currentApp = nullptr;
+const char* currentName = "";
 
 void Complain(const char* text) {
-    ::MessageBoxA(nullptr, text, "Quorvane", MB_OK | MB_ICONERROR | MB_SYSTEMMODAL);
+    ::MessageBoxA(nullptr, text, currentName, MB_OK | MB_ICONERROR | MB_SYSTEMMODAL);
 }
 
 // No handler of the program can go on without memory, and a half-done state would show false counts.
@@ -39,8 +41,9 @@ private:
 
 } // namespace
 
-CWinApp::CWinApp() {
+CWinApp::CWinApp(const char* programName) : name(programName) {
     currentApp = this;
+    currentName = name;
 }
 
 CWinApp::~CWinApp() {
@@ -79,7 +82,7 @@ void CWinApp::Fail(const char* text) {
 
 void CWinApp::OnHelp() {
     if (mainWindow == nullptr) return;
-    const std::wstring file = ProgramFolderWide() + L"Quorvane.hlp";
+    const std::wstring file = ProgramFolderWide() + ToWide(name) + L".hlp";
     if (::GetFileAttributesW(file.c_str()) == INVALID_FILE_ATTRIBUTES) return;
     ::WinHelpW(mainWindow->GetHandle(), file.c_str(), HELP_FINDER, 0);
 }

@@ -9,7 +9,8 @@ class CWnd;
 
 class CWinApp : public CCommandTarget {
 public:
-    CWinApp();
+    // The program's name stands over messages of its own, and names its help file. It outlives the application.
+    explicit CWinApp(const char* programName = "");
     CWinApp(const CWinApp&) = delete;
     CWinApp& operator=(const CWinApp&) = delete;
     ~CWinApp() override;
@@ -30,7 +31,7 @@ public:
     // caller sees to it that InitInstance comes to its end.
     void Fail(const char* text);
 
-    // Command ID_HELP: opens the help file beside the program, if there is one.
+    // Command ID_HELP: opens the help file of the program's name beside it, if there is one.
     void OnHelp();
 
 protected:
@@ -40,5 +41,6 @@ protected:
     CWnd* mainWindow = nullptr; // not owned
 
 private:
+    const char* name;
     int failure = 0;
 };

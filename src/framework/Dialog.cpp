@@ -5,14 +5,26 @@
 #include <vector>
 
 #include "framework/App.h"
-#include "framework/DataExchange.h"
-#include "framework/DialogFont.h"
 #include "framework/DialogTemplate.h"
 #include "framework/MessageLoop.h"
 #include "framework/Modality.h"
 #include "framework/ResourceModule.h"
 
 namespace {
+
+// The described font, `height` pixels high, a line with its room included. For a character set that the described face
+// may not have, the face that every system with this set has; where that is missing too, the platform finds one by
+// character set and height. The point size plays no part.
+CFont MakeDialogFont(const DialogFont& described, int height) {
+    const std::u16string face = described.characterSet == GB2312_CHARSET ? u"SimSun" : described.face;
+    LOGFONTW font{};
+    font.lfHeight = height;
+    font.lfWeight = described.weight;
+    font.lfItalic = described.italic ? 1 : 0;
+    font.lfCharSet = described.characterSet;
+    std::copy_n(face.begin(), std::min<std::size_t>(face.size(), LF_FACESIZE - 1), font.lfFaceName);
+    return CFont(font);
+}
 
 // The dialog whose window is being created: its window procedure binds it at the first message that it gets.
 CDialog* dialogInCreation = nullptr;

@@ -9,6 +9,9 @@
 #include <memory>
 #include <unordered_map>
 
+#include "framework/Menu.h"
+#include "framework/Wnd.h"
+
 template <class Handle, class Object>
 class CHandleMap {
 public:
@@ -43,3 +46,11 @@ private:
     std::unordered_map<Handle, Object*> permanent;
     std::unordered_map<Handle, std::unique_ptr<Object>> temporary;
 };
+
+// The process's two: windows and menus.
+CHandleMap<HWND, CWnd>& WindowMap();
+CHandleMap<HMENU, CMenu>& MenuMap();
+
+bool HaveTemporaryWrappers();
+// Ends all temporary wrappers; called by the outermost message loop when it is idle.
+void DropTemporaryWrappers();

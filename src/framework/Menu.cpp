@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "framework/HandleMap.h"
-#include "framework/HandleMaps.h"
 #include "framework/Wnd.h"
 
 namespace {

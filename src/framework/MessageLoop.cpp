@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "framework/HandleMaps.h"
+#include "framework/HandleMap.h"
 #include "framework/Wnd.h"
 
 namespace {

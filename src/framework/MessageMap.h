@@ -31,7 +31,6 @@ enum class MapKind : unsigned char {
     Message,        // `code` is the message
     Color,          // any WM_CTLCOLOR message
     Command,        // `code` is the notification code of WM_COMMAND; 0 also for menus
-    Notify,         // `code` is that of the NMHDR
     ReflectCommand, // a WM_COMMAND of this control, sent back to it by its parent
     ReflectColor,   // a WM_CTLCOLOR message of this control, sent back likewise
 };
@@ -206,16 +205,6 @@ constexpr MapEntry OnCommandIds() {
     return {MapKind::Command, 0, firstId, lastId,
             [](CCommandTarget& target, const MapArguments& given, LRESULT& result) {
                 result = message_map_detail::Call<handler>(target, UINT{given.id});
-                return true;
-            }};
-}
-
-// A control's WM_NOTIFY: LRESULT (NMHDR&).
-template <UINT code, UINT id, auto handler>
-constexpr MapEntry OnNotifyCode() {
-    message_map_detail::RequireSignature<handler, LRESULT, NMHDR&>();
-    return {MapKind::Notify, code, id, id, [](CCommandTarget& target, const MapArguments& given, LRESULT& result) {
-                result = message_map_detail::Call<handler>(target, *reinterpret_cast<NMHDR*>(given.lParam));
                 return true;
             }};
 }

@@ -30,8 +30,6 @@ struct MessageTraits<WM_CLOSE> : CrackedNothing {};
 template <>
 struct MessageTraits<WM_DESTROY> : CrackedNothing {};
 template <>
-struct MessageTraits<WM_CANCELMODE> : CrackedNothing {};
-template <>
 struct MessageTraits<WM_SYSCOLORCHANGE> : CrackedNothing {};
 template <>
 struct MessageTraits<WM_MOUSELEAVE> : CrackedNothing {};
@@ -116,13 +114,6 @@ template <>
 struct MessageTraits<WM_GETDLGCODE> { // UINT (): DLGC_ flags
     using Result = UINT;
     static std::tuple<> Crack(WPARAM, LPARAM) { return {}; }
-};
-template <>
-struct MessageTraits<WM_DRAWITEM> { // void (int control id, DRAWITEMSTRUCT&)
-    using Result = void;
-    static std::tuple<int, DRAWITEMSTRUCT&> Crack(WPARAM wParam, LPARAM lParam) {
-        return {static_cast<int>(wParam), *reinterpret_cast<DRAWITEMSTRUCT*>(lParam)};
-    }
 };
 template <>
 struct MessageTraits<WM_MEASUREITEM> { // void (int control id, MEASUREITEMSTRUCT&)

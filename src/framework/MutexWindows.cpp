@@ -17,10 +17,8 @@ CMutex::~CMutex() {
     CloseHandle(state->handle);
 }
 
-bool CMutex::Lock(std::uint32_t timeoutMilliseconds) {
-    // A mutex abandoned by a thread that ended is owned all the same.
-    const DWORD result = WaitForSingleObject(state->handle, timeoutMilliseconds);
-    return result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+void CMutex::Lock() {
+    WaitForSingleObject(state->handle, INFINITE); // one abandoned by a thread that ended is owned all the same
 }
 
 void CMutex::Unlock() {

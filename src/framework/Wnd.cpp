@@ -1,9 +1,8 @@
 #include "framework/Wnd.h"
 
-#include "framework/DataExchange.h"
 #include "framework/Dc.h"
 #include "framework/Dialog.h"
-#include "framework/HandleMaps.h"
+#include "framework/HandleMap.h"
 #include "framework/Menu.h"
 #include "framework/Modality.h"
 #include "framework/ResourceModule.h"

@@ -111,7 +111,7 @@ public:
     // shows none. Gives IDCANCEL while all modal loops are ending.
     int MessageBox(const std::string& text, const std::string& caption = {}, UINT type = MB_OK) const;
 
-    // Moves data between controls and members (DataExchange.h), by way of DoDataExchange.
+    // Moves data between controls and members (DDX_Control), by way of DoDataExchange.
     void UpdateData(bool saving);
 
     // A posted message on its way to this window or one below it, before it is dispatched. True takes it out.
@@ -126,7 +126,6 @@ protected:
     virtual void DoDataExchange(CDataExchange& exchange);
     // WM_COMMAND. True if it was handled.
     virtual bool OnCommand(WPARAM wParam, LPARAM lParam);
-    virtual bool OnNotify(NMHDR& header, LRESULT& result);
     // Owner-draw and other messages that a parent sends back to the control they speak of. True if the control took it.
     virtual bool OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
     virtual void PostNcDestroy() {}
@@ -159,3 +158,13 @@ private:
     bool ownsWindow = false;
     bool temporary = false;
 };
+
+// Binding of dialog controls to members.
+struct CDataExchange {
+    CWnd& dialog;
+    bool saving; // false: from members to controls, as at initialisation
+};
+
+// Puts `control` in front of the dialog's control with this id, unless it has a window already. A template without that
+// control leaves it without a window, and its operations without effect.
+void DDX_Control(CDataExchange& exchange, int id, CWnd& control);

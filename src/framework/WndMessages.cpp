@@ -1,7 +1,7 @@
 // How a window's messages find their handler: the message map first, then the roads that the framework knows, which
 // lead commands to their target and owner-draw and colour messages back to the control or menu they speak of.
 #include "framework/Dc.h"
-#include "framework/HandleMaps.h"
+#include "framework/HandleMap.h"
 #include "framework/Menu.h"
 #include "framework/Wnd.h"
 
@@ -17,8 +17,6 @@ bool CWnd::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& re
     switch (message) {
     case WM_COMMAND:
         return OnCommand(wParam, lParam);
-    case WM_NOTIFY:
-        return lParam != 0 && OnNotify(*reinterpret_cast<NMHDR*>(lParam), result);
     case WM_DRAWITEM:
     case WM_MEASUREITEM:
         if (lParam == 0) return false; // somebody else's: handlers take a reference
@@ -65,11 +63,6 @@ bool CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
         return OnCmdMsg(id, HIWORD(wParam));
     }
     return OnCmdMsg(id, 0); // from a menu (0) or an accelerator (1): the same to a handler
-}
-
-bool CWnd::OnNotify(NMHDR& header, LRESULT& result) {
-    const auto lParam = reinterpret_cast<LPARAM>(&header);
-    return Dispatch(MapKind::Notify, {static_cast<UINT>(header.idFrom), header.code, header.idFrom, lParam}, result);
 }
 
 bool CWnd::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {

@@ -6,11 +6,10 @@
 
 #include <gtest/gtest.h>
 
-#include "TestIds.h"
 #include "framework/App.h"
-#include "framework/DataExchange.h"
-#include "framework/HandleMaps.h"
+#include "framework/HandleMap.h"
 #include "support/Meanwhile.h"
+#include "TestIds.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "framework/HandleMaps.h"
+#include "framework/HandleMap.h"
 
 namespace {
 

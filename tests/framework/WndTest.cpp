@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "TestIds.h"
-#include "framework/HandleMaps.h"
+#include "framework/HandleMap.h"
 #include "framework/Text.h"
 #include "support/Seed.h"
+#include "TestIds.h"
 
 namespace {
 
