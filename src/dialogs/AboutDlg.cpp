@@ -1,11 +1,10 @@
 #include "dialogs/AboutDlg.h"
 
-#include "framework/DataExchange.h"
+#include "dialogs/DialogTheme.h"
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
+#include "resources/Product.h"
 #include "resources/ResourceIds.h"
-#include "dialogs/DialogTheme.h"
-#include "dialogs/ProductStrings.h"
 
 namespace {
 
@@ -36,9 +35,9 @@ bool CAboutDlg::OnInitDialog() {
     panelStatic.SetWindowPos(nullptr, 0, 0, static_cast<int>(client.Width()), static_cast<int>(client.Height()),
                              SWP_NOZORDER);
     PrepareLinks();
-    SetWindowText(LoadText(IDS_ABOUT_TITLE) + productTitle);
-    version = productVersion;
-    company = productCompany;
+    SetWindowText(LoadText(IDS_ABOUT_TITLE) + PRODUCT_TITLE);
+    version = "Version " PRODUCT_VERSION;
+    company = PRODUCT_COMPANY;
     PlaceLine(companyStatic, 28, company);
     PlaceLine(versionStatic, 5, version);
     return true;
@@ -46,10 +45,10 @@ bool CAboutDlg::OnInitDialog() {
 
 void CAboutDlg::PrepareLinks() {
     // Target and underline come before the texts: they still find the template's, which size the links.
-    mail = productMail;
+    mail = PRODUCT_MAIL;
     mailLink.SetTarget("mailto:" + mail);
     mailLink.SetUnderlined(true);
-    web = productWeb;
+    web = PRODUCT_WEB;
     webLink.SetTarget(web);
     webLink.SetUnderlined(true);
     SetDlgItemText(IDC_ABOUT_MAIL_LINK, mail);

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "framework/DataExchange.h"
 #include "resources/ResourceIds.h"
 #include "serial/PortSelection.h"
 

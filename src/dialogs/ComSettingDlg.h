@@ -5,8 +5,8 @@
 // and the close box do: without the values. User-interface thread.
 #pragma once
 
-#include "framework/Dialog.h"
 #include "dialogs/ComSettingText.h"
+#include "framework/Dialog.h"
 #include "serial/PortSearch.h"
 #include "skin/ColorCombo.h"
 

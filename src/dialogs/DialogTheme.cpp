@@ -1,9 +1,10 @@
 #include "dialogs/DialogTheme.h"
 
 #include "skin/SkinStatic.h"
+#include "skin/Theme.h"
 
 std::string DialogThemeFile(const char* name) {
-    return std::string("Themes\\DefaultTheme\\") + name;
+    return std::string(themeFolder) + "\\" + name;
 }
 
 void DressDialogPanel(CSkinStatic& panel) {

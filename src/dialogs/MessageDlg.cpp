@@ -1,14 +1,12 @@
 #include "dialogs/MessageDlg.h"
 
-#include "framework/DataExchange.h"
-#include "framework/ResourceModule.h"
-#include "resources/ResourceIds.h"
 #include "dialogs/DialogTheme.h"
-#include "dialogs/ProductStrings.h"
+#include "framework/ResourceModule.h"
+#include "resources/Product.h"
+#include "resources/ResourceIds.h"
+#include "skin/Theme.h"
 
 namespace {
-
-constexpr COLORREF captionColor = 0xFF0000; // blue
 
 // Two columns of pixels for each half of a byte's width, and room around; in bytes, whatever the text is written in.
 int WidthFor(const std::string& text) {
@@ -30,7 +28,7 @@ void PlaceButton(CSkinButton& button, const CWnd& parent, int left, const std::s
     button.SetBitmapFile(DialogThemeFile("XButton.bmp"));
     button.SetParent(parent);
     button.SetWindowPos(nullptr, left, 40, 74, 22, 0);
-    button.SetCaption(text, 5, captionColor);
+    button.SetCaption(text, 5, themeBlue);
 }
 
 } // namespace
@@ -61,13 +59,13 @@ bool CMessageDlg::OnInitDialog() {
     const CPoint corner = GetWindowRect().TopLeft();
     MoveWindow({corner.x, corner.y, corner.x + width, corner.y + height});
 
-    // The edge and the title of a dialog, in the classic sizes.
+    constexpr int edges = 5, titleAndEdges = 32; // of a dialog, in the classic sizes
     const CRect window = GetWindowRect();
-    panelStatic.SetWindowPos(nullptr, 0, 0, static_cast<int>(window.Width()) - 5,
-                             static_cast<int>(window.Height()) - 32, SWP_NOZORDER);
+    panelStatic.SetWindowPos(nullptr, 0, 0, static_cast<int>(window.Width()) - edges,
+                             static_cast<int>(window.Height()) - titleAndEdges, SWP_NOZORDER);
     PlaceText(width);
     PlaceButtons(static_cast<int>(window.Width()));
-    SetWindowText(caption.empty() ? productTitle : caption);
+    SetWindowText(caption.empty() ? PRODUCT_TITLE : caption);
     return true;
 }
 
@@ -75,7 +73,7 @@ void CMessageDlg::PlaceText(int width) {
     textStatic.SetBitmapFile(DialogThemeFile("TextBK2.bmp"));
     textStatic.SetParent(panelStatic);
     textStatic.SetWindowPos(nullptr, 20, 10, width - 40, 24, 0);
-    textStatic.SetCaption(text, 10, captionColor);
+    textStatic.SetCaption(text, 10, themeBlue);
 }
 
 void CMessageDlg::PlaceButtons(int width) {
@@ -92,4 +90,13 @@ void CMessageDlg::OnOK() {
 void CMessageDlg::OnCancel() {
     cancelled = true;
     CDialog::OnCancel();
+}
+
+int ShowMessage(const std::string& text, const std::string& caption, int style) {
+    CMessageDlg dialog;
+    dialog.text = text;
+    dialog.caption = caption;
+    dialog.style = style;
+    dialog.DoModal();
+    return 0;
 }

@@ -1,7 +1,7 @@
 // The classic look: flat in the system's menu colour, with a raised or sunken frame round an item's image.
-#include "pictures/ColorMath.h"
 #include "menu/MenuItemPainter.h"
 #include "menu/OwnerDrawMenu.h"
+#include "pictures/ColorMath.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The modern look: a column down the left edge, a window-coloured body, a framed selection bar in a pale highlight.
-#include "pictures/ColorMath.h"
 #include "menu/MenuFont.h"
 #include "menu/MenuItemPainter.h"
 #include "menu/MenuMemDC.h"
 #include "menu/OwnerDrawMenu.h"
+#include "pictures/ColorMath.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 
 #include <string_view>
 
-#include "pictures/ColorMath.h"
 #include "menu/MenuFont.h"
 #include "menu/MenuItemPainter.h"
 #include "menu/MenuLayout.h"
+#include "pictures/ColorMath.h"
 
 namespace {
 

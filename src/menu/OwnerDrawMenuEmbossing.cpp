@@ -1,6 +1,6 @@
 // Disabled images: the dark parts as a shadow-coloured shape with a light copy one pixel down and to the right.
-#include "pictures/Embossing.h"
 #include "menu/OwnerDrawMenu.h"
+#include "pictures/Embossing.h"
 
 namespace {
 

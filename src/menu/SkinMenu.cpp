@@ -3,8 +3,8 @@
 #include <string_view>
 
 #include "framework/Dc.h"
-#include "pictures/ColorMath.h"
 #include "menu/MenuFont.h"
+#include "pictures/ColorMath.h"
 
 namespace {
 

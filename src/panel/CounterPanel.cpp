@@ -2,11 +2,12 @@
 
 #include <utility>
 
-#include "framework/DataExchange.h"
 #include "framework/ResourceModule.h"
 #include "link/ReplyMessages.h"
 #include "resources/ResourceIds.h"
 #include "serial/CommPort.h"
+
+static_assert(IDC_ADDRESS_BUTTON_LAST - IDC_ADDRESS_BUTTON_FIRST + 1 == counterCount, "a button for each counter");
 
 CCounterPanel::CCounterPanel() : CDialog(IDD_PANEL), CSettingsForm(static_cast<CWnd&>(*this)) {}
 

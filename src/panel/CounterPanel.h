@@ -23,11 +23,11 @@
 #include "panel/ResultText.h"
 #include "panel/SettingsForm.h"
 #include "panel/TrafficLog.h"
+#include "pictures/SkinPicture.h"
 #include "skin/IconButton.h"
 #include "skin/NamedControl.h"
 #include "skin/SegmentDisplay.h"
 #include "skin/SkinBar.h"
-#include "pictures/SkinPicture.h"
 #include "skin/SkinButton.h"
 #include "skin/SkinStatic.h"
 
@@ -165,8 +165,8 @@ private:
 
     std::string startText, stopText, updateText, clearText, openText, closeText;
 
-    const std::string themeDir = "Themes\\DefaultTheme"; // relative to the current directory
-    CSkinPicture bottomBorder;                           // the panel's own bottom edge
+    const std::string themeDir = themeFolder;
+    CSkinPicture bottomBorder; // the panel's own bottom edge
     bool initialized = false;
 
     const int pollInterval = 200; // milliseconds

@@ -8,6 +8,7 @@
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
 #include "resources/ResourceIds.h"
+#include "skin/Theme.h"
 
 namespace {
 
@@ -25,10 +26,8 @@ void MoveTo(const CWnd& control, const Place& place, UINT flags = 0) {
     control.SetWindowPos(nullptr, place.x, place.y, place.width, place.height, flags);
 }
 
-constexpr COLORREF labelColor = 0xFF0000;   // blue
 constexpr COLORREF lampTextLit = 0x00B200;  // green
 constexpr COLORREF lampTextDark = 0x008000; // dark green
-constexpr COLORREF digitGround = 0xFF0000;  // blue
 constexpr COLORREF digitColor = 0xFFFFFF;   // white
 
 } // namespace
@@ -49,7 +48,7 @@ void CCounterPanel::RestoreStacking() const {
 
 void CCounterPanel::PrepareIndicators() {
     for (CSegmentDisplay* display : {&inDisplay, &outDisplay}) {
-        display->SetBackColor(digitGround);
+        display->SetBackColor(themeBlue);
         display->SetSegmentColor(digitColor);
         display->SetGhostSegments(false);
     }
@@ -72,9 +71,11 @@ void CCounterPanel::PlaceGround() {
     panelStatic.cornerWidth = 50;
     panelStatic.cornerHeight = 40;
     bottomBorder.LoadFromFile(ThemeFile("BottomBorder.bmp"));
-    // The template is larger than the frame's client area by these numbers. The ground stays below its siblings.
+    // By so much the template is larger than the frame's client area. The ground stays below its siblings.
+    constexpr int excessWidth = 54, excessHeight = 19;
     const CRect client = GetClientRect();
-    MoveTo(panelStatic, {0, 0, static_cast<int>(client.Width()) - 54, static_cast<int>(client.Height()) - 19},
+    MoveTo(panelStatic,
+           {0, 0, static_cast<int>(client.Width()) - excessWidth, static_cast<int>(client.Height()) - excessHeight},
            SWP_NOZORDER);
 }
 
@@ -98,7 +99,7 @@ void CCounterPanel::PlaceLabels() {
         label.control.SetBitmapFile(ThemeFile("LeftTitleBar.bmp"));
         label.control.SetParent(panelStatic);
         MoveTo(label.control, label.place);
-        label.control.SetCaption(LoadText(label.textId), label.left, labelColor);
+        label.control.SetCaption(LoadText(label.textId), label.left, themeBlue);
     }
 }
 

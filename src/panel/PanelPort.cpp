@@ -1,12 +1,12 @@
 // Which counter is shown, which port is used and whether it is open, and the language of the next start.
 #include "panel/CounterPanel.h"
 
+#include "dialogs/AboutDlg.h"
+#include "dialogs/MessageDlg.h"
+#include "dialogs/StoredValues.h"
 #include "framework/ResourceModule.h"
 #include "resources/ResourceIds.h"
 #include "serial/CommPort.h"
-#include "dialogs/AboutDlg.h"
-#include "dialogs/ShowMessage.h"
-#include "dialogs/StoredValues.h"
 
 void CCounterPanel::OnAddressButton(UINT id) {
     // A rebuild leaves marks where they were, so several may be set, the clicked one too, which the click took away.

@@ -2,7 +2,7 @@
 // runs its own loop, so everything a handler does to the table is done before it shows one.
 #include "panel/CounterPanel.h"
 
-#include "dialogs/ShowMessage.h"
+#include "dialogs/MessageDlg.h"
 #include "framework/ResourceModule.h"
 #include "framework/Text.h"
 #include "resources/ResourceIds.h"

@@ -11,6 +11,7 @@
 #include "panel/SettingsChange.h"
 #include "skin/NamedControl.h"
 #include "skin/SkinButton.h"
+#include "skin/Theme.h"
 
 class CSettingsForm {
 protected:
@@ -42,7 +43,7 @@ protected:
     ChoicePair DirectionPair() { return {inButton, inText, outButton, outText}; }
     ChoicePair SdDetectPair() { return {yesButton, yesText, noButton, noText}; }
 
-    const COLORREF activeColor = 0xFF0000;   // blue: captions in force
+    const COLORREF activeColor = themeBlue;  // captions in force
     const COLORREF inactiveColor = 0x505050; // dark grey: the others
 
     CSkinButton chineseButton, englishButton, inButton, outButton, yesButton, noButton;

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "framework/Dc.h"
-#include "pictures/Embossing.h"
 #include "pictures/ColorMath.h"
+#include "pictures/Embossing.h"
 #include "pictures/SkinBitmap.h"
 
 namespace {

@@ -10,8 +10,8 @@
 
 #include <windows.h>
 
-#include "framework/Types.h"
 #include "framework/Geometry.h"
+#include "framework/Types.h"
 #include "pictures/NineSlice.h"
 #include "pictures/SkinBitmap.h"
 

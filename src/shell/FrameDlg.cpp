@@ -2,19 +2,19 @@
 
 #include <utility>
 
+#include "dialogs/AboutDlg.h"
+#include "dialogs/ComSettingDlg.h"
+#include "dialogs/StoredValues.h"
 #include "framework/App.h"
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
 #include "link/CommandQueue.h"
 #include "panel/CounterPanel.h"
+#include "resources/Product.h"
 #include "resources/ResourceIds.h"
-#include "dialogs/ComSettingDlg.h"
 #include "serial/CommPort.h"
 #include "serial/PortSelection.h"
-#include "dialogs/AboutDlg.h"
-#include "dialogs/ProductStrings.h"
 #include "shell/StopCommands.h"
-#include "dialogs/StoredValues.h"
 
 namespace {
 
@@ -33,7 +33,7 @@ BOOL CALLBACK PassColorChange(HWND window, LPARAM) {
 } // namespace
 
 CFrameDlg::CFrameDlg(CWnd* parentWindow)
-    : CDialog(IDD_FRAME, parentWindow), icon(LoadApplicationIcon()), title(productTitle) {}
+    : CDialog(IDD_FRAME, parentWindow), icon(LoadApplicationIcon()), title(PRODUCT_TITLE) {}
 
 const CMessageMap& CFrameDlg::ClassMap() {
     static constexpr std::array entries{On<WM_SYSCOMMAND, &CFrameDlg::OnSysCommand>(),

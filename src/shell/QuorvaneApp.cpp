@@ -2,11 +2,11 @@
 
 #include <string>
 
+#include "dialogs/StoredValues.h"
 #include "framework/ResourceModule.h"
 #include "link/CommandQueue.h"
 #include "shell/FrameDlg.h"
 #include "shell/StopCommands.h"
-#include "dialogs/StoredValues.h"
 
 namespace {
 

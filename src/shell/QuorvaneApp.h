@@ -5,6 +5,8 @@
 
 class CQuorvaneApp : public CWinApp {
 public:
+    CQuorvaneApp() : CWinApp("Quorvane") {}
+
     static const CMessageMap& ClassMap();
     const CMessageMap& GetMessageMap() const override { return ClassMap(); }
 

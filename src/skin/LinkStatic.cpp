@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "framework/Dc.h"
+#include "resources/Product.h"
 #include "skin/LinkTarget.h"
 
 namespace {
@@ -227,5 +228,5 @@ void CLinkStatic::OnClicked() {
 }
 
 void CLinkStatic::ReportError(int code) const {
-    MessageBox(OpenFailureText(code), "Keldrun", MB_ICONEXCLAMATION | MB_OK);
+    MessageBox(OpenFailureText(code), PRODUCT_NAME, MB_ICONEXCLAMATION | MB_OK);
 }

@@ -4,7 +4,7 @@
 
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
-#include "skin/HandCursor.h"
+#include "skin/Theme.h"
 
 namespace {
 

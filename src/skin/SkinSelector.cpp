@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "framework/Dc.h"
-#include "skin/HandCursor.h"
 #include "skin/StripLayout.h"
+#include "skin/Theme.h"
 
 const CMessageMap& CSkinSelector::ClassMap() {
     static constexpr std::array entries{On<WM_MOUSEMOVE, &CSkinSelector::OnMouseMove>(),

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "framework/Archive.h"
-#include "skin/ButtonRow.h"
 #include "framework/Geometry.h"
+#include "skin/ButtonRow.h"
 #include "skin/SkinStatic.h"
 
 class CSkinToolStrip : public CSkinStatic {

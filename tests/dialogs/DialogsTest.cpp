@@ -4,11 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include "resources/ResourceIds.h"
 #include "dialogs/AboutDlg.h"
 #include "dialogs/MessageDlg.h"
-#include "dialogs/ProductStrings.h"
-#include "dialogs/ShowMessage.h"
+#include "resources/Product.h"
+#include "resources/ResourceIds.h"
 #include "support/Handles.h"
 #include "support/Meanwhile.h"
 
@@ -52,7 +51,7 @@ TEST(MessageDlg, GrowsWithItsTextAndTellsHowItWasLeft) {
             EXPECT_EQ(TextOf(FindControl(dialog, IDC_MESSAGE_TEXT)), message.text);
             EXPECT_EQ(TextOf(FindControl(dialog, IDC_MESSAGE_OK)), "OK");
             EXPECT_EQ(TextOf(FindControl(dialog, IDC_MESSAGE_CANCEL)), "Cancel");
-            EXPECT_EQ(TextOf(dialog), *caption != '\0' ? caption : productTitle);
+            EXPECT_EQ(TextOf(dialog), *caption != '\0' ? caption : PRODUCT_TITLE);
             const auto* ok = dynamic_cast<CSkinButton*>(CWnd::FromHandlePermanent(FindControl(dialog, IDC_MESSAGE_OK)));
             EXPECT_TRUE(ok->Shows("OK", 0xFF0000));
         };
@@ -72,8 +71,8 @@ TEST(AboutDlg, ItsLinksLeadToTheMaker) {
                   auto* const link = dynamic_cast<CLinkStatic*>(CWnd::FromHandlePermanent(FindControl(dialog, id)));
                   return link != nullptr ? link->GetTarget() : "no link";
               };
-              EXPECT_EQ(target(IDC_ABOUT_WEB_LINK), "http://www.brenholt.example");
-              EXPECT_EQ(target(IDC_ABOUT_MAIL_LINK), "mailto:support@brenholt.example");
+              EXPECT_EQ(target(IDC_ABOUT_WEB_LINK), PRODUCT_WEB);
+              EXPECT_EQ(target(IDC_ABOUT_MAIL_LINK), "mailto:" PRODUCT_MAIL);
           });
 }
 

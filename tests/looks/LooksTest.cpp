@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "SystemTest.h"
 #include "gallery/GalleryIds.h"
 #include "support/Look.h"
+#include "SystemTest.h"
 
 namespace {
 

@@ -3,13 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include "MenuTestIds.h"
-#include "pictures/ColorMath.h"
 #include "menu/MenuFont.h"
 #include "menu/MenuLayout.h"
 #include "menu/MenuToolBar.h"
 #include "menu/OwnerDrawMenu.h"
 #include "menu/SkinMenu.h"
+#include "MenuTestIds.h"
+#include "pictures/ColorMath.h"
 #include "support/Handles.h"
 #include "support/Look.h"
 

@@ -2,11 +2,11 @@
 // system.
 #include <gtest/gtest.h>
 
-#include "MenuTestIds.h"
 #include "framework/Wnd.h"
 #include "menu/MenuFont.h"
 #include "menu/OwnerDrawMenu.h"
 #include "menu/PlatformMenu.h"
+#include "MenuTestIds.h"
 #include "support/Meanwhile.h"
 
 namespace {

@@ -5,9 +5,9 @@
 
 #include <rapidcheck/gtest.h>
 
-#include "Records.h"
 #include "panel/CounterTable.h"
 #include "panel/ResultText.h"
+#include "Records.h"
 
 namespace {
 

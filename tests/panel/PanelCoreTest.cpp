@@ -4,10 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include "Records.h"
 #include "panel/ResultText.h"
 #include "panel/SettingsChange.h"
 #include "panel/TrafficText.h"
+#include "Records.h"
 
 namespace {
 

@@ -6,10 +6,10 @@
 
 #include <gtest/gtest.h>
 
-#include "Records.h"
 #include "link/CommandQueue.h"
 #include "link/ReplyMessages.h"
 #include "panel/CounterPanel.h"
+#include "Records.h"
 #include "resources/ResourceIds.h"
 #include "serial/CommPort.h"
 #include "support/Boxes.h"

@@ -2,9 +2,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "PanelFixture.h"
 #include "framework/ResourceModule.h"
 #include "menu/OwnerDrawMenu.h"
+#include "PanelFixture.h"
 #include "support/Meanwhile.h"
 
 namespace {

@@ -1,8 +1,8 @@
 // Pictures from files: every format and depth against a plain reader, and files that are broken in every way.
 #include <gtest/gtest.h>
 
-#include "pictures/Pictures.h"
 #include "pictures/PictureFile.h"
+#include "pictures/Pictures.h"
 #include "support/Seed.h"
 
 namespace {

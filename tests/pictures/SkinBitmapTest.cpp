@@ -6,10 +6,10 @@
 
 #include <gtest/gtest.h>
 
-#include "pictures/Pictures.h"
-#include "pictures/SlowNineSlice.h"
 #include "pictures/ColorMath.h"
+#include "pictures/Pictures.h"
 #include "pictures/SkinPicture.h"
+#include "pictures/SlowNineSlice.h"
 #include "support/Seed.h"
 
 namespace {

@@ -6,14 +6,14 @@
 
 #include <commctrl.h>
 
+#include "dialogs/AboutDlg.h"
+#include "dialogs/ComSettingDlg.h"
+#include "dialogs/MessageDlg.h"
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
 #include "framework/Text.h"
 #include "panel/ResultText.h"
 #include "resources/ResourceIds.h"
-#include "dialogs/ComSettingDlg.h"
-#include "dialogs/AboutDlg.h"
-#include "dialogs/MessageDlg.h"
 #include "support/Meanwhile.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #include <functional>
 #include <future>
 
-#include "SimulatedPlatform.h"
 #include "serial/CommPort.h"
+#include "SimulatedPlatform.h"
 
 // What a driver still works on, and whether that memory was freed.
 static std::atomic<const void*> heldBlock, heldBytes;

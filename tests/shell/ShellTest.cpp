@@ -7,13 +7,13 @@
 
 #include <gtest/gtest.h>
 
+#include "dialogs/StoredValues.h"
 #include "framework/ResourceModule.h"
 #include "framework/WorkerThread.h"
 #include "link/CommandQueue.h"
 #include "resources/ResourceIds.h"
 #include "serial/CommPort.h"
 #include "shell/QuorvaneApp.h"
-#include "dialogs/StoredValues.h"
 #include "support/Boxes.h"
 #include "support/Meanwhile.h"
 
@@ -53,7 +53,7 @@ protected:
     // Runs the whole program. Once its window stands, `script` runs, and then `end` closes the window.
     void RunProgram(const std::function<void()>& script, UINT end = WM_CLOSE, WPARAM wParam = 0) {
         const CMeanwhile meanwhile([&] {
-            frame = ::FindWindowA("#32770", productTitle);
+            frame = ::FindWindowA("#32770", PRODUCT_TITLE);
             if (::IsWindowVisible(frame) == FALSE) return false;
             script();
             return ::PostMessageA(frame, end, wParam, 0) != FALSE;

@@ -13,8 +13,8 @@
 
 #include <gtest/gtest.h>
 
-#include "pictures/Pictures.h"
 #include "framework/Wnd.h"
+#include "pictures/Pictures.h"
 #include "support/Windows.h"
 
 struct ReceivedCommand {

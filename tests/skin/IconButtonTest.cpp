@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "Ground.h"
 #include "framework/ResourceModule.h"
+#include "Ground.h"
 #include "resources/ResourceIds.h"
 #include "skin/PlainIconButton.h"
 #include "skin/RoundButton.h"

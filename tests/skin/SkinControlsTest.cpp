@@ -6,8 +6,8 @@
 
 #include <oleacc.h>
 
-#include "Ground.h"
 #include "framework/ResourceModule.h"
+#include "Ground.h"
 #include "resources/ResourceIds.h"
 #include "skin/SkinBar.h"
 #include "skin/SkinButton.h"

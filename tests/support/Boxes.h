@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "dialogs/ProductStrings.h"
+#include "resources/Product.h"
 #include "Windows.h"
 
 // Looks by a timer, which runs in whatever message loop the thread is in, that of a box too. `frame` is no box.
@@ -23,7 +23,7 @@ private:
     static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD) {
         const HWND box = current != nullptr ? ShownDialog(current->exempt) : nullptr;
         if (box == nullptr) return;
-        if (const std::string title = TextOf(box); title != productTitle) current->texts += title + ": ";
+        if (const std::string title = TextOf(box); title != PRODUCT_TITLE) current->texts += title + ": ";
         FindBelow(box, [](HWND child) {
             if (IsOfClass(child, "Static")) current->texts += TextOf(child);
             return false;

@@ -9,8 +9,8 @@
 
 #include <gtest/gtest.h>
 
-#include "Program.h"
 #include "line/CounterLine.h"
+#include "Program.h"
 #include "serial/CommPort.h"
 #include "support/Hex.h"
 

@@ -2,9 +2,9 @@
 #include <fstream>
 #include <sstream>
 
-#include "SystemTest.h"
 #include "framework/Time.h"
 #include "link/ReplyMessages.h"
+#include "SystemTest.h"
 
 namespace {
 

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include "resources/Product.h"
 #include "resources/ResourceIds.h"
 #include "support/Windows.h"
 
@@ -90,7 +91,7 @@ inline GUITHREADINFO InputOf(HWND window) {
 
 class CProgram {
 public:
-    static constexpr char title[] = "Keldrun Version 1.1-20101001       www.brenholt.example";
+    static constexpr char title[] = PRODUCT_TITLE;
 
     CProgram() = default;
     CProgram(const CProgram&) = delete;

@@ -6,10 +6,9 @@
 
 #include "framework/ResourceModule.h"
 #include "pictures/SkinBitmap.h"
+#include "skin/Theme.h"
 
 namespace {
-
-constexpr char defaultTheme[] = "Themes\\DefaultTheme\\";
 
 bool IsFolder(const std::string& path) {
     const DWORD attributes = ::GetFileAttributesA(path.c_str());
@@ -22,7 +21,8 @@ std::string ChooseThemeFolder(std::string argument) {
     constexpr char around[] = " \t\"";
     argument.erase(0, argument.find_first_not_of(around));
     argument.erase(argument.find_last_not_of(around) + 1);
-    if (argument.empty()) return IsFolder(defaultTheme) ? defaultTheme : ProgramFolder() + defaultTheme;
+    const std::string standard = std::string(themeFolder) + "\\";
+    if (argument.empty()) return IsFolder(standard) ? standard : ProgramFolder() + standard;
     const char last = argument.back();
     return last == '\\' || last == '/' ? argument : argument + '\\';
 }

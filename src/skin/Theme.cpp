@@ -1,6 +1,4 @@
-#include "skin/HandCursor.h"
-
-#include <windows.h>
+#include "skin/Theme.h"
 
 #include "framework/ResourceModule.h"
 #include "resources/ResourceIds.h"
