@@ -62,6 +62,6 @@ private:
     bool shut = false;
     std::atomic<bool> stopRequested{false};
     std::atomic<bool> running{false};
-    CMutex
-        lock; // guards `commands` and the changes of `waiting`; held for an append or a removal, never across a command
+    // Guards `commands` and the changes of `waiting`; held for an append or a removal, never across a command.
+    CMutex lock;
 };

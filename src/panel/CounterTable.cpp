@@ -7,25 +7,33 @@ namespace {
 constexpr int statusLength = CommandOf(RequestCode::Poll).recordLength;
 constexpr int settingsLength = CommandOf(RequestCode::ReadSettings).recordLength;
 
+// Marks the counter of each record that stands in the table as seen, and gives its entry and the record to `take`.
+template <int length, class Take>
+void ForEachRecord(CCounterTable& table, std::span<const std::uint8_t> reply,
+                   bool (*decode)(const std::uint8_t*, int, CounterRecord&), Take take) {
+    table.seen.fill(false);
+    SearchRecords<length>(reply, [&](std::span<const std::uint8_t, length> bytes) {
+        CounterRecord found;
+        decode(bytes.data(), length, found);
+        if (!CCounterTable::IsCounterAddress(found.address)) return;
+        const auto index = static_cast<std::size_t>(found.address);
+        table.seen[index] = true;
+        take(table.records[index], found);
+    });
+}
+
 } // namespace
 
 CCounterTable::StatusOutcome CCounterTable::TakeStatusReply(std::span<const std::uint8_t> reply) {
     StatusOutcome outcome;
-    seen.fill(false);
-    SearchRecords<statusLength>(reply, [&](std::span<const std::uint8_t, statusLength> bytes) {
-        CounterRecord found;
-        DecodeStatusRecord(bytes.data(), statusLength, found);
-        if (!IsCounterAddress(found.address)) return;
-        const auto index = static_cast<std::size_t>(found.address);
-        seen[index] = true;
-        CounterRecord& entry = records[index];
+    ForEachRecord<statusLength>(*this, reply, &DecodeStatusRecord, [&](CounterRecord& entry, const auto& found) {
         entry.deviceTime = found.deviceTime;
         entry.address = found.address;
         entry.inCount = found.inCount;
         entry.outCount = found.outCount;
         entry.extraCount = found.extraCount;
         entry.extraByte = found.extraByte;
-        if (known[index]) return;
+        if (known[static_cast<std::size_t>(found.address)]) return;
         outcome.strangerSeen = true;
         if (selected == -1) {
             selected = found.address;
@@ -36,14 +44,7 @@ CCounterTable::StatusOutcome CCounterTable::TakeStatusReply(std::span<const std:
 }
 
 void CCounterTable::TakeSettingsReply(std::span<const std::uint8_t> reply) {
-    seen.fill(false);
-    SearchRecords<settingsLength>(reply, [&](std::span<const std::uint8_t, settingsLength> bytes) {
-        CounterRecord found;
-        DecodeSettingsRecord(bytes.data(), settingsLength, found);
-        if (!IsCounterAddress(found.address)) return;
-        const auto index = static_cast<std::size_t>(found.address);
-        seen[index] = true;
-        CounterRecord& entry = records[index];
+    ForEachRecord<settingsLength>(*this, reply, &DecodeSettingsRecord, [](CounterRecord& entry, const auto& found) {
         entry.deviceTime = found.deviceTime;
         entry.sensitivity = found.sensitivity;
         entry.sdPeriod = found.sdPeriod;
