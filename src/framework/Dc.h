@@ -10,7 +10,7 @@
 #include <windows.h>
 
 #include "framework/Gdi.h"
-#include "framework/Types.h"
+#include "framework/Geometry.h"
 
 class CWnd;
 

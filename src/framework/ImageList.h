@@ -6,7 +6,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
-#include "framework/Types.h"
+#include "framework/Geometry.h"
 
 class CImageList {
 public:

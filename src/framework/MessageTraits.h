@@ -7,7 +7,7 @@
 
 #include <windows.h>
 
-#include "framework/Types.h"
+#include "framework/Geometry.h"
 
 class CWnd;
 class CMenu;

@@ -16,7 +16,7 @@
 #include <windows.h>
 
 #include "framework/MessageMap.h"
-#include "framework/Types.h"
+#include "framework/Geometry.h"
 
 class CDC;
 struct CDataExchange;

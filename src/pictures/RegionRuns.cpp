@@ -23,34 +23,36 @@ bool TransparentRange::Contains(const std::uint8_t* pixel) const {
 
 namespace {
 
-std::vector<Box> RunsOfRow(const PixelRows& picture, const TransparentRange& transparent, int y) {
-    std::vector<Box> runs;
+std::vector<CRect> RunsOfRow(const PixelRows& picture, const TransparentRange& transparent, int y) {
+    std::vector<CRect> runs;
     const std::uint8_t* row = picture.RowFromTop(y);
     for (int x = 0; x < picture.width; ++x) {
         const int start = x;
         while (x < picture.width && !transparent.Contains(row + static_cast<std::size_t>(x) * 4)) ++x;
-        if (x > start) runs.push_back({start, y, x - start, 1});
+        if (x > start) runs.push_back({start, y, x, y + 1});
     }
     return runs;
 }
 
-void CloseGaps(std::vector<Box>& runs) {
+void CloseGaps(std::vector<CRect>& runs) {
     if (runs.empty()) return;
-    runs.front().width = runs.back().x + runs.back().width - runs.front().x;
+    runs.front().right = runs.back().right;
     runs.resize(1);
 }
 
-std::vector<Box> MergedRows(const PixelRows& picture, const TransparentRange& transparent, bool gapsToo) {
-    std::vector<Box> boxes;
+std::vector<CRect> MergedRows(const PixelRows& picture, const TransparentRange& transparent, bool gapsToo) {
+    std::vector<CRect> boxes;
     std::size_t band = 0; // where the boxes begin that end at the row before
     for (int y = 0; y < picture.height; ++y) {
-        std::vector<Box> runs = RunsOfRow(picture, transparent, y);
+        std::vector<CRect> runs = RunsOfRow(picture, transparent, y);
         if (gapsToo) CloseGaps(runs);
-        const auto extends = [](const Box& box, const Box& run) { return box.x == run.x && box.width == run.width; };
+        const auto extends = [](const CRect& box, const CRect& run) {
+            return box.left == run.left && box.right == run.right;
+        };
         if (std::equal(boxes.begin() + static_cast<std::ptrdiff_t>(band), boxes.end(), runs.begin(), runs.end(),
                        extends)) {
             std::for_each(boxes.begin() + static_cast<std::ptrdiff_t>(band), boxes.end(),
-                          [](Box& box) { ++box.height; });
+                          [](CRect& box) { ++box.bottom; });
         } else {
             band = boxes.size();
             boxes.insert(boxes.end(), runs.begin(), runs.end());
@@ -61,16 +63,16 @@ std::vector<Box> MergedRows(const PixelRows& picture, const TransparentRange& tr
 
 } // namespace
 
-std::vector<Box> OutlineRuns(const PixelRows& picture, const TransparentRange& transparent) {
-    std::vector<Box> boxes = MergedRows(picture, transparent, false);
+std::vector<CRect> OutlineRuns(const PixelRows& picture, const TransparentRange& transparent) {
+    std::vector<CRect> boxes = MergedRows(picture, transparent, false);
     return boxes.size() <= mostOutlineBoxes ? boxes : MergedRows(picture, transparent, true);
 }
 
 void ForEachRunBatch(const PixelRows& picture, const TransparentRange& transparent,
-                     const std::function<void(const std::vector<Box>& runs)>& take) {
-    std::vector<Box> runs;
+                     const std::function<void(const std::vector<CRect>& runs)>& take) {
+    std::vector<CRect> runs;
     for (int y = 0; y < picture.height; ++y) {
-        for (const Box& run : RunsOfRow(picture, transparent, y)) {
+        for (const CRect& run : RunsOfRow(picture, transparent, y)) {
             runs.push_back(run);
             if (runs.size() == regionBatch) {
                 take(runs);

@@ -41,9 +41,9 @@ inline constexpr std::size_t mostOutlineBoxes = 1000;
 
 // What is not transparent, with equal rows in one; where that makes more boxes than `mostOutlineBoxes`, the rows
 // without their gaps.
-std::vector<Box> OutlineRuns(const PixelRows& picture, const TransparentRange& transparent);
+std::vector<CRect> OutlineRuns(const PixelRows& picture, const TransparentRange& transparent);
 
 // Hands out the runs of pixels that are not transparent, each one pixel high, from the picture's top row down and from
 // left to right, in batches of exactly `regionBatch`, then the rest, which may be empty.
 void ForEachRunBatch(const PixelRows& picture, const TransparentRange& transparent,
-                     const std::function<void(const std::vector<Box>& runs)>& take);
+                     const std::function<void(const std::vector<CRect>& runs)>& take);

@@ -43,14 +43,10 @@ const CMemoryDC& SourceContext() {
     return *context;
 }
 
-CRect ToRect(const Box& box) {
-    return {box.x, box.y, box.x + box.width, box.y + box.height};
-}
-
 constexpr std::size_t roomStep = 100; // rectangles by which the region data grow
 
 // `bytes` keeps its room from batch to batch, and the platform is told all of it.
-HRGN RegionOfRuns(const std::vector<Box>& runs, std::vector<std::byte>& bytes) {
+HRGN RegionOfRuns(const std::vector<CRect>& runs, std::vector<std::byte>& bytes) {
     // The platform refuses region data without rectangles, where an empty region is meant.
     if (runs.empty()) return ::CreateRectRgn(0, 0, 0, 0);
     const std::size_t room = (runs.size() + roomStep - 1) / roomStep * roomStep;
@@ -60,7 +56,7 @@ HRGN RegionOfRuns(const std::vector<Box>& runs, std::vector<std::byte>& bytes) {
     auto* rects = reinterpret_cast<RECT*>(data.Buffer);
     RECT& bounds = data.rdh.rcBound;
     for (std::size_t i = 0; i < runs.size(); ++i) {
-        rects[i] = ToRect(runs[i]);
+        rects[i] = runs[i];
         bounds.left = std::min(bounds.left, rects[i].left);
         bounds.top = std::min(bounds.top, rects[i].top);
         bounds.right = std::max(bounds.right, rects[i].right);
@@ -87,10 +83,10 @@ PixelRows ReadRows(const CSkinBitmap& bitmap, std::vector<std::uint8_t>& bytes) 
 
 int CSkinBitmap::GetFrame(CSkinBitmap& frame, int column, int row, int columns, int rows) const {
     frame.DeleteObject();
-    const Box cell = FrameCell(GetWidth(), GetHeight(), column, row, columns, rows);
+    const CRect cell = FrameCell(GetWidth(), GetHeight(), column, row, columns, rows);
     if (cell.IsEmpty()) return 1;
-    frame.CreateBlank(ToRect(cell));
-    CopyCells(frame, {{{0, 0, cell.width, cell.height}, cell}});
+    frame.CreateBlank(cell);
+    CopyCells(frame, {{{0, 0, cell.Width(), cell.Height()}, cell}});
     return 1;
 }
 
@@ -101,7 +97,7 @@ HRGN CSkinBitmap::CreateRegion(COLORREF transparent, COLORREF tolerance) const {
     if (rows.bytes.empty()) return nullptr;
     CRgn whole;
     std::vector<std::byte> regionData;
-    ForEachRunBatch(rows, TransparentRange::From(transparent, tolerance), [&](const std::vector<Box>& runs) {
+    ForEachRunBatch(rows, TransparentRange::From(transparent, tolerance), [&](const std::vector<CRect>& runs) {
         CRgn part(RegionOfRuns(runs, regionData));
         if (whole.IsEmpty()) {
             whole = std::move(part);
@@ -159,10 +155,9 @@ int CSkinBitmap::StretchDraw(HDC dc, const CRect& target, const CRect& source) c
 
 int CSkinBitmap::DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int cornerHeight) const {
     if (IsEmpty()) return 1;
-    const Box target{0, 0, static_cast<int>(rect.Width()), static_cast<int>(rect.Height())};
-    const Box whole{0, 0, GetWidth(), GetHeight()};
-    const auto cells = NineSliceCells(target, whole, cornerWidth, cornerHeight);
-    if (!CellsFill(cells, target, whole)) {
+    const CRect whole = GetBounds();
+    const auto cells = NineSliceCells(rect, whole, cornerWidth, cornerHeight);
+    if (!CellsFill(cells, rect, whole)) {
         CSkinBitmap stretched;
         BuildNineSlice(stretched, rect, cornerWidth, cornerHeight);
         return stretched.Draw(dc, rect);
@@ -170,8 +165,8 @@ int CSkinBitmap::DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int c
     const CMemoryDC& source = SourceContext();
     const CSelectObject picture(source, GetHandle());
     for (const auto& [to, from] : cells) {
-        ::StretchBlt(dc, rect.left + to.x, rect.top + to.y, to.width, to.height, source.GetHandle(), from.x, from.y,
-                     from.width, from.height, SRCCOPY);
+        ::StretchBlt(dc, rect.left + to.left, rect.top + to.top, to.Width(), to.Height(), source.GetHandle(), from.left,
+                     from.top, from.Width(), from.Height(), SRCCOPY);
     }
     return 1;
 }
@@ -180,14 +175,13 @@ int CSkinBitmap::BuildNineSlice(CSkinBitmap& out, const CRect& rect, int cornerW
     out.DeleteObject();
     if (IsEmpty()) return 1;
     out.CreateBlank(rect);
-    CopyCells(out, NineSliceCells({0, 0, out.GetWidth(), out.GetHeight()}, {0, 0, GetWidth(), GetHeight()}, cornerWidth,
-                                  cornerHeight));
+    CopyCells(out, NineSliceCells(out.GetBounds(), GetBounds(), cornerWidth, cornerHeight));
     return 1;
 }
 
 void CSkinBitmap::CreateBlank(const CRect& rect) {
     DeleteObject();
-    if (rect.Width() > 0 && rect.Height() > 0) Attach(CreatePixels(rect.Width(), rect.Height()));
+    if (!rect.IsEmpty()) Attach(CreatePixels(rect.Width(), rect.Height()));
 }
 
 void CSkinBitmap::CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cells) const {
@@ -197,8 +191,8 @@ void CSkinBitmap::CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cell
     const CMemoryDC target(nullptr);
     const CSelectObject canvas(target, out.GetHandle());
     for (const auto& [to, from] : cells) {
-        ::StretchBlt(target.GetHandle(), to.x, to.y, to.width, to.height, source.GetHandle(), from.x, from.y,
-                     from.width, from.height, SRCCOPY);
+        ::StretchBlt(target.GetHandle(), to.left, to.top, to.Width(), to.Height(), source.GetHandle(), from.left,
+                     from.top, from.Width(), from.Height(), SRCCOPY);
     }
 }
 

@@ -13,7 +13,7 @@
 #include <windows.h>
 
 #include "framework/Gdi.h"
-#include "framework/Types.h"
+#include "framework/Geometry.h"
 #include "pictures/NineSlice.h"
 
 struct IPicture;

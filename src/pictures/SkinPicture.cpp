@@ -56,19 +56,19 @@ HBITMAP CSkinPicture::CopyFrom(HBITMAP source) {
 }
 
 CSkinBitmap CSkinPicture::CutTo(const CRect& within, CRect& place) const {
-    const LONG left = place.left, top = place.top;
+    const CPoint whole = place.TopLeft();
     ::IntersectRect(&place, &place, &within);
     CSkinBitmap out;
     out.CreateBlank(place);
     const int width = out.GetWidth(), height = out.GetHeight();
-    CopyCells(out, {{{0, 0, width, height}, {place.left - left, place.top - top, width, height}}});
+    CopyCells(out, {{{0, 0, width, height}, CRect::Sized(place.left - whole.x, place.top - whole.y, width, height)}});
     return out;
 }
 
 CSkinBitmap CSkinPicture::GetCell(int column, int row, int columns, int rows, const CSize& most) const {
-    const Box cell = FrameCell(GetWidth(), GetHeight(), column, row, columns, rows);
-    CRect place(-cell.x, -cell.y, GetWidth() - cell.x, GetHeight() - cell.y);
-    return CutTo({0, 0, std::min<LONG>(cell.width, most.cx), std::min<LONG>(cell.height, most.cy)}, place);
+    const CRect cell = FrameCell(GetWidth(), GetHeight(), column, row, columns, rows);
+    CRect place = CRect::Sized(-cell.left, -cell.top, GetWidth(), GetHeight());
+    return CutTo({0, 0, std::min<LONG>(cell.Width(), most.cx), std::min<LONG>(cell.Height(), most.cy)}, place);
 }
 
 CSkinBitmap CSkinPicture::GetRow(int row, int columns, int rows, const CSize& most) const {
@@ -76,10 +76,11 @@ CSkinBitmap CSkinPicture::GetRow(int row, int columns, int rows, const CSize& mo
     std::vector<SliceCell> cells;
     int width = 0, height = 0;
     for (int column = 1; column <= columns; ++column) {
-        Box cell = FrameCell(GetWidth(), GetHeight(), column, row, columns, rows);
-        cell.width = width = std::min(cell.width, static_cast<int>(most.cx));
-        cell.height = height = std::min(cell.height, static_cast<int>(most.cy));
-        cells.push_back({{(column - 1) * width, 0, width, height}, cell});
+        const CRect cell = FrameCell(GetWidth(), GetHeight(), column, row, columns, rows);
+        width = std::min<LONG>(cell.Width(), most.cx);
+        height = std::min<LONG>(cell.Height(), most.cy);
+        cells.push_back(
+            {CRect::Sized((column - 1) * width, 0, width, height), CRect::Sized(cell.left, cell.top, width, height)});
     }
     out.CreateBlank({0, 0, width * columns, height});
     CopyCells(out, cells);
@@ -102,8 +103,7 @@ void CSkinPicture::BuildNineSlice(CSkinBitmap& out, const CRect& rect, int corne
         return;
     }
     out.CreateBlank(rect);
-    CopyCells(out, NineSliceCells({0, 0, out.GetWidth(), out.GetHeight()}, {0, 0, GetWidth(), GetHeight()}, cornerWidth,
-                                  cornerHeight));
+    CopyCells(out, NineSliceCells(out.GetBounds(), {0, 0, GetWidth(), GetHeight()}, cornerWidth, cornerHeight));
 }
 
 void CSkinPicture::CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cells) const {
@@ -118,14 +118,14 @@ void CSkinPicture::CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cel
     CBitmapRows::Piece held{}; // cells side by side are cut from the same rows
     CBitmap rows;
     for (const auto& [to, from] : cells) {
-        const int first = std::max(0, -to.y);
-        const int count = std::min(to.height, out.GetHeight() - to.y) - first;
+        const int first = std::max<LONG>(0, -to.top);
+        const int count = std::min<LONG>(to.Height(), out.GetHeight() - to.top) - first;
         if (count <= 0) continue;
-        const CBitmapRows::Piece wanted{from.y, from.height, to.height, first, count};
+        const CBitmapRows::Piece wanted{from.top, from.Height(), to.Height(), first, count};
         if (held != wanted) rows = file.Read(held = wanted);
         if (rows.IsEmpty()) return;
         const CSelectObject selected(source, rows.GetHandle());
-        ::StretchBlt(target.GetHandle(), to.x, to.y + first, to.width, count, source.GetHandle(), from.x, 0, from.width,
-                     count, SRCCOPY);
+        ::StretchBlt(target.GetHandle(), to.left, to.top + first, to.Width(), count, source.GetHandle(), from.left, 0,
+                     from.Width(), count, SRCCOPY);
     }
 }

@@ -24,8 +24,8 @@ public:
     HBITMAP CopyFrom(HBITMAP source);
 
     bool IsEmpty() const { return size.cx == 0; }
-    int GetWidth() const { return static_cast<int>(size.cx); }
-    int GetHeight() const { return static_cast<int>(size.cy); }
+    int GetWidth() const { return size.cx; }
+    int GetHeight() const { return size.cy; }
 
     // Of the picture in its own size at `place`, what lies in `within`, to which `place` is cut.
     CSkinBitmap CutTo(const CRect& within, CRect& place) const;

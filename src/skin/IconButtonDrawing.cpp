@@ -23,10 +23,6 @@ void DrawRaisedFrame(CDC& dc, const CRect& rect) {
     }
 }
 
-Box ToBox(const CRect& rect) {
-    return {rect.left, rect.top, rect.Width(), rect.Height()};
-}
-
 } // namespace
 
 void CIconButton::DrawItem(DRAWITEMSTRUCT& item) {
@@ -93,11 +89,10 @@ std::size_t CIconButton::ImageSlot(bool secondFilled) const {
 }
 
 CPoint CIconButton::PlaceOf(const CRect& item, int width, int height, bool hasCaption, CRect& caption) const {
-    const ImagePlace place = PlaceImage(ToBox(item), GetClientRect().right, width, height, imageAlign, hasCaption);
-    const Box& area = place.captionArea;
-    caption = CRect(area.x, area.y, area.x + area.width, area.y + area.height);
+    const ImagePlace place = PlaceImage(item, GetClientRect().right, width, height, imageAlign, hasCaption);
+    caption = place.captionArea;
     const int shift = pressed && !isCheckBox ? 1 : 0;
-    return {place.x + shift, place.y + shift};
+    return {place.image.x + shift, place.image.y + shift};
 }
 
 void CIconButton::DrawIcon(CDC& dc, const CRect& item, bool hasCaption, CRect& caption) {

@@ -11,13 +11,12 @@ enum class ImageAlign : std::uint8_t { Left = 0, Above = 1, Right = 2 };
 inline constexpr int imageMargin = 3;
 
 struct ImagePlace {
-    int x; // top left corner of the image
-    int y;
-    Box captionArea; // what the image leaves to the caption
+    CPoint image;      // its top left corner
+    CRect captionArea; // what the image leaves to the caption
 
     bool operator==(const ImagePlace&) const = default;
 };
 
 // `item` is the button's whole area, `clientRight` the right edge of its client area.
-ImagePlace PlaceImage(const Box& item, int clientRight, int imageWidth, int imageHeight, ImageAlign align,
+ImagePlace PlaceImage(const CRect& item, int clientRight, int imageWidth, int imageHeight, ImageAlign align,
                       bool hasCaption);

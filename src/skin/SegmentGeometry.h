@@ -4,8 +4,6 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/Geometry.h"
-
 // Worked out once from the height of the display in pixels.
 struct SegmentMetrics {
     int thickness = 1;     // width of a line, and the unit of the margins; 0.06 of the height, at least 1

@@ -22,19 +22,18 @@ void CSkinSelector::AddImage(const std::string& path) {
 
 void CSkinSelector::PaintOn(CDC& dc) {
     const CRect client = GetClientRect();
-    const auto draw = [&](const CSkinPicture& picture, const Box& box) {
-        CRect place(box.x, box.y, box.x + box.width, box.y + box.height);
+    const auto draw = [&](const CSkinPicture& picture, CRect place) {
         picture.CutTo(client, place).Draw(dc.GetHandle(), place);
     };
     draw(bitmap, {0, 0, bitmap.GetWidth(), bitmap.GetHeight()});
     const auto slot = static_cast<std::size_t>(selected);
     if (slot >= images.size()) return;
-    draw(images[slot], SlotBox(selected, images[slot].GetWidth(), images[slot].GetHeight()));
+    draw(images[slot], SlotRect(selected, images[slot].GetWidth(), images[slot].GetHeight()));
 }
 
 void CSkinSelector::OnLButtonDown(UINT, CPoint point) {
     if (point.y < selectorLimit) {
-        selected = SlotAt(static_cast<int>(point.y), bitmap.GetHeight()).value_or(selected);
+        selected = SlotAt(point.y, bitmap.GetHeight()).value_or(selected);
         ShowHandCursor();
         Invalidate();
         UpdateWindow();

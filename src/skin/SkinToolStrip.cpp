@@ -31,20 +31,18 @@ void CSkinToolStrip::CreateButtons(int buttonWidth, int buttonHeight, int frameW
 
 bool CSkinToolStrip::SerializeButtonRects(CArchive& archive) {
     if (archive.IsStoring()) {
-        StoreBoxes(archive, buttonRects);
+        StoreRects(archive, buttonRects);
         return true;
     }
-    auto loaded = LoadBoxes(archive);
+    auto loaded = LoadRects(archive);
     if (!loaded) return false;
     buttonRects = std::move(*loaded);
     return true;
 }
 
 std::unique_ptr<CSkinButton> CSkinToolStrip::MakeButton(std::size_t index, UINT id, int frameCount) const {
-    const Box& box = buttonRects[index];
     auto button = std::make_unique<CSkinButton>();
-    button->Create("BUTTON", "", WS_CHILD | WS_VISIBLE | BS_NOTIFY,
-                   CRect(box.x, box.y, box.x + box.width, box.y + box.height), GetHandle(), id);
+    button->Create("BUTTON", "", WS_CHILD | WS_VISIBLE | BS_NOTIFY, buttonRects[index], GetHandle(), id);
     CSkinBitmap frame;
     strip.GetFrame(frame, static_cast<int>(index) + 1, 1, frameCount, 1);
     const CBitmap former(button->SetBitmapHandle(frame.GetHandle()));
@@ -62,7 +60,7 @@ void CSkinToolStrip::PlaceButtons(const CButtonRow::Buttons& made) const {
     std::vector<int> lengths; // in bytes: a character that takes more of them is a wide one
     for (const auto& button : made)
         lengths.push_back(static_cast<int>(LoadText(static_cast<UINT>(button->GetDlgCtrlID())).size()));
-    const std::vector<Box> row = WidenRow(buttonRects, lengths, metrics.tmAveCharWidth);
+    const std::vector<CRect> row = WidenRow(buttonRects, lengths, metrics.tmAveCharWidth);
     for (std::size_t i = 0; i < made.size(); ++i)
-        made[i]->SetWindowPos(nullptr, row[i].x, row[i].y, row[i].width, row[i].height, SWP_NOZORDER);
+        made[i]->SetWindowPos(nullptr, row[i].left, row[i].top, row[i].Width(), row[i].Height(), SWP_NOZORDER);
 }

@@ -45,6 +45,6 @@ private:
 
     CSkinBitmap strip;
     std::vector<UINT> buttonIds;
-    std::vector<Box> buttonRects; // as created
+    std::vector<CRect> buttonRects; // as created
     CButtonRow buttons;
 };

@@ -6,16 +6,10 @@
 
 namespace {
 
-constexpr std::size_t storedBoxSize = 16;
+constexpr std::size_t storedRectSize = 16;
 
 constexpr int rowLeft = 30;
 constexpr int rowTop = 2;
-
-// Any four edges come back as they were, so the sums may wrap round.
-Box BoxOfEdges(std::uint32_t left, std::uint32_t top, std::uint32_t right, std::uint32_t bottom) {
-    return {static_cast<int>(left), static_cast<int>(top), static_cast<int>(right - left),
-            static_cast<int>(bottom - top)};
-}
 
 } // namespace
 
@@ -25,56 +19,47 @@ std::optional<int> SlotAt(int y, int pictureHeight) {
     return y / slotHeight;
 }
 
-Box SlotBox(int slot, int width, int height) {
-    return {0, slot * height, width, height};
+CRect SlotRect(int slot, int width, int height) {
+    return CRect::Sized(0, slot * height, width, height);
 }
 
 int FrameCount(int stripWidth, int frameWidth) {
     return frameWidth > 0 ? stripWidth / frameWidth : 0;
 }
 
-std::vector<Box> ButtonRow(int count, int width, int height) {
-    std::vector<Box> row;
+std::vector<CRect> ButtonRow(int count, int width, int height) {
+    std::vector<CRect> row;
     row.reserve(static_cast<std::size_t>(std::max(count, 0)));
-    for (int i = 0; i < count; ++i) row.push_back({rowLeft + i * width, rowTop, width, height});
+    for (int i = 0; i < count; ++i) row.push_back(CRect::Sized(rowLeft + i * width, rowTop, width, height));
     return row;
 }
 
-std::vector<Box> WidenRow(std::vector<Box> row, std::span<const int> textLengths, int averageWidth) {
-    int left = rowLeft;
+std::vector<CRect> WidenRow(std::vector<CRect> row, std::span<const int> textLengths, int averageWidth) {
+    LONG left = rowLeft;
     for (std::size_t i = 0; i < row.size(); ++i) {
-        row[i].x = left;
-        row[i].width += textLengths[i] * averageWidth;
-        left += row[i].width;
+        const int width = row[i].Width() + textLengths[i] * averageWidth;
+        row[i].left = left;
+        left += width;
+        row[i].right = left;
     }
     return row;
 }
 
-void StoreBoxes(CArchive& archive, std::span<const Box> boxes) {
-    archive.WriteCount(static_cast<std::uint32_t>(boxes.size()));
-    for (const Box& box : boxes) {
-        const auto left = static_cast<std::uint32_t>(box.x);
-        const auto top = static_cast<std::uint32_t>(box.y);
-        archive.WriteDword(left);
-        archive.WriteDword(top);
-        archive.WriteDword(left + static_cast<std::uint32_t>(box.width));
-        archive.WriteDword(top + static_cast<std::uint32_t>(box.height));
-    }
+void StoreRects(CArchive& archive, std::span<const CRect> rects) {
+    archive.WriteCount(static_cast<std::uint32_t>(rects.size()));
+    for (const CRect& rect : rects)
+        for (const LONG edge : {rect.left, rect.top, rect.right, rect.bottom})
+            archive.WriteDword(static_cast<std::uint32_t>(edge));
 }
 
-std::optional<std::vector<Box>> LoadBoxes(CArchive& archive) {
+std::optional<std::vector<CRect>> LoadRects(CArchive& archive) {
     CArchive ahead = archive;
     const auto count = ahead.ReadCount();
-    if (!count || ahead.GetRest() / storedBoxSize < *count) return std::nullopt;
-    std::vector<Box> boxes;
-    boxes.reserve(*count);
-    const auto next = [&] { return ahead.ReadDword().value_or(0); };
-    while (boxes.size() < *count) {
-        const std::uint32_t left = next();
-        const std::uint32_t top = next();
-        const std::uint32_t right = next();
-        boxes.push_back(BoxOfEdges(left, top, right, next()));
-    }
+    if (!count || ahead.GetRest() / storedRectSize < *count) return std::nullopt;
+    std::vector<CRect> rects(*count);
+    for (CRect& rect : rects)
+        for (LONG* edge : {&rect.left, &rect.top, &rect.right, &rect.bottom})
+            *edge = static_cast<LONG>(ahead.ReadDword().value_or(0));
     archive = ahead;
-    return boxes;
+    return rects;
 }

@@ -17,19 +17,19 @@ inline constexpr int selectorSlots = 4;
 std::optional<int> SlotAt(int y, int pictureHeight);
 
 // Where slot `slot` shows its own picture of this size.
-Box SlotBox(int slot, int width, int height);
+CRect SlotRect(int slot, int width, int height);
 
 // How many frames of this width lie side by side in a strip; none for a frame without a width.
 int FrameCount(int stripWidth, int frameWidth);
 
 // `count` buttons of one size side by side.
-std::vector<Box> ButtonRow(int count, int width, int height);
+std::vector<CRect> ButtonRow(int count, int width, int height);
 
 // The same buttons, each as much wider as its text needs, without gaps. As many entries of `textLengths`, in units of
 // the average width.
-std::vector<Box> WidenRow(std::vector<Box> row, std::span<const int> textLengths, int averageWidth);
+std::vector<CRect> WidenRow(std::vector<CRect> row, std::span<const int> textLengths, int averageWidth);
 
 // Rectangles in an archive: a count, then the left, top, right and bottom edge of each in 32 bits. Loading gives
 // nothing, with nothing taken, where less is left than the count says.
-void StoreBoxes(CArchive& archive, std::span<const Box> boxes);
-std::optional<std::vector<Box>> LoadBoxes(CArchive& archive);
+void StoreRects(CArchive& archive, std::span<const CRect> rects);
+std::optional<std::vector<CRect>> LoadRects(CArchive& archive);

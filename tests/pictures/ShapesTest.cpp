@@ -27,16 +27,17 @@ TEST(NineSlice, CellsPaintWhatEachPixelIsToldToShow) {
     for (int i = 0; i < 6 * 6 * 5 * 5 * 4 * 4; ++i) {
         const SlowSize target{i % 6 + 1, i / 6 % 6 + 1}, picture{i / 36 % 5 + 1, i / 180 % 5 + 1};
         const SlowSize corner{i / 900 % 4, i / 3600};
-        const Box place{5, 6, target.width, target.height}, whole{3, 4, picture.width, picture.height};
+        const CRect place = CRect::Sized(5, 6, target.width, target.height),
+                    whole = CRect::Sized(3, 4, picture.width, picture.height);
         const auto cells = NineSliceCells(place, whole, corner.width, corner.height);
         std::map<Point, Point> painted;
         bool fills = true;
         for (const auto& [to, from] : cells) {
-            for (int pixel = 0; pixel < to.width * to.height; ++pixel) {
-                const int x = pixel % to.width, y = pixel / to.width;
-                const Point at{to.x + x, to.y + y};
+            for (int pixel = 0; pixel < to.Width() * to.Height(); ++pixel) {
+                const int x = pixel % to.Width(), y = pixel / to.Width();
+                const Point at{to.left + x, to.top + y};
                 fills = fills && isInside(at, target) && !painted.contains(at);
-                painted[at] = {from.x + x * from.width / to.width, from.y + y * from.height / to.height};
+                painted[at] = {from.left + x * from.Width() / to.Width(), from.top + y * from.Height() / to.Height()};
             }
         }
         for (int pixel = 0; pixel < target.width * target.height; ++pixel) {
@@ -52,20 +53,20 @@ TEST(NineSlice, CellsPaintWhatEachPixelIsToldToShow) {
 RC_GTEST_PROP(FrameCell, IsTheGridsCellRoundedDown, (std::uint8_t width, std::uint8_t height)) {
     const int columns = Among(-1, 9), rows = Among(-1, 9), column = Among(1, 10), row = Among(1, 10);
     const auto divided = [](int all, int by) { return static_cast<int>(std::floor(1.0 * all / by)); };
-    const Box expected = columns <= 0 || rows <= 0
-                             ? Box{}
-                             : Box{divided(width * (column - 1), columns), divided(height * (row - 1), rows),
-                                   divided(width, columns), divided(height, rows)};
+    const CRect expected = columns <= 0 || rows <= 0
+                               ? CRect{}
+                               : CRect::Sized(divided(width * (column - 1), columns), divided(height * (row - 1), rows),
+                                              divided(width, columns), divided(height, rows));
     RC_ASSERT(FrameCell(width, height, column, row, columns, rows) == expected);
 }
 
 using Rows = std::vector<std::string>; // '#' is opaque
 
-Rows Painted(const std::vector<Box>& boxes, std::size_t width, std::size_t height) {
+Rows Painted(const std::vector<CRect>& boxes, std::size_t width, std::size_t height) {
     Rows rows(height, std::string(width, '.'));
-    for (const Box& box : boxes)
-        for (int y = box.y; y < box.y + box.height; ++y)
-            for (int x = box.x; x < box.x + box.width; ++x)
+    for (const CRect& box : boxes)
+        for (LONG y = box.top; y < box.bottom; ++y)
+            for (LONG x = box.left; x < box.right; ++x)
                 rows.at(static_cast<std::size_t>(y)).at(static_cast<std::size_t>(x)) ^= '.' ^ '#'; // twice would show
     return rows;
 }
@@ -104,15 +105,15 @@ RC_GTEST_PROP(RegionRuns, AreTheOpaquePixels, (std::uint32_t color, std::uint32_
     }
     const PixelRows rows{bytes, width, height, stride};
     const TransparentRange range = TransparentRange::From(color, tolerance);
-    std::vector<Box> found;
+    std::vector<CRect> found;
     std::vector<std::size_t> sizes, batches(runs / 2000, 2000);
     batches.push_back(runs % 2000);
-    ForEachRunBatch(rows, range, [&](const std::vector<Box>& batch) {
+    ForEachRunBatch(rows, range, [&](const std::vector<CRect>& batch) {
         sizes.push_back(batch.size());
         found.insert(found.end(), batch.begin(), batch.end());
     });
     RC_ASSERT(sizes == batches);
-    RC_ASSERT(std::ranges::is_sorted(found, {}, [](const Box& box) { return std::pair(box.y, box.x); }));
+    RC_ASSERT(std::ranges::is_sorted(found, {}, [](const CRect& box) { return std::pair(box.top, box.left); }));
     RC_ASSERT(Painted(found, opaque[0].size(), opaque.size()) == opaque);
     if (joined > 1000) { // very many: without the gaps in each row
         joined = 0;
@@ -122,7 +123,7 @@ RC_GTEST_PROP(RegionRuns, AreTheOpaquePixels, (std::uint32_t color, std::uint32_
             joined += y > 0 && opaque[y] == opaque[y - 1] ? 0 : RunsIn(opaque[y]);
         }
     }
-    const std::vector<Box> outline = OutlineRuns(rows, range);
+    const std::vector<CRect> outline = OutlineRuns(rows, range);
     RC_ASSERT(Painted(outline, opaque[0].size(), opaque.size()) == opaque);
     RC_ASSERT(outline.size() == joined);
 }

@@ -47,30 +47,29 @@ TEST_F(CSkinBitmapTest, DrawingsAreWhatEachPixelIsToldToShow) {
             const int times = isDraw || isFrame ? 1 : Among(1, 3), x = Among(-2, 9), y = Among(-2, 9);
             const int columns = isStretch || isFrame ? Among(1, size.width) : 1, column = Among(1, columns);
             const int rows = isStretch || isFrame ? Among(1, size.height) : 1, row = Among(1, rows);
-            const Box cell = FrameCell(size.width, size.height, column, row, columns, rows);
-            int width = cell.width * times, height = cell.height * times;
+            const CRect cell = FrameCell(size.width, size.height, column, row, columns, rows);
+            int width = cell.Width() * times, height = cell.Height() * times;
             if (isDraw) width = Among(1, width), height = Among(1, height);
             // What is stretched to no whole number of pixels each is the platform's affair, and so is a line outside.
             if (isSlices && corner.width > 0 && corner.width < size.width) width = Among(1, 18);
             if (isSlices && corner.height > 0 && corner.height < size.height) height = Among(1, 18);
             if (isSlices && (corner.width >= size.width || corner.height >= size.height))
                 width = size.width, height = size.height;
-            const CRect rect(x, y, x + width, y + height);
+            const CRect rect = CRect::Sized(x, y, width, height);
             CSurface surface(20, 18, '~');
             CSkinBitmap part;
             if (isDraw) picture.Draw(surface.GetHandle(), rect);
             if (isTransparent) picture.DrawTransparent(surface.GetHandle(), rect, magenta);
-            if (isStretch)
-                picture.StretchDraw(surface.GetHandle(), rect,
-                                    {cell.x, cell.y, cell.x + cell.width, cell.y + cell.height});
+            if (isStretch) picture.StretchDraw(surface.GetHandle(), rect, cell);
             if (isFrame) picture.GetFrame(part, column, row, columns, rows), part.Draw(surface.GetHandle(), rect);
             if (isSlices) picture.DrawNineSlice(surface.GetHandle(), rect, corner.width, corner.height);
             if (isSlices) picture.BuildNineSlice(part, rect, corner.width, corner.height);
             Art expected(18, std::string(20, '~')), whole(static_cast<std::size_t>(height));
             for (int i = 0; i < width * height; ++i) {
                 const int atX = i % width, atY = i / width;
-                const auto [fromX, fromY] = isSlices ? SlowNineSlice(atX, atY, {width, height}, size, corner)
-                                                     : std::pair{cell.x + atX / times, cell.y + atY / times};
+                const auto [fromX, fromY] = isSlices
+                                                ? SlowNineSlice(atX, atY, {width, height}, size, corner)
+                                                : std::pair<int, int>{cell.left + atX / times, cell.top + atY / times};
                 const char shown = At(art, fromX, fromY);
                 whole[static_cast<std::size_t>(atY)] += shown;
                 if (At(expected, x + atX, y + atY) == '~' && (!isTransparent || shown != '.'))
@@ -195,11 +194,12 @@ TEST(SkinPicture, PiecesOfALargeFileAreThoseOfTheWholePicture) {
             }
             expected.CreateBlank({0, 0, 4 * 74, 22});
             for (int i = 0; i < 4; ++i)
-                whole.CopyCells(expected, {{{74 * i, 0, 74, 22}, {width * i / 4, 200, 74, 22}}});
+                whole.CopyCells(expected,
+                                {{CRect::Sized(74 * i, 0, 74, 22), CRect::Sized(width * i / 4, 200, 74, 22)}});
             EXPECT_EQ(PixelsOf(picture.GetRow(2, 4, 3, {74, 22})), PixelsOf(expected)) << depth;
             CRect place(-500, -300, width - 500, height - 300);
             expected.CreateBlank({0, 0, 60, 20});
-            whole.CopyCells(expected, {{{0, 0, 60, 20}, {500, 300, 60, 20}}});
+            whole.CopyCells(expected, {{{0, 0, 60, 20}, CRect::Sized(500, 300, 60, 20)}});
             EXPECT_EQ(PixelsOf(picture.CutTo({0, 0, 60, 20}, place)), PixelsOf(expected)) << depth;
         }
         EXPECT_EQ(PixelsOf(picture.GetRow(1, 1, 1, {4, 4})), std::vector<COLORREF>(16)) << "file gone";

@@ -50,22 +50,22 @@ RC_GTEST_PROP(StripLayout, SlotsAndButtonsLieSideBySide, (const std::vector<std:
     for (int each = 0; each < 176; ++each)
         if (y >= 0 && y < 176 && y >= each * (height / 4) && y < (each + 1) * (height / 4)) slot = each;
     RC_ASSERT(SlotAt(y, height) == slot);
-    RC_ASSERT(SlotBox(y, width, height) == (Box{0, y * height, width, height}));
+    RC_ASSERT(SlotRect(y, width, height) == CRect::Sized(0, y * height, width, height));
     const std::vector<int> texts(lengths.begin(), lengths.end());
-    const std::vector<Box> row = ButtonRow(static_cast<int>(texts.size()), width, height);
-    const std::vector<Box> widened = WidenRow(row, texts, average);
+    const std::vector<CRect> row = ButtonRow(static_cast<int>(texts.size()), width, height);
+    const std::vector<CRect> widened = WidenRow(row, texts, average);
     RC_ASSERT(row.size() == texts.size() && widened.size() == texts.size());
     for (int i = 0, left = 30; i < static_cast<int>(texts.size()); ++i) {
         const auto at = static_cast<std::size_t>(i);
-        RC_ASSERT(row[at] == (Box{30 + i * width, 2, width, height}));
-        RC_ASSERT(widened[at] == (Box{left, 2, width + texts[at] * average, height}));
-        left += widened[at].width;
+        RC_ASSERT(row[at] == CRect::Sized(30 + i * width, 2, width, height));
+        RC_ASSERT(widened[at] == CRect::Sized(left, 2, width + texts[at] * average, height));
+        left += widened[at].Width();
     }
 }
 
 // Any four edges come back; what is cut off anywhere is refused, with nothing taken.
 RC_GTEST_PROP(StripLayout, StoredRectanglesComeBackWhole, (const std::vector<std::array<std::int32_t, 4>>& edges)) {
-    std::vector<Box> boxes;
+    std::vector<CRect> rects;
     std::vector<std::byte> plain;
     const auto put = [&](std::uint32_t value, int bytes) {
         for (; bytes > 0; --bytes, value >>= 8) plain.push_back(static_cast<std::byte>(value & 0xFF));
@@ -74,17 +74,17 @@ RC_GTEST_PROP(StripLayout, StoredRectanglesComeBackWhole, (const std::vector<std
     for (const auto& each : edges) {
         std::array<std::uint32_t, 4> all{};
         std::copy(each.begin(), each.end(), all.begin());
-        boxes.push_back({each[0], each[1], static_cast<int>(all[2] - all[0]), static_cast<int>(all[3] - all[1])});
+        rects.push_back({each[0], each[1], each[2], each[3]});
         for (const std::uint32_t edge : all) put(edge, 4);
     }
     CArchive storing;
-    StoreBoxes(storing, boxes);
+    StoreRects(storing, rects);
     RC_ASSERT(storing.GetStored() == plain);
     const std::span all(storing.GetStored());
     CArchive whole(all), cut(all.first(static_cast<std::size_t>(Among(0, static_cast<int>(all.size())))));
     const std::size_t rest = cut.GetRest();
-    RC_ASSERT(LoadBoxes(whole) == boxes && whole.GetRest() == 0);
-    RC_ASSERT(LoadBoxes(cut) == std::nullopt && cut.GetRest() == rest);
+    RC_ASSERT(LoadRects(whole) == rects && whole.GetRest() == 0);
+    RC_ASSERT(LoadRects(cut) == std::nullopt && cut.GetRest() == rest);
 }
 
 } // namespace

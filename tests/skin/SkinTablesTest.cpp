@@ -15,18 +15,19 @@
 namespace {
 
 TEST(SkinTables, ImageAndCaptionShareTheButton) {
-    const Box item{5, 9, 101, 30};
+    const CRect item = CRect::Sized(5, 9, 101, 30);
     const auto place = [&](ImageAlign align, bool hasCaption) {
         return PlaceImage(item, 190, 18, 18, align, hasCaption);
     };
-    EXPECT_EQ(place(ImageAlign::Left, true), (ImagePlace{8, 15, {26, 9, 80, 30}}));
-    EXPECT_EQ(place(ImageAlign::Left, false), (ImagePlace{46, 15, item}));
-    EXPECT_EQ(place(ImageAlign::Above, true), (ImagePlace{46, 3, {5, 27, 101, 12}}));
-    EXPECT_EQ(place(ImageAlign::Above, false), (ImagePlace{46, 15, item}));
-    EXPECT_EQ(place(ImageAlign::Right, true), (ImagePlace{169, 15, {3, 9, 77, 30}}));
-    EXPECT_EQ(place(ImageAlign::Right, false), (ImagePlace{46, 9, item}));
+    EXPECT_EQ(place(ImageAlign::Left, true), (ImagePlace{{8, 15}, CRect::Sized(26, 9, 80, 30)}));
+    EXPECT_EQ(place(ImageAlign::Left, false), (ImagePlace{{46, 15}, item}));
+    EXPECT_EQ(place(ImageAlign::Above, true), (ImagePlace{{46, 3}, CRect::Sized(5, 27, 101, 12)}));
+    EXPECT_EQ(place(ImageAlign::Above, false), (ImagePlace{{46, 15}, item}));
+    EXPECT_EQ(place(ImageAlign::Right, true), (ImagePlace{{169, 15}, CRect::Sized(3, 9, 77, 30)}));
+    EXPECT_EQ(place(ImageAlign::Right, false), (ImagePlace{{46, 9}, item}));
     // Too large an image: halves are cut toward zero.
-    EXPECT_EQ(PlaceImage({0, 0, 15, 15}, 15, 16, 20, ImageAlign::Left, false), (ImagePlace{0, -2, {0, 0, 15, 15}}));
+    EXPECT_EQ(PlaceImage({0, 0, 15, 15}, 15, 16, 20, ImageAlign::Left, false),
+              (ImagePlace{{0, -2}, CRect::Sized(0, 0, 15, 15)}));
 }
 
 TEST(SkinTables, LightComesFromTheUpperLeft) {

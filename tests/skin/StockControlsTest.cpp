@@ -84,7 +84,7 @@ TEST(SkinToolStrip, ButtonsHaveTheirPictureAndRoomForTheirText) {
     single.SendMessage(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(surface.GetHandle()), PRF_CLIENT);
     EXPECT_EQ(surface.Read()[0], std::string(22, 'a'));
     CArchive stored, expected, again;
-    StoreBoxes(expected, ButtonRow(3, 32, 21)); // without their texts
+    StoreRects(expected, ButtonRow(3, 32, 21)); // without their texts
     EXPECT_TRUE(strip.SerializeButtonRects(stored) && stored.GetStored() == expected.GetStored());
     CArchive whole(stored.GetStored()), cut(std::span(stored.GetStored()).first(1));
     CSkinToolStrip copy;
