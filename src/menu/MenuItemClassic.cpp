@@ -22,8 +22,7 @@ MenuTintColors ClassicColors() {
 void CMenuItemPainter::PaintClassic(CDC& dc) {
     colors = ClassicColors();
     const COLORREF back = ColorOf(MenuTint::Ground);
-    const MenuSize imageSize{menu.imageWidth, menu.imageHeight};
-    const ClassicLayout layout = LayOutClassicItem(ToMenuRect(rect), imageSize);
+    const ClassicLayout layout = LayOutClassicItem(rect, {menu.imageWidth, menu.imageHeight});
     if (Is(ODS_GRAYED) && COwnerDrawMenu::selectDisabledClassic == 0) item.itemState &= ~UINT{ODS_SELECTED};
     if (IsSeparator()) {
         dc.FillSolidRect(rect, back);
@@ -34,16 +33,16 @@ void CMenuItemPainter::PaintClassic(CDC& dc) {
     Prepare(MenuLook::Classic);
     const bool hasBox = state.UsesCheckImage() || state.HasImage();
     if (state.selected) {
-        dc.FillSolidRect(hasBox || state.checked ? ToRect(layout.bar) : rect, ColorOf(MenuTint::Highlight));
+        dc.FillSolidRect(hasBox || state.checked ? layout.bar : rect, ColorOf(MenuTint::Highlight));
     } else {
         dc.FillSolidRect(rect, back);
     }
     if (hasBox) {
-        dc.Draw3dRect(ToRect(layout.inner), back, back);
+        dc.Draw3dRect(layout.inner, back, back);
         DrawBox(dc, ClassicBox(state, COwnerDrawMenu::HasNewShell()), layout.inner, layout.box, layout.image);
     }
     if (state.ShowsTick()) {
-        CRect box = ToRect(layout.tickBox);
+        CRect box = layout.tickBox;
         dc.FillSolidRect(box, ColorOf(state.selected ? MenuTint::Ground : MenuTint::CheckBox));
         if (COwnerDrawMenu::HasNewShell()) ::DrawEdge(dc.GetHandle(), &box, BDR_SUNKENOUTER, BF_RECT);
         DrawMark(dc, layout.tick, layout.dot);
@@ -51,14 +50,14 @@ void CMenuItemPainter::PaintClassic(CDC& dc) {
     PaintClassicText(dc, layout.text);
 }
 
-void CMenuItemPainter::PaintClassicText(CDC& dc, const MenuRect& place) const {
+void CMenuItemPainter::PaintClassicText(CDC& dc, const CRect& place) const {
     if (!state.grayed) {
         DrawItemText(dc, place, ::GetSysColor(state.selected ? COLOR_HIGHLIGHTTEXT : COLOR_MENUTEXT));
     } else if (state.selected) {
         DrawItemText(dc, place, ColorOf(MenuTint::Ground));
     } else {
         // Engraved.
-        DrawItemText(dc, place.Moved(1), ColorOf(MenuTint::Light));
+        DrawItemText(dc, place.Moved(1, 1), ColorOf(MenuTint::Light));
         DrawItemText(dc, place, ::GetSysColor(COLOR_GRAYTEXT));
     }
 }

@@ -43,14 +43,14 @@ void CMenuItemPainter::PaintModern(CDC& dc) {
 
 void CMenuItemPainter::PaintModernRow(CDC& dc) {
     const ModernLayout layout =
-        LayOutModernItem(ToMenuRect(rect), {menu.imageWidth, menu.imageHeight}, COwnerDrawMenu::raisedImages != 0);
+        LayOutModernItem(rect, {menu.imageWidth, menu.imageHeight}, COwnerDrawMenu::raisedImages != 0);
     const bool selected = Is(ODS_SELECTED) && !IsSeparator();
     const COLORREF highlight = ColorOf(MenuTint::Highlight);
     dc.FillSolidRect(rect, selected ? ColorOf(MenuTint::Selection) : ::GetSysColor(COLOR_WINDOW));
     if (selected) {
         dc.Draw3dRect(rect, highlight, highlight);
     } else {
-        dc.FillSolidRect(ToRect(layout.column), ColorOf(MenuTint::Ground));
+        dc.FillSolidRect(layout.column, ColorOf(MenuTint::Ground));
     }
     if (IsSeparator()) {
         DrawSeparator(dc, layout.etched);
@@ -65,7 +65,7 @@ void CMenuItemPainter::PaintModernRow(CDC& dc) {
         if (box.picture == MenuPicture::Embossed && selected) dc.Draw3dRect(rect, highlight, highlight);
     }
     if (state.ShowsTick()) {
-        const CRect box = ToRect(layout.tickBox);
+        const CRect& box = layout.tickBox;
         dc.FillSolidRect(box, ColorOf(MenuTint::CheckBox));
         dc.Draw3dRect(box, highlight, highlight);
         DrawMark(dc, layout.mark, layout.mark);

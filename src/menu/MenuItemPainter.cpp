@@ -5,7 +5,7 @@
 
 namespace {
 
-void DrawTick(CDC& dc, MenuPoint place, COLORREF color) {
+void DrawTick(CDC& dc, CPoint place, COLORREF color) {
     const CPen pen(PS_SOLID, 0, color);
     const CSelectObject selected(dc, pen.GetHandle());
     int x = place.x;
@@ -16,7 +16,7 @@ void DrawTick(CDC& dc, MenuPoint place, COLORREF color) {
     }
 }
 
-void DrawDot(CDC& dc, MenuPoint place, COLORREF color) {
+void DrawDot(CDC& dc, CPoint place, COLORREF color) {
     const CPen pen(PS_SOLID, 0, color);
     const CBrush brush(color);
     const CSelectObject penSelected(dc, pen.GetHandle());
@@ -73,16 +73,15 @@ void CMenuItemPainter::Prepare(MenuLook look) {
              Is(ODS_SELECTED), Is(ODS_GRAYED),       Is(ODS_CHECKED)};
 }
 
-void CMenuItemPainter::DrawSeparator(CDC& dc, const MenuRect& etched) const {
-    CRect line = ToRect(etched);
-    ::DrawEdge(dc.GetHandle(), &line, EDGE_ETCHED, BF_TOP);
+void CMenuItemPainter::DrawSeparator(CDC& dc, CRect etched) const {
+    ::DrawEdge(dc.GetHandle(), &etched, EDGE_ETCHED, BF_TOP);
 }
 
-void CMenuItemPainter::DrawBox(CDC& dc, const MenuBox& box, const MenuRect& filled, const MenuRect& framed,
-                               MenuPoint place) const {
-    if (box.fill != MenuTint::None) dc.FillSolidRect(ToRect(filled), ColorOf(box.fill));
+void CMenuItemPainter::DrawBox(CDC& dc, const MenuBox& box, const CRect& filled, const CRect& framed,
+                               CPoint place) const {
+    if (box.fill != MenuTint::None) dc.FillSolidRect(filled, ColorOf(box.fill));
     if (box.frameTopLeft != MenuTint::None)
-        dc.Draw3dRect(ToRect(framed), ColorOf(box.frameTopLeft), ColorOf(box.frameBottomRight));
+        dc.Draw3dRect(framed, ColorOf(box.frameTopLeft), ColorOf(box.frameBottomRight));
     DrawPicture(dc, box.picture, place.x + box.shift, place.y + box.shift);
 }
 
@@ -122,7 +121,7 @@ void CMenuItemPainter::DrawEmbossed(CDC& dc, int x, int y) const {
     emboss(dc, x, y, menu.imageWidth, menu.imageHeight, bitmap, 0, 0, ground);
 }
 
-void CMenuItemPainter::DrawMark(CDC& dc, MenuPoint tick, MenuPoint dot) const {
+void CMenuItemPainter::DrawMark(CDC& dc, CPoint tick, CPoint dot) const {
     const COLORREF color = ::GetSysColor(COLOR_MENUTEXT);
     if (HasMarkBitmap(item)) {
         DrawDot(dc, dot, color);
@@ -131,16 +130,15 @@ void CMenuItemPainter::DrawMark(CDC& dc, MenuPoint tick, MenuPoint dot) const {
     }
 }
 
-void CMenuItemPainter::DrawItemText(CDC& dc, const MenuRect& place, COLORREF color) const {
+void CMenuItemPainter::DrawItemText(CDC& dc, CRect place, COLORREF color) const {
     const wchar_t* text = record.GetText();
     if (text == nullptr || *text == L'\0') return;
     const MenuTextParts parts = SplitMenuText(text);
-    CRect line = ToRect(place);
-    if (parts.hasTab) line.right -= menu.imageWidth;
+    if (parts.hasTab) place.right -= menu.imageWidth;
     const int formerMode = dc.SetBkMode(TRANSPARENT);
     dc.SetTextColor(color);
     constexpr UINT format = DT_SINGLELINE | DT_VCENTER;
-    dc.DrawText(parts.caption, line, format | DT_LEFT);
-    if (parts.hasTab) dc.DrawText(parts.accelerator, line, format | DT_RIGHT);
+    dc.DrawText(parts.caption, place, format | DT_LEFT);
+    if (parts.hasTab) dc.DrawText(parts.accelerator, place, format | DT_RIGHT);
     dc.SetBkMode(formerMode);
 }

@@ -16,13 +16,6 @@ class COwnerDrawMenu;
 // The colour of each MenuTint.
 using MenuTintColors = std::array<COLORREF, 7>;
 
-inline CRect ToRect(const MenuRect& rect) {
-    return {rect.left, rect.top, rect.right, rect.bottom};
-}
-inline MenuRect ToMenuRect(const CRect& rect) {
-    return {rect.left, rect.top, rect.right, rect.bottom};
-}
-
 class CMenuItemPainter {
 public:
     // All three outlive the painter. It may take the selection out of `drawn`.
@@ -49,14 +42,14 @@ private:
     void PaintModern(CDC& dc);
     void PaintModernRow(CDC& dc);
     void PaintClassic(CDC& dc);
-    void PaintClassicText(CDC& dc, const MenuRect& place) const;
-    void DrawSeparator(CDC& dc, const MenuRect& etched) const;
-    void DrawBox(CDC& dc, const MenuBox& box, const MenuRect& filled, const MenuRect& framed, MenuPoint place) const;
+    void PaintClassicText(CDC& dc, const CRect& place) const;
+    void DrawSeparator(CDC& dc, CRect etched) const;
+    void DrawBox(CDC& dc, const MenuBox& box, const CRect& filled, const CRect& framed, CPoint place) const;
     void DrawPicture(CDC& dc, MenuPicture picture, int x, int y) const;
     void DrawEmbossed(CDC& dc, int x, int y) const;
-    void DrawMark(CDC& dc, MenuPoint tick, MenuPoint dot) const;
+    void DrawMark(CDC& dc, CPoint tick, CPoint dot) const;
     // The text at its place, the accelerator flush right.
-    void DrawItemText(CDC& dc, const MenuRect& place, COLORREF color) const;
+    void DrawItemText(CDC& dc, CRect place, COLORREF color) const;
 
     const COwnerDrawMenu& menu;
     const CMenuItemRecord& record;

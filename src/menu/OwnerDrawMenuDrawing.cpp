@@ -41,14 +41,13 @@ void COwnerDrawMenu::MeasureItem(MEASUREITEMSTRUCT& item) {
     if (record == nullptr) return;
     const bool modern = IsModernLook();
     const bool raised = raisedImages != 0;
-    const MenuSize image{imageWidth, imageHeight};
+    const CSize image{imageWidth, imageHeight};
     const int barHeight = ::GetSystemMetrics(SM_CYMENU);
     const bool separator = (record->flags & MF_SEPARATOR) != 0;
-    const MenuSize size = separator
-                              ? MeasuredSeparator(image, modern && raised, barHeight)
-                              : MeasuredItem(MeasuredTextWidth(record->GetText()), image, modern, raised, barHeight);
-    item.itemWidth = static_cast<UINT>(size.width);
-    item.itemHeight = static_cast<UINT>(size.height);
+    const CSize size = separator ? MeasuredSeparator(image, modern && raised, barHeight)
+                                 : MeasuredItem(MeasuredTextWidth(record->GetText()), image, modern, raised, barHeight);
+    item.itemWidth = static_cast<UINT>(size.cx);
+    item.itemHeight = static_cast<UINT>(size.cy);
 }
 
 COLORREF COwnerDrawMenu::BlendTowardWhite(COLORREF color, double factor) {

@@ -107,11 +107,11 @@ TEST_F(MenuDrawing, EveryRowInEveryState) {
         const CSelectObject used(sheet, version != OtherNt ? font.GetHandle() : nullptr);
         const std::wstring_view text(record->GetText() != nullptr ? record->GetText() : L"");
         const int bar = ::GetSystemMetrics(SM_CYMENU), extent = static_cast<int>(sheet.GetTextExtent(text).cx);
-        const MenuSize size = kind == "l" ? MeasuredSeparator({16, 15}, modern && bit(4), bar)
-                                          : MeasuredItem(extent, {16, 15}, modern, bit(4), bar);
+        const CSize size = kind == "l" ? MeasuredSeparator({16, 15}, modern && bit(4), bar)
+                                       : MeasuredItem(extent, {16, 15}, modern, bit(4), bar);
         MEASUREITEMSTRUCT measured{ODT_MENU, 0, 0, 0, 0, record->GetItemData()};
         menu.MeasureItem(measured);
-        EXPECT_EQ(CSize(measured.itemWidth, measured.itemHeight), CSize(size.width, size.height)) << all;
+        EXPECT_EQ(CSize(measured.itemWidth, measured.itemHeight), size) << all;
     }
     ExpectApproved("sheet-menu-rows", {columns * width, sheet.Pixels()}, ApprovedLook("sheet-menu-rows"));
 }

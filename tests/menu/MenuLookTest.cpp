@@ -22,10 +22,6 @@ TEST(WindowsVersion, FamilyMajorAndMinorVersionGiveTheCode) {
     EXPECT_EQ(WindowsVersionCode(other | 4, std::nullopt), Windows95);
 }
 
-MenuRect Sized(int left, int top, int width, int height) {
-    return {left, top, left + width, top + height};
-}
-
 TEST(MenuLayout, BothLooksAreLaidOutByPlainFormulas) {
     const unsigned seed = TestSeed();
     SCOPED_TRACE(SeedText(seed));
@@ -36,41 +32,38 @@ TEST(MenuLayout, BothLooksAreLaidOutByPlainFormulas) {
         const int width = within(1, 40), height = within(1, 40), bar = within(0, 60), text = within(0, 300);
         const bool raised = within(0, 1) == 1;
         SCOPED_TRACE(testing::Message() << high << ": " << width << " by " << height << (raised ? ", raised" : ""));
-        const MenuRect item = Sized(left, top, wide, high);
+        const CRect item = CRect::Sized(left, top, wide, high);
         const int right = left + wide, middle = top + high / 2, bottom = top + high;
         const int gap = raised ? 7 : 4, column = width + gap;
 
         const ModernLayout modern = LayOutModernItem(item, {width, height}, raised);
-        EXPECT_EQ(modern.column, Sized(left, top, column, high));
-        EXPECT_EQ(modern.imageBox, Sized(left + 1, top + 1, column - 2, high - 2));
-        EXPECT_EQ(modern.image, (MenuPoint{left + (gap + 1) / 2, top + std::max(0, (high - height + 1) / 2)}));
-        const MenuPoint tick{left + std::max(0, (column - 15) / 2), top + std::max(0, (high - 15) / 2)};
-        EXPECT_EQ(modern.tickBox, Sized(tick.x, tick.y, 16, 16));
-        EXPECT_EQ(modern.mark, (MenuPoint{tick.x + 5, tick.y + 4}));
-        EXPECT_EQ(modern.text, (MenuRect{left + column + 8, top - 1, right, bottom - 1}));
-        EXPECT_EQ(modern.etched, (MenuRect{left + column + gap, middle, right, bottom}));
+        EXPECT_EQ(modern.column, CRect::Sized(left, top, column, high));
+        EXPECT_EQ(modern.imageBox, CRect::Sized(left + 1, top + 1, column - 2, high - 2));
+        EXPECT_EQ(modern.image, CPoint(left + (gap + 1) / 2, top + std::max(0, (high - height + 1) / 2)));
+        const CPoint tick{left + std::max(0, (column - 15) / 2), top + std::max(0, (high - 15) / 2)};
+        EXPECT_EQ(modern.tickBox, CRect::Sized(tick.x, tick.y, 16, 16));
+        EXPECT_EQ(modern.mark, CPoint(tick.x + 5, tick.y + 4));
+        EXPECT_EQ(modern.text, CRect(left + column + 8, top - 1, right, bottom - 1));
+        EXPECT_EQ(modern.etched, CRect(left + column + gap, middle, right, bottom));
 
         const ClassicLayout classic = LayOutClassicItem(item, {width, height});
         const int boxTop = top + std::max(0, (high - height - 4) / 2);
-        EXPECT_EQ(classic.bar, (MenuRect{left + width + 5, top, right, bottom}));
-        EXPECT_EQ(classic.box, Sized(left, boxTop, width + 4, height + 4));
-        EXPECT_EQ(classic.inner, Sized(left + 1, boxTop + 1, width + 2, height + 2));
-        EXPECT_EQ(classic.image, (MenuPoint{left + 2, boxTop + 2}));
-        EXPECT_EQ(classic.tickBox, Sized(left + 1, boxTop + 2, width, height));
-        EXPECT_EQ(classic.tick, (MenuPoint{left + 5, boxTop + 6}));
-        EXPECT_EQ(classic.dot, (MenuPoint{left + 6, boxTop + 6}));
-        EXPECT_EQ(classic.text, (MenuRect{left + width + 9, top - 1, right, bottom - 1}));
-        EXPECT_EQ(classic.etched, (MenuRect{left, middle, right, bottom}));
+        EXPECT_EQ(classic.bar, CRect(left + width + 5, top, right, bottom));
+        EXPECT_EQ(classic.box, CRect::Sized(left, boxTop, width + 4, height + 4));
+        EXPECT_EQ(classic.inner, CRect::Sized(left + 1, boxTop + 1, width + 2, height + 2));
+        EXPECT_EQ(classic.image, CPoint(left + 2, boxTop + 2));
+        EXPECT_EQ(classic.tickBox, CRect::Sized(left + 1, boxTop + 2, width, height));
+        EXPECT_EQ(classic.tick, CPoint(left + 5, boxTop + 6));
+        EXPECT_EQ(classic.dot, CPoint(left + 6, boxTop + 6));
+        EXPECT_EQ(classic.text, CRect(left + width + 9, top - 1, right, bottom - 1));
+        EXPECT_EQ(classic.etched, CRect(left, middle, right, bottom));
 
         const int plainHeight = std::max(bar, height + 4), raisedHeight = std::max(bar, height + gap);
-        EXPECT_EQ(MeasuredItem(text, {width, height}, true, raised, bar),
-                  (MenuSize{width + text + gap + 8, raisedHeight}));
-        EXPECT_EQ(MeasuredItem(text, {width, height}, false, raised, bar),
-                  (MenuSize{text + 2 * width + 1, plainHeight}));
-        EXPECT_EQ(MeasuredSeparator({width, height}, raised, bar),
-                  (MenuSize{0, std::max(bar / 2, (height + gap) / 2)}));
+        EXPECT_EQ(MeasuredItem(text, {width, height}, true, raised, bar), CSize(width + text + gap + 8, raisedHeight));
+        EXPECT_EQ(MeasuredItem(text, {width, height}, false, raised, bar), CSize(text + 2 * width + 1, plainHeight));
+        EXPECT_EQ(MeasuredSeparator({width, height}, raised, bar), CSize(0, std::max(bar / 2, (height + gap) / 2)));
         EXPECT_EQ(MenuImageGap(raised), gap);
-        EXPECT_EQ(item.Moved(3), Sized(left + 3, top + 3, wide, high));
+        EXPECT_EQ(item.Moved(3, 3), CRect::Sized(left + 3, top + 3, wide, high));
         const int letters = within(1, 40);
         EXPECT_EQ(TextWidthOfHostedWin32(text, static_cast<std::size_t>(letters)), text + 3 + (text + 3) / letters * 3);
     }
