@@ -4,16 +4,9 @@ namespace {
 
 constexpr std::uint16_t longCount = 0xFFFF;
 
-std::optional<std::uint32_t> TakeDword(CLittleEndianReader& reader) {
-    const auto low = reader.ReadWord();
-    const auto high = reader.ReadWord();
-    if (!low || !high) return std::nullopt;
-    return *low | std::uint32_t{*high} << 16;
-}
-
 std::optional<std::uint32_t> TakeCount(CLittleEndianReader& reader) {
     const auto count = reader.ReadWord();
-    return count == longCount ? TakeDword(reader) : std::optional<std::uint32_t>(count);
+    return count == longCount ? reader.ReadDword() : std::optional<std::uint32_t>(count);
 }
 
 } // namespace
@@ -30,13 +23,6 @@ void CArchive::WriteCount(std::uint32_t count) {
         WriteWord(longCount);
         WriteDword(count);
     }
-}
-
-std::optional<std::uint32_t> CArchive::ReadDword() {
-    CLittleEndianReader ahead = reader;
-    const auto value = TakeDword(ahead);
-    if (value) reader = ahead;
-    return value;
 }
 
 std::optional<std::uint32_t> CArchive::ReadCount() {

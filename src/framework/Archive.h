@@ -25,7 +25,7 @@ public:
     const std::vector<std::byte>& GetStored() const { return stored; }
 
     // Loading. Nothing, with nothing taken, where less is left than the value needs.
-    std::optional<std::uint32_t> ReadDword();
+    std::optional<std::uint32_t> ReadDword() { return reader.ReadDword(); }
     std::optional<std::uint32_t> ReadCount();
     // How many bytes are left to load.
     std::size_t GetRest() const { return reader.Rest().size(); }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include "framework/LittleEndian.h"
 
@@ -11,42 +12,21 @@ constexpr std::uint32_t extendedMark = 0xFFFF0001; // version and signature, whi
 constexpr std::uint32_t visibleStyle = 0x10000000; // WS_VISIBLE
 constexpr std::size_t extendedStyleOffset = 12; // DLGTEMPLATEEX: version, signature, help id, extended style come first
 
-// Little-endian, as all resources are.
-template <class Value>
-Value ReadAt(std::span<const std::byte> bytes, std::size_t offset) {
-    Value value = 0;
-    for (std::size_t i = 0; i < sizeof(Value); ++i) {
-        value = static_cast<Value>(value | (std::to_integer<std::uint32_t>(bytes[offset + i]) << (8 * i)));
-    }
-    return value;
-}
-
 // Reads a template from its beginning to its end. What is read beyond the end is zero, and spoils the reading.
 class CTemplateReader {
 public:
     explicit CTemplateReader(std::span<const std::byte> bytes) : reader(bytes), size(bytes.size()) {}
 
     bool IsWhole() const { return whole; }
-    std::uint16_t Word() {
-        const auto word = reader.ReadWord();
-        whole = whole && word.has_value();
-        return word.value_or(0);
-    }
+    std::uint16_t Word() { return Checked(reader.ReadWord()); }
     int Number() { return static_cast<std::int16_t>(Word()); }
-    std::uint32_t Long() {
-        const std::uint32_t low = Word();
-        return low | static_cast<std::uint32_t>(Word()) << 16;
-    }
+    std::uint32_t Long() { return Checked(reader.ReadDword()); }
     DialogPlace Place() {
         DialogPlace place;
         for (int* number : {&place.x, &place.y, &place.width, &place.height}) *number = Number();
         return place;
     }
-    std::u16string Text() {
-        std::u16string text;
-        while (const std::uint16_t character = Word()) text += static_cast<char16_t>(character);
-        return text;
-    }
+    std::u16string Text() { return Checked(reader.ReadText()); }
     // A class, menu or caption: nothing, a number, or a text.
     void SkipName() {
         constexpr std::uint16_t numberFollows = 0xFFFF;
@@ -62,6 +42,12 @@ public:
     void Align() { Skip((size - reader.Rest().size()) % 4 == 0 ? 0 : 2); }
 
 private:
+    template <class Value>
+    Value Checked(std::optional<Value> value) {
+        whole = whole && value.has_value();
+        return std::move(value).value_or(Value());
+    }
+
     CLittleEndianReader reader;
     std::size_t size;
     bool whole = true;
@@ -98,7 +84,7 @@ DialogPlace ReadItem(CTemplateReader& reader, bool extended) {
 } // namespace
 
 std::optional<DialogLayout> ReadDialogLayout(std::span<const std::byte> dialogTemplate) {
-    const bool extended = dialogTemplate.size() >= 4 && ReadAt<std::uint32_t>(dialogTemplate, 0) == extendedMark;
+    const bool extended = dialogTemplate.size() >= 4 && DwordAt(dialogTemplate, 0) == extendedMark;
     CTemplateReader reader(dialogTemplate);
     DialogLayout layout;
     if (extended) reader.Skip(extendedStyleOffset);
@@ -133,7 +119,7 @@ int ToPixels(int units, int base, int unitsPerBase) {
 
 bool HideDialogTemplate(std::span<std::byte> dialogTemplate) {
     if (dialogTemplate.size() < 4) return false;
-    const bool extended = ReadAt<std::uint32_t>(dialogTemplate, 0) == extendedMark;
+    const bool extended = DwordAt(dialogTemplate, 0) == extendedMark;
     const std::size_t offset = extended ? extendedStyleOffset : 0;
     if (dialogTemplate.size() < offset + 4) return false;
     const std::size_t highByte = offset + 3;
@@ -142,15 +128,12 @@ bool HideDialogTemplate(std::span<std::byte> dialogTemplate) {
 }
 
 std::vector<DialogInitEntry> ParseDialogInit(std::span<const std::byte> list) {
-    constexpr std::size_t headerSize = 8; // control id, message, 32-bit length of the data
     std::vector<DialogInitEntry> entries;
-    while (list.size() >= headerSize) {
-        const auto controlId = ReadAt<std::uint16_t>(list, 0);
-        const auto message = ReadAt<std::uint16_t>(list, 2);
-        const auto length = ReadAt<std::uint32_t>(list, 4);
-        if (controlId == 0 || length > list.size() - headerSize) break;
-        entries.push_back({controlId, message, list.subspan(headerSize, length)});
-        list = list.subspan(headerSize + length);
+    for (CLittleEndianReader reader(list);;) {
+        const auto controlId = reader.ReadWord(), message = reader.ReadWord();
+        const auto length = reader.ReadDword(); // of the data
+        const std::span<const std::byte> data = reader.Rest();
+        if (!controlId || !message || !length || *controlId == 0 || !reader.Skip(*length)) return entries;
+        entries.push_back({*controlId, *message, data.first(*length)});
     }
-    return entries;
 }

@@ -11,22 +11,13 @@ constexpr std::uint16_t endFlag = 0x80;   // MF_END: the last item of its level
 // MF_BITMAP: no item of a template is one, and the platform would take the item's data for a handle.
 constexpr std::uint16_t bitmapFlag = 0x04;
 
-std::optional<std::u16string> ReadText(CLittleEndianReader& reader) {
-    std::u16string text;
-    while (const auto character = reader.ReadWord()) {
-        if (*character == 0) return text;
-        text.push_back(static_cast<char16_t>(*character));
-    }
-    return std::nullopt;
-}
-
 std::optional<MenuTemplateItem> ReadItem(CLittleEndianReader& reader, bool& last) {
     const auto flags = reader.ReadWord();
     if (!flags) return std::nullopt;
     last = (*flags & endFlag) != 0;
     const auto id = (*flags & popupFlag) != 0 ? std::uint16_t{0} : reader.ReadWord();
     if (!id) return std::nullopt;
-    auto text = ReadText(reader);
+    auto text = reader.ReadText();
     if (!text) return std::nullopt;
     const auto kept = static_cast<std::uint16_t>(*flags & ~(endFlag | bitmapFlag));
     return MenuTemplateItem{0, kept, *id, std::move(*text), 0};

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "framework/LittleEndian.h"
+
 namespace {
 
 struct KindMark {
@@ -17,12 +19,6 @@ constexpr std::array<KindMark, 5> marks{{{".BMP", PictureKind::Bitmap},
                                          {".JPG", PictureKind::Jpeg},
                                          {".JPEG", PictureKind::Jpeg},
                                          {".GIF", PictureKind::Gif}}};
-
-std::uint32_t ReadNumber(std::span<const std::uint8_t> bytes, std::size_t offset, std::size_t size) {
-    std::uint32_t value = 0;
-    for (std::size_t i = 0; i < size; ++i) value |= static_cast<std::uint32_t>(bytes[offset + i]) << (8 * i);
-    return value;
-}
 
 constexpr std::uint32_t fileHeaderSize = 14;
 constexpr std::uint32_t coreHeaderSize = 12; // the oldest form, with 16-bit sizes
@@ -47,24 +43,24 @@ std::uint64_t ColorsOf(std::int64_t bitsPerPixel, std::uint32_t named) {
 }
 
 bool ReadShape(std::span<const std::uint8_t> header, BitmapShape& shape) {
-    const std::uint64_t size = ReadNumber(header, 14, 4);
+    const std::uint64_t size = DwordAt(header, 14);
     if (size == coreHeaderSize) {
-        shape.width = ReadNumber(header, 18, 2);
-        shape.height = ReadNumber(header, 20, 2);
-        shape.bitsPerPixel = ReadNumber(header, 24, 2);
+        shape.width = WordAt(header, 18);
+        shape.height = WordAt(header, 20);
+        shape.bitsPerPixel = WordAt(header, 24);
         shape.headersSize = fileHeaderSize + size;
         shape.paletteSize = ColorsOf(shape.bitsPerPixel, 0) * 3;
         return true;
     }
     if (size < infoHeaderSize || header.size() < fileHeaderSize + infoHeaderSize) return false;
-    shape.width = static_cast<std::int32_t>(ReadNumber(header, 18, 4));
-    shape.height = std::abs(std::int64_t{static_cast<std::int32_t>(ReadNumber(header, 22, 4))});
-    shape.bitsPerPixel = ReadNumber(header, 28, 2);
-    shape.compression = ReadNumber(header, 30, 4);
-    shape.codedSize = ReadNumber(header, 34, 4);
+    shape.width = static_cast<std::int32_t>(DwordAt(header, 18));
+    shape.height = std::abs(std::int64_t{static_cast<std::int32_t>(DwordAt(header, 22))});
+    shape.bitsPerPixel = WordAt(header, 28);
+    shape.compression = DwordAt(header, 30);
+    shape.codedSize = DwordAt(header, 34);
     const std::uint32_t masks = shape.compression == BitFields && size == infoHeaderSize ? 12 : 0;
     shape.headersSize = fileHeaderSize + size + masks;
-    shape.paletteSize = ColorsOf(shape.bitsPerPixel, ReadNumber(header, 46, 4)) * 4;
+    shape.paletteSize = ColorsOf(shape.bitsPerPixel, DwordAt(header, 46)) * 4;
     return true;
 }
 
@@ -97,13 +93,12 @@ bool IsPlausibleIconImage(std::span<const std::uint8_t> image) {
     constexpr std::array<std::uint8_t, 8> pngSignature{0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A};
     if (image.size() < infoHeaderSize) return false;
     if (std::equal(pngSignature.begin(), pngSignature.end(), image.begin())) return true;
-    const std::int64_t width = static_cast<std::int32_t>(ReadNumber(image, 4, 4));
-    const std::int64_t height = static_cast<std::int32_t>(ReadNumber(image, 8, 4)) / 2;
-    const std::int64_t bitsPerPixel = ReadNumber(image, 14, 2);
-    if (ReadNumber(image, 0, 4) != infoHeaderSize || ReadNumber(image, 16, 4) != None || !IsDepth(bitsPerPixel))
-        return false;
+    const std::int64_t width = static_cast<std::int32_t>(DwordAt(image, 4));
+    const std::int64_t height = static_cast<std::int32_t>(DwordAt(image, 8)) / 2;
+    const std::int64_t bitsPerPixel = WordAt(image, 14);
+    if (DwordAt(image, 0) != infoHeaderSize || DwordAt(image, 16) != None || !IsDepth(bitsPerPixel)) return false;
     if (width <= 0 || height <= 0 || width * height > mostPixels) return false;
-    const std::uint64_t palette = ColorsOf(bitsPerPixel, ReadNumber(image, 32, 4)) * 4;
+    const std::uint64_t palette = ColorsOf(bitsPerPixel, DwordAt(image, 32)) * 4;
     const std::uint64_t rowBytes = StrideOf(width, bitsPerPixel) + StrideOf(width, 1);
     return infoHeaderSize + palette + rowBytes * static_cast<std::uint64_t>(height) <= image.size();
 }
@@ -129,7 +124,7 @@ bool IsPlausibleBitmap(std::span<const std::uint8_t> header, std::uint64_t fileS
     const bool coded = shape.compression == RunLength8 || shape.compression == RunLength4;
     const std::int64_t most = coded ? mostCodedPixels : mostPixels;
     if (shape.width <= 0 || shape.height <= 0 || shape.width * shape.height > most) return false;
-    const std::uint64_t offset = ReadNumber(header, 10, 4);
+    const std::uint64_t offset = DwordAt(header, 10);
     // The pixels may overlap colours that nobody uses, but no header.
     if (offset < shape.headersSize || shape.headersSize + shape.paletteSize > fileSize || offset >= fileSize)
         return false;
@@ -141,7 +136,7 @@ bool IsPlausibleBitmap(std::span<const std::uint8_t> header, std::uint64_t fileS
 PlainLayout PlainLayoutOf(std::span<const std::uint8_t> header, std::uint64_t fileSize) {
     BitmapShape shape;
     if (!IsPlausibleBitmap(header, fileSize) || !ReadShape(header, shape)) return {};
-    const std::uint32_t size = ReadNumber(header, 14, 4);
+    const std::uint32_t size = DwordAt(header, 14);
     constexpr std::uint32_t largestInfoHeader = 124;
     const bool plain = shape.compression == None || shape.compression == BitFields;
     if (!plain || size < infoHeaderSize || size > largestInfoHeader) return {};
@@ -149,8 +144,8 @@ PlainLayout PlainLayoutOf(std::span<const std::uint8_t> header, std::uint64_t fi
     layout.width = shape.width;
     layout.height = shape.height;
     layout.bitsPerPixel = shape.bitsPerPixel;
-    layout.topDown = static_cast<std::int32_t>(ReadNumber(header, 22, 4)) < 0;
-    layout.pixels = ReadNumber(header, 10, 4);
+    layout.topDown = static_cast<std::int32_t>(DwordAt(header, 22)) < 0;
+    layout.pixels = DwordAt(header, 10);
     layout.stride = static_cast<std::size_t>(StrideOf(shape.width, shape.bitsPerPixel));
     layout.colorsAreMasks = shape.compression == BitFields;
     // Masks stand behind the fields of the shortest header, be it in a longer one.
@@ -164,12 +159,12 @@ PlainLayout PlainLayoutOf(std::span<const std::uint8_t> header, std::uint64_t fi
 
 bool IsPlausibleIcon(std::span<const std::uint8_t> file) {
     constexpr std::size_t headerSize = 6, entrySize = 16;
-    if (file.size() < headerSize || ReadNumber(file, 0, 4) != 0x00010000) return false;
-    const std::size_t count = ReadNumber(file, 4, 2);
+    if (file.size() < headerSize || DwordAt(file, 0) != 0x00010000) return false;
+    const std::size_t count = WordAt(file, 4);
     if (count == 0 || file.size() < headerSize + count * entrySize) return false;
     for (std::size_t i = 0; i < count; ++i) {
-        const std::uint64_t size = ReadNumber(file, headerSize + i * entrySize + 8, 4);
-        const std::uint64_t offset = ReadNumber(file, headerSize + i * entrySize + 12, 4);
+        const std::uint64_t size = DwordAt(file, headerSize + i * entrySize + 8);
+        const std::uint64_t offset = DwordAt(file, headerSize + i * entrySize + 12);
         if (offset + size > file.size() ||
             !IsPlausibleIconImage(file.subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(size))))
             return false;
