@@ -13,6 +13,7 @@
 #include "framework/ResourceModule.h"
 #include "menu/MenuFont.h"
 #include "menu/ResourceBitmap.h"
+#include "pictures/PixelFormat.h"
 
 namespace {
 
@@ -51,8 +52,8 @@ CSize SizeOf(const CBitmap& bitmap) {
 }
 
 // A bitmap's pixels, 0x00RRGGBB; empty on failure. It isn't selected into a context.
-std::vector<std::uint32_t> GetPixels(HBITMAP bitmap, CSize size, BITMAPINFO& format) {
-    format.bmiHeader = {sizeof format.bmiHeader, size.cx, size.cy, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+std::vector<std::uint32_t> GetPixels(HBITMAP bitmap, CSize size) {
+    BITMAPINFO format = PixelFormat(size.cx, size.cy);
     std::vector<std::uint32_t> pixels(static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy));
     const CMemoryDC dc(nullptr);
     const auto rows = static_cast<UINT>(size.cy);
@@ -76,8 +77,7 @@ std::uint32_t StoredFaceColor(HBITMAP bitmap) {
         const CSelectObject scratchSelected(memory, scratch.GetHandle());
         memory.FillSolidRect({0, 0, 1, 1}, ::GetSysColor(COLOR_3DFACE));
     }
-    BITMAPINFO format{};
-    const auto pixels = GetPixels(scratch.GetHandle(), {1, 1}, format);
+    const auto pixels = GetPixels(scratch.GetHandle(), {1, 1});
     return pixels.empty() ? SwapRedAndBlue(::GetSysColor(COLOR_3DFACE)) : pixels[0];
 }
 
@@ -85,15 +85,16 @@ std::uint32_t StoredFaceColor(HBITMAP bitmap) {
 template <class Replace>
 void ReplacePixels(const CBitmap& bitmap, Replace replace) {
     const std::uint32_t background = StoredFaceColor(bitmap.GetHandle());
-    BITMAPINFO format{};
-    auto pixels = GetPixels(bitmap.GetHandle(), SizeOf(bitmap), format);
+    const CSize size = SizeOf(bitmap);
+    auto pixels = GetPixels(bitmap.GetHandle(), size);
     if (pixels.empty()) return;
     for (std::uint32_t& pixel : pixels) {
         if (pixel != background) pixel = SwapRedAndBlue(replace(SwapRedAndBlue(pixel)));
     }
     const CMemoryDC dc(nullptr);
-    ::SetDIBits(dc.GetHandle(), bitmap.GetHandle(), 0, static_cast<UINT>(format.bmiHeader.biHeight), pixels.data(),
-                &format, DIB_RGB_COLORS);
+    const BITMAPINFO format = PixelFormat(size.cx, size.cy);
+    ::SetDIBits(dc.GetHandle(), bitmap.GetHandle(), 0, static_cast<UINT>(size.cy), pixels.data(), &format,
+                DIB_RGB_COLORS);
 }
 
 // Washed-out and shadow companion of an image, as icons that fit into a list of any image size.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "pictures/PixelFormat.h"
+
 CBitmapRows::CBitmapRows(const std::wstring& path) : file(::_wfopen(path.c_str(), L"rb")) {
     if (!file) return;
     std::setvbuf(file.get(), nullptr, _IONBF, 0); // rows are far apart, and longer than a buffer
@@ -16,8 +18,7 @@ CBitmap CBitmapRows::Read(const Piece& piece) const {
         BITMAPINFOHEADER head;
         RGBQUAD colors[256];
     } info{};
-    info.head = {
-        sizeof info.head, GetWidth(), piece.count, 1, static_cast<WORD>(layout.bitsPerPixel), BI_RGB, 0, 0, 0, 0, 0};
+    info.head = PixelFormat(GetWidth(), piece.count, static_cast<WORD>(layout.bitsPerPixel)).bmiHeader;
     if (layout.colorsAreMasks) info.head.biCompression = BI_BITFIELDS;
     if (!layout.colorsAreMasks) info.head.biClrUsed = static_cast<DWORD>(layout.colorsSize / sizeof(RGBQUAD));
     std::memcpy(info.colors, &header[layout.colors], layout.colorsSize);

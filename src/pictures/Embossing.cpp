@@ -3,6 +3,7 @@
 #include <array>
 
 #include "framework/Dc.h"
+#include "pictures/PixelFormat.h"
 
 namespace {
 
@@ -13,8 +14,7 @@ CBitmap MakeMask(HDC dc, int width, int height) {
     struct {
         BITMAPINFOHEADER header;
         std::array<RGBQUAD, 2> colors;
-    } info{{sizeof(BITMAPINFOHEADER), width, height, 1, 1, BI_RGB, 0, 0, 0, 0, 0},
-           {RGBQUAD{0, 0, 0, 0}, RGBQUAD{255, 255, 255, 0}}};
+    } info{PixelFormat(width, height, 1).bmiHeader, {RGBQUAD{0, 0, 0, 0}, RGBQUAD{255, 255, 255, 0}}};
     void* bits = nullptr;
     return CBitmap(::CreateDIBSection(dc, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits, nullptr, 0));
 }

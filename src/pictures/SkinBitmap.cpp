@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "framework/Dc.h"
+#include "pictures/PixelFormat.h"
 #include "pictures/RegionRuns.h"
 
 namespace {
@@ -16,22 +17,10 @@ BITMAP DescribeBitmap(HBITMAP bitmap) {
     return record;
 }
 
-// 32 bits a pixel, which every colour screen takes, the rows from the bottom one up.
-BITMAPINFO FormatOf(int width, int height) {
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
-    return info;
-}
-
 // Not device-dependent: some systems ask the display driver anew each time that such a bitmap is made or selected,
 // which costs more than all the drawing.
 HBITMAP CreatePixels(int width, int height) {
-    const BITMAPINFO info = FormatOf(width, height);
+    const BITMAPINFO info = PixelFormat(width, height);
     void* bits = nullptr;
     return ::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
 }
@@ -69,7 +58,7 @@ HRGN RegionOfRuns(const std::vector<CRect>& runs, std::vector<std::byte>& bytes)
 // failure.
 PixelRows ReadRows(const CSkinBitmap& bitmap, std::vector<std::uint8_t>& bytes) {
     const int width = bitmap.GetWidth(), height = bitmap.GetHeight();
-    BITMAPINFO info = FormatOf(width, height);
+    BITMAPINFO info = PixelFormat(width, height);
     const std::size_t stride = static_cast<std::size_t>(width) * 4;
     bytes.resize(stride * static_cast<std::size_t>(height));
     if (::GetDIBits(SourceContext().GetHandle(), bitmap.GetHandle(), 0, static_cast<UINT>(height), bytes.data(), &info,

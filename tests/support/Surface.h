@@ -9,6 +9,7 @@
 #include <windows.h>
 
 #include "framework/Dc.h"
+#include "pictures/PixelFormat.h"
 
 using Art = std::vector<std::string>; // rows from the top, all of one length
 
@@ -33,7 +34,7 @@ class CSurface : public CMemoryDC {
 public:
     CSurface(int surfaceWidth, int surfaceHeight, char ground = ' ', WORD depth = 32)
         : CMemoryDC(nullptr), width(surfaceWidth), height(surfaceHeight) {
-        const BITMAPINFO format{{sizeof format.bmiHeader, width, -height, 1, depth, BI_RGB, 0, 0, 0, 0, 0}, {}};
+        const BITMAPINFO format = PixelFormat(width, -height, depth);
         bitmap.Attach(::CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &bits, nullptr, 0));
         former = ::SelectObject(GetHandle(), bitmap.GetHandle());
         FillSolidRect({0, 0, width, height}, ColorOf(ground));
