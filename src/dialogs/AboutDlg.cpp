@@ -32,8 +32,7 @@ bool CAboutDlg::OnInitDialog() {
     CDialog::OnInitDialog();
     DressDialogPanel(panelStatic);
     const CRect client = GetClientRect();
-    panelStatic.SetWindowPos(nullptr, 0, 0, static_cast<int>(client.Width()), static_cast<int>(client.Height()),
-                             SWP_NOZORDER);
+    panelStatic.SetWindowPos(nullptr, 0, 0, client.Width(), client.Height(), SWP_NOZORDER);
     PrepareLinks();
     SetWindowText(LoadText(IDS_ABOUT_TITLE) + PRODUCT_TITLE);
     version = "Version " PRODUCT_VERSION;

@@ -57,14 +57,13 @@ bool CMessageDlg::OnInitDialog() {
     constexpr int height = 120;
     const int width = WidthFor(text);
     const CPoint corner = GetWindowRect().TopLeft();
-    MoveWindow({corner.x, corner.y, corner.x + width, corner.y + height});
+    MoveWindow(CRect::Sized(corner.x, corner.y, width, height));
 
     constexpr int edges = 5, titleAndEdges = 32; // of a dialog, in the classic sizes
     const CRect window = GetWindowRect();
-    panelStatic.SetWindowPos(nullptr, 0, 0, static_cast<int>(window.Width()) - edges,
-                             static_cast<int>(window.Height()) - titleAndEdges, SWP_NOZORDER);
+    panelStatic.SetWindowPos(nullptr, 0, 0, window.Width() - edges, window.Height() - titleAndEdges, SWP_NOZORDER);
     PlaceText(width);
-    PlaceButtons(static_cast<int>(window.Width()));
+    PlaceButtons(window.Width());
     SetWindowText(caption.empty() ? PRODUCT_TITLE : caption);
     return true;
 }

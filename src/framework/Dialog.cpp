@@ -209,8 +209,8 @@ void CDialog::LayOut() {
     if (!base) return;
     textFont = MakeDialogFont(layout->font, base->height);
     const auto pixels = [&](const DialogPlace& place) {
-        const int x = ToPixels(place.x, base->width, 4), y = ToPixels(place.y, base->height, 8);
-        return CRect(x, y, x + ToPixels(place.width, base->width, 4), y + ToPixels(place.height, base->height, 8));
+        return CRect::Sized(ToPixels(place.x, base->width, 4), ToPixels(place.y, base->height, 8),
+                            ToPixels(place.width, base->width, 4), ToPixels(place.height, base->height, 8));
     };
     // The platform has made the controls in the template's order, the first on top.
     HWND control = ::GetWindow(GetHandle(), GW_CHILD);

@@ -53,5 +53,6 @@ void COwnerDrawMenu::EmbossImage(const CDC& target, int x, int y, int width, int
 
 void COwnerDrawMenu::EmbossImageDib(const CDC& target, int x, int y, int width, int height, const CBitmap& bitmap,
                                     int sourceX, int sourceY, COLORREF background) {
-    DrawEmbossed(target.GetHandle(), {x, y, x + width, y + height}, bitmap.GetHandle(), {sourceX, sourceY}, background);
+    DrawEmbossed(target.GetHandle(), CRect::Sized(x, y, width, height), bitmap.GetHandle(), {sourceX, sourceY},
+                 background);
 }

@@ -6,24 +6,18 @@
 #include <utility>
 
 #include "framework/Dc.h"
+#include "framework/Geometry.h"
 #include "framework/ResourceModule.h"
 #include "resources/ResourceIds.h"
 #include "skin/Theme.h"
 
 namespace {
 
-struct Place {
-    int x;
-    int y;
-    int width;
-    int height;
-};
+constexpr CRect barPlace = CRect::Sized(9, 0, 465, 26);
+constexpr CRect groundPlace = CRect::Sized(0, 0, 480, 347);
 
-constexpr Place barPlace{9, 0, 465, 26};
-constexpr Place groundPlace{0, 0, 480, 347};
-
-void MoveTo(const CWnd& control, const Place& place, UINT flags = 0) {
-    control.SetWindowPos(nullptr, place.x, place.y, place.width, place.height, flags);
+void MoveTo(const CWnd& control, const CRect& place, UINT flags = 0) {
+    control.SetWindowPos(nullptr, place.left, place.top, place.Width(), place.Height(), flags);
 }
 
 constexpr COLORREF lampTextLit = 0x00B200;  // green
@@ -74,27 +68,25 @@ void CCounterPanel::PlaceGround() {
     // By so much the template is larger than the frame's client area. The ground stays below its siblings.
     constexpr int excessWidth = 54, excessHeight = 19;
     const CRect client = GetClientRect();
-    MoveTo(panelStatic,
-           {0, 0, static_cast<int>(client.Width()) - excessWidth, static_cast<int>(client.Height()) - excessHeight},
-           SWP_NOZORDER);
+    MoveTo(panelStatic, {0, 0, client.Width() - excessWidth, client.Height() - excessHeight}, SWP_NOZORDER);
 }
 
 void CCounterPanel::PlaceLabels() {
     struct Label {
         CSkinStatic& control;
-        Place place;
+        CRect place;
         UINT textId;
         int left;
     };
-    const Label labels[] = {{dateLabel, {24, 97, 340, 24}, IDS_DATE, 10},
-                            {languageLabel, {24, 122, 340, 24}, IDS_LANGUAGE, 10},
-                            {sensitivityLabel, {24, 147, 340, 24}, IDS_SENSITIVITY, 10},
-                            {directionLabel, {24, 172, 340, 24}, IDS_DIRECTION, 10},
-                            {sdDetectLabel, {24, 197, 340, 24}, IDS_SD_DETECT, 10},
-                            {sdPeriodLabel, {24, 222, 340, 24}, IDS_SD_PERIOD, 10},
-                            {addressLabel, {24, 247, 340, 24}, IDS_ADDRESS, 10},
-                            {inLabel, {30, 66, 133, 22}, IDS_COUNTER_IN, 5},
-                            {outLabel, {216, 66, 129, 22}, IDS_COUNTER_OUT, 5}};
+    const Label labels[] = {{dateLabel, CRect::Sized(24, 97, 340, 24), IDS_DATE, 10},
+                            {languageLabel, CRect::Sized(24, 122, 340, 24), IDS_LANGUAGE, 10},
+                            {sensitivityLabel, CRect::Sized(24, 147, 340, 24), IDS_SENSITIVITY, 10},
+                            {directionLabel, CRect::Sized(24, 172, 340, 24), IDS_DIRECTION, 10},
+                            {sdDetectLabel, CRect::Sized(24, 197, 340, 24), IDS_SD_DETECT, 10},
+                            {sdPeriodLabel, CRect::Sized(24, 222, 340, 24), IDS_SD_PERIOD, 10},
+                            {addressLabel, CRect::Sized(24, 247, 340, 24), IDS_ADDRESS, 10},
+                            {inLabel, CRect::Sized(30, 66, 133, 22), IDS_COUNTER_IN, 5},
+                            {outLabel, CRect::Sized(216, 66, 129, 22), IDS_COUNTER_OUT, 5}};
     for (const Label& label : labels) {
         label.control.SetBitmapFile(ThemeFile("LeftTitleBar.bmp"));
         label.control.SetParent(panelStatic);
@@ -138,7 +130,7 @@ void CCounterPanel::PlaceButtons() {
     for (const Button& button : buttons) {
         button.control.SetBitmapFile(ThemeFile("XButton.bmp"));
         button.control.SetParent(button.parent);
-        MoveTo(button.control, {static_cast<int>(button.corner.x), static_cast<int>(button.corner.y), 74, 22});
+        MoveTo(button.control, CRect::Sized(button.corner.x, button.corner.y, 74, 22));
         button.control.SetCaption(button.text, 5, button.color);
         button.control.focusHeir = startButton.GetHandle();
         if (&button.control == &startButton) startButton.SetFocus();
@@ -149,12 +141,12 @@ void CCounterPanel::PlaceBorders() {
     struct Border {
         CSkinStatic& control;
         const char* picture;
-        Place place;
+        CRect place;
     };
-    const Border borders[] = {{upperBorder, "TopBorder.bmp", {10, 90, 464, 5}},
-                              {lowerBorder, "TopBorder.bmp", {10, 278, 464, 5}},
-                              {rightBorder, "RightBorder.bmp", {370, 90, 5, 192}},
-                              {totalsLabel, "TextBK.bmp", {10, 316, 200, 20}}};
+    const Border borders[] = {{upperBorder, "TopBorder.bmp", CRect::Sized(10, 90, 464, 5)},
+                              {lowerBorder, "TopBorder.bmp", CRect::Sized(10, 278, 464, 5)},
+                              {rightBorder, "RightBorder.bmp", CRect::Sized(370, 90, 5, 192)},
+                              {totalsLabel, "TextBK.bmp", CRect::Sized(10, 316, 200, 20)}};
     for (const Border& border : borders) {
         border.control.SetBitmapFile(ThemeFile(border.picture));
         border.control.SetParent(panelStatic);

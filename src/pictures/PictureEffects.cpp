@@ -134,7 +134,7 @@ void CSkinBitmap::DrawGrayscale(HDC dc) const {
 }
 
 void CSkinBitmap::DrawEmbossed(HDC dc, int x, int y, int width, int height, HBITMAP bitmap, int sourceX, int sourceY) {
-    ::DrawEmbossed(dc, {x, y, x + width, y + height}, bitmap, {sourceX, sourceY}, ::GetSysColor(COLOR_BTNFACE));
+    ::DrawEmbossed(dc, CRect::Sized(x, y, width, height), bitmap, {sourceX, sourceY}, ::GetSysColor(COLOR_BTNFACE));
 }
 
 HPALETTE CSkinBitmap::CreateReducedPalette(HDC dc) const {

@@ -135,8 +135,8 @@ void CFrameDlg::OnPaint() {
     CPaintDC dc(*this);
     SendMessage(WM_ICONERASEBKGND, reinterpret_cast<WPARAM>(dc.GetHandle()));
     const CRect client = GetClientRect();
-    const int x = (static_cast<int>(client.Width()) - ::GetSystemMetrics(SM_CXICON) + 1) / 2;
-    const int y = (static_cast<int>(client.Height()) - ::GetSystemMetrics(SM_CYICON) + 1) / 2;
+    const int x = (client.Width() - ::GetSystemMetrics(SM_CXICON) + 1) / 2;
+    const int y = (client.Height() - ::GetSystemMetrics(SM_CYICON) + 1) / 2;
     ::DrawIcon(dc.GetHandle(), x, y, icon);
 }
 

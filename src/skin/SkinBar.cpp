@@ -41,7 +41,7 @@ int CSkinBar::LoadButtons(const std::string& path) {
             if (i < buttonNames.size()) button->SetAccessibleName(buttonNames[i]);
             made.push_back(std::move(button));
         }
-        PlaceButtons(static_cast<int>(GetClientRect().Width()) - loadedFromRight);
+        PlaceButtons(GetClientRect().Width() - loadedFromRight);
     });
     return 1;
 }

@@ -47,7 +47,7 @@ public:
     Art Look(const CRect& rect) const {
         const CClientDC dc(GetHandle());
         ::SetViewportOrgEx(dc.GetHandle(), rect.left, rect.top, nullptr);
-        return ReadArt(dc.GetHandle(), static_cast<int>(rect.Width()), static_cast<int>(rect.Height()));
+        return ReadArt(dc.GetHandle(), rect.Width(), rect.Height());
     }
     std::vector<COLORREF> Pixels(const CRect& rect) const {
         const CClientDC dc(GetHandle());

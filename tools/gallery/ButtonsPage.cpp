@@ -24,9 +24,8 @@ void AddStripButtons(CGalleryBoard& board) {
     constexpr int buttonTop = top + 34;
     for (int i = 0; i < 2; ++i) {
         const int buttonLeft = leftColumn + i * column;
-        auto& button =
-            board.Add<CSkinButton>(static_cast<UINT>(IDC_STRIP_BUTTON + i), "",
-                                   CRect(buttonLeft, buttonTop, buttonLeft + 74, buttonTop + 22), WS_TABSTOP);
+        auto& button = board.Add<CSkinButton>(static_cast<UINT>(IDC_STRIP_BUTTON + i), "",
+                                              CRect::Sized(buttonLeft, buttonTop, 74, 22), WS_TABSTOP);
         button.SetBitmapFile(board.ThemeFile("XButton.bmp"));
         button.SetCaption(i == 0 ? "Start" : "YES", 0, i == 0 ? notInForce : inForce);
         button.EnableWindow(i == 0);
@@ -45,7 +44,7 @@ void AddPictureButtons(CGalleryBoard& board) {
     for (int i = 0; i < 2; ++i) {
         const int buttonLeft = leftColumn + i * 156;
         auto& button = board.Add<CSkinButton>(static_cast<UINT>(IDC_PICTURE_BUTTON + i), "",
-                                              CRect(buttonLeft, top + 18, buttonLeft + 140, top + 46), WS_TABSTOP);
+                                              CRect::Sized(buttonLeft, top + 18, 140, 28), WS_TABSTOP);
         button.drawMode = CSkinButton::pictureMode;
         const CBitmap former(button.SetBitmapHandle(picture.GetHandle()));
         button.SetCaption(i == 0 ? "live" : "disabled", 0, i == 0 ? inForce : notInForce);

@@ -11,7 +11,7 @@ void AddDisplays(CGalleryBoard& board) {
     const auto add = [&](UINT id, int index, const char* name) -> CSegmentDisplay& {
         const int x = left + step * index;
         board.AddLabel(name, x, top + 20 + height, width);
-        return board.Add<CSegmentDisplay>(id, "", CRect(x, top + 18, x + width, top + 18 + height));
+        return board.Add<CSegmentDisplay>(id, "", CRect::Sized(x, top + 18, width, height));
     };
     auto& panel = add(IDC_DISPLAY, 0, "as in the panel");
     panel.SetBackColor(RGB(0, 0, 255));

@@ -68,12 +68,12 @@ void CGalleryBoard::AddText(UINT id, const std::string& text, const CRect& place
 
 void CGalleryBoard::AddTitle(const char* text, int x, int y) {
     constexpr int width = 464, height = 15;
-    AddText(0, text, {x, y, x + width, y + height}, boldFont.GetHandle());
+    AddText(0, text, CRect::Sized(x, y, width, height), boldFont.GetHandle());
 }
 
 void CGalleryBoard::AddLabel(const char* text, int x, int y, int width) {
     constexpr int height = 14;
-    AddText(0, text, {x, y, x + width, y + height}, SmallFont());
+    AddText(0, text, CRect::Sized(x, y, width, height), SmallFont());
 }
 
 void CGalleryBoard::AddFrame(UINT id, const char* picture, CPoint place, int column, int row, int columns, int rows) {

@@ -44,7 +44,7 @@ void CGalleryDlg::PlaceWindow() const {
     ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &screen, 0);
     const LONG left = screen.left + (screen.Width() - place.Width()) / 2;
     const LONG top = screen.top + (screen.Height() - place.Height()) / 2;
-    MoveWindow({left, top, left + place.Width(), top + place.Height()});
+    MoveWindow(CRect::Sized(left, top, place.Width(), place.Height()));
 }
 
 void CGalleryDlg::OnLoadAgain() {

@@ -106,7 +106,7 @@ void AddMenuButtons(CGalleryBoard& board) {
     const auto add = [&](UINT id, const char* name) {
         const int x = left + index % perRow * (width + 10);
         const int y = top + 18 + index / perRow * (height + 6);
-        const auto& button = board.Add<CButton>(id, name, CRect(x, y, x + width, y + height), WS_TABSTOP);
+        const auto& button = board.Add<CButton>(id, name, CRect::Sized(x, y, width, height), WS_TABSTOP);
         button.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(board.SmallFont()));
         ++index;
     };

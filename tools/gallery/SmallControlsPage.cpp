@@ -19,7 +19,7 @@ void AddLinks(CGalleryBoard& board) {
     board.AddTitle("Link", rightColumn, top);
     int x = rightColumn;
     const auto add = [&](UINT id, const char* text) -> CLinkStatic& {
-        auto& link = board.Add<CLinkStatic>(id, text, CRect(x, top + 18, x + 108, top + 34), SS_NOTIFY);
+        auto& link = board.Add<CLinkStatic>(id, text, CRect::Sized(x, top + 18, 108, 16), SS_NOTIFY);
         GiveSmallFont(board, link);
         link.SetUnderlined(true); // takes up the font
         link.SetTarget("http://www.brenholt.example");
@@ -38,8 +38,7 @@ void AddRoundButtons(CGalleryBoard& board) {
     board.AddTitle("Round button", rightColumn, top);
     int x = rightColumn;
     const auto add = [&](UINT id, const char* text, DWORD style) -> CRoundButton& {
-        auto& button =
-            board.Add<CRoundButton>(id, text, CRect(x, top + 18, x + side, top + 18 + side), style | WS_TABSTOP);
+        auto& button = board.Add<CRoundButton>(id, text, CRect::Sized(x, top + 18, side, side), style | WS_TABSTOP);
         GiveSmallFont(board, button);
         x += side + 8;
         return button;
@@ -56,7 +55,7 @@ void AddCombos(CGalleryBoard& board) {
     board.AddTitle("Coloured combo box", comboLeft, top);
     int y = top + 18;
     const auto add = [&](UINT id, DWORD style) -> CColorCombo& {
-        auto& combo = board.Add<CColorCombo>(id, "", CRect(comboLeft, y, comboLeft + 172, y + listHeight),
+        auto& combo = board.Add<CColorCombo>(id, "", CRect::Sized(comboLeft, y, 172, listHeight),
                                              style | WS_VSCROLL | WS_TABSTOP);
         GiveSmallFont(board, combo);
         for (const char* row : {"4800", "9600", "19200"})

@@ -15,7 +15,7 @@ void AddSelector(CGalleryBoard& board) {
     constexpr int left = 504, top = 452;
     board.AddTitle("Selector", left, top);
     // As large as its picture, whose four slots of 25 pixels take clicks.
-    auto& selector = board.Add<CSkinSelector>(IDC_SELECTOR, "", {left, top + 18, left + 120, top + 118}, SS_NOTIFY);
+    auto& selector = board.Add<CSkinSelector>(IDC_SELECTOR, "", CRect::Sized(left, top + 18, 120, 100), SS_NOTIFY);
     selector.SetBitmapFile(board.ThemeFile("BottomPanel.bmp"));
     for (int slot = 0; slot < 4; ++slot) selector.AddImage(board.ThemeFile("TextBK2.bmp"));
 }
@@ -23,7 +23,7 @@ void AddSelector(CGalleryBoard& board) {
 void AddToolStrip(CGalleryBoard& board) {
     constexpr int left = 648, top = 452;
     board.AddTitle("Tool strip", left, top);
-    auto& strip = board.Add<CSkinToolStrip>(IDC_TOOL_STRIP, "", {left, top + 18, left + 320, top + 44});
+    auto& strip = board.Add<CSkinToolStrip>(IDC_TOOL_STRIP, "", CRect::Sized(left, top + 18, 320, 26));
     strip.SetBitmapFile(board.ThemeFile("LeftTitleBar.bmp"));
     strip.LoadStrip(IDT_SAMPLES);
     strip.SetButtonIds({ID_SAMPLE_NEW, ID_SAMPLE_OPEN, ID_SAMPLE_SAVE, ID_SAMPLE_FIND});
@@ -37,7 +37,7 @@ void AddToolStrip(CGalleryBoard& board) {
 void AddSeparator(CGalleryBoard& board) {
     constexpr int left = 648, top = 510;
     board.AddTitle("Separator", left, top);
-    auto& separator = board.Add<CSkinSeparator>(IDC_SEPARATOR, "", {left, top + 18, left + 320, top + 42});
+    auto& separator = board.Add<CSkinSeparator>(IDC_SEPARATOR, "", CRect::Sized(left, top + 18, 320, 24));
     separator.SetBitmapFile(board.ThemeFile("TextBK.bmp"));
     separator.lineColor = RGB(224, 128, 32);
 }
