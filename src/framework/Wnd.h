@@ -15,8 +15,8 @@
 
 #include <windows.h>
 
-#include "framework/MessageMap.h"
 #include "framework/Geometry.h"
+#include "framework/MessageMap.h"
 
 class CDC;
 struct CDataExchange;

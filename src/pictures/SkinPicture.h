@@ -11,7 +11,6 @@
 #include <windows.h>
 
 #include "framework/Geometry.h"
-#include "framework/Types.h"
 #include "pictures/NineSlice.h"
 #include "pictures/SkinBitmap.h"
 
