@@ -17,27 +17,22 @@
 
 namespace {
 
-struct IconCloser {
-    using pointer = HICON;
-    void operator()(HICON icon) const { ::DestroyIcon(icon); }
-};
-using UniqueIcon = std::unique_ptr<HICON, IconCloser>;
-
-// Null if there is no such resource. The standard colours of a bitmap of 16 become the system's.
-HBITMAP LoadMenuBitmap(int resourceId) {
+// Empty if there is no such resource. The standard colours of a bitmap of 16 become the system's.
+CBitmap LoadMenuBitmap(int resourceId) {
     const char* name = MAKEINTRESOURCEA(static_cast<WORD>(resourceId));
-    if (name == nullptr) return nullptr;
+    if (name == nullptr) return {};
     const HINSTANCE module = FindResourceModule(name, RT_BITMAP);
-    if (BitmapColorCount(LoadResourceBytes(name, RT_BITMAP)) != 16) return ::LoadBitmapA(module, name);
+    if (BitmapColorCount(LoadResourceBytes(name, RT_BITMAP)) != 16) return CBitmap(::LoadBitmapA(module, name));
     std::array<COLORMAP, 4> map{{{RGB(0, 0, 0), ::GetSysColor(COLOR_BTNTEXT)},
                                  {RGB(0x80, 0x80, 0x80), ::GetSysColor(COLOR_BTNSHADOW)},
                                  {RGB(0xC0, 0xC0, 0xC0), ::GetSysColor(COLOR_BTNFACE)},
                                  {RGB(0xFF, 0xFF, 0xFF), ::GetSysColor(COLOR_BTNHIGHLIGHT)}}};
-    return ::CreateMappedBitmap(module, reinterpret_cast<INT_PTR>(name), 0, map.data(), static_cast<int>(map.size()));
+    return CBitmap(
+        ::CreateMappedBitmap(module, reinterpret_cast<INT_PTR>(name), 0, map.data(), static_cast<int>(map.size())));
 }
 
 bool AddResourceBitmap(CImageList& list, int resourceId, COLORREF transparent) {
-    const CBitmap bitmap(LoadMenuBitmap(resourceId));
+    const CBitmap bitmap = LoadMenuBitmap(resourceId);
     return !bitmap.IsEmpty() && list.AddMasked(bitmap.GetHandle(), transparent) >= 0;
 }
 
@@ -99,11 +94,11 @@ void ReplacePixels(const CBitmap& bitmap, Replace replace) {
 
 // Washed-out and shadow companion of an image, as icons that fit into a list of any image size.
 struct Companions {
-    UniqueIcon washed;
-    UniqueIcon shadow;
+    CIcon washed;
+    CIcon shadow;
 };
 
-UniqueIcon MakeCompanion(const COwnerDrawMenu& menu, const CImageList& list, int index, void (*change)(CBitmap&)) {
+CIcon MakeCompanion(const COwnerDrawMenu& menu, const CImageList& list, int index, void (*change)(CBitmap&)) {
     CBitmap bitmap;
     {
         const CClientDC dc(MenuContextWindow());
@@ -114,10 +109,10 @@ UniqueIcon MakeCompanion(const COwnerDrawMenu& menu, const CImageList& list, int
     const CSize size = SizeOf(bitmap);
     scratch.Create(size.cx, size.cy, COwnerDrawMenu::imageListFlags, 1, 1);
     scratch.AddMasked(bitmap.GetHandle(), ::GetSysColor(COLOR_3DFACE));
-    return UniqueIcon(scratch.GetIcon(0));
+    return scratch.GetIcon(0);
 }
 
-// Both null where the look has no companions.
+// Both empty where the look has no companions.
 Companions MakeCompanions(const COwnerDrawMenu& menu, const CImageList& list, int index) {
     if (!WantsCompanions()) return {};
     return {MakeCompanion(menu, list, index, &COwnerDrawMenu::MakeWashedImage),
@@ -126,9 +121,9 @@ Companions MakeCompanions(const COwnerDrawMenu& menu, const CImageList& list, in
 
 void AddCompanions(const COwnerDrawMenu& menu, CImageList& list) {
     const Companions companions = MakeCompanions(menu, list, 0);
-    if (!companions.washed || !companions.shadow) return;
-    list.ReplaceIcon(-1, companions.washed.get());
-    list.ReplaceIcon(-1, companions.shadow.get());
+    if (companions.washed.IsEmpty() || companions.shadow.IsEmpty()) return;
+    list.ReplaceIcon(-1, companions.washed.GetHandle());
+    list.ReplaceIcon(-1, companions.shadow.GetHandle());
 }
 
 } // namespace
@@ -156,16 +151,16 @@ bool COwnerDrawMenu::AddBitmapToList(CImageList& list, int resourceId) {
 
 int COwnerDrawMenu::AddSharedImage(const CImageList& list, int index, UINT id) {
     if (sharedImages.IsEmpty()) sharedImages.Create(imageWidth, imageHeight, imageListFlags, 1, 1);
-    const UniqueIcon icon(list.GetIcon(index));
-    if (!icon) return -1;
+    const CIcon icon = list.GetIcon(index);
+    if (icon.IsEmpty()) return -1;
     const Companions companions = MakeCompanions(*this, list, index);
-    const bool hasCompanions = companions.washed != nullptr && companions.shadow != nullptr;
+    const bool hasCompanions = !companions.washed.IsEmpty() && !companions.shadow.IsEmpty();
     const int found = FindSharedImage(id);
     if (found >= 0) {
-        sharedImages.ReplaceIcon(found, icon.get());
+        sharedImages.ReplaceIcon(found, icon.GetHandle());
         if (hasCompanions && HasRaisedSet(found)) {
-            sharedImages.ReplaceIcon(found + 1, companions.washed.get());
-            sharedImages.ReplaceIcon(found + 2, companions.shadow.get());
+            sharedImages.ReplaceIcon(found + 1, companions.washed.GetHandle());
+            sharedImages.ReplaceIcon(found + 2, companions.shadow.GetHandle());
         }
         return found;
     }
@@ -175,10 +170,10 @@ int COwnerDrawMenu::AddSharedImage(const CImageList& list, int index, UINT id) {
         if (place >= 0) sharedImageIds.push_back(id);
         return place;
     };
-    const int place = add(icon.get());
+    const int place = add(icon.GetHandle());
     if (place >= 0 && hasCompanions) {
-        add(companions.washed.get());
-        add(companions.shadow.get());
+        add(companions.washed.GetHandle());
+        add(companions.shadow.GetHandle());
     }
     return place;
 }
@@ -197,24 +192,24 @@ bool COwnerDrawMenu::HasRaisedSet(int index) {
 
 bool COwnerDrawMenu::CopyImageToList(const CImageList* source, int index, CImageList& target) {
     if (source == nullptr || index < 0) return false;
-    const UniqueIcon icon(source->GetIcon(index));
+    const CIcon icon = source->GetIcon(index);
     const CSize size = source->GetImageSize();
     target.Create(size.cx, size.cy, imageListFlags, 1, 1);
-    if (!icon) return true; // an empty box will show
-    target.ReplaceIcon(-1, icon.get());
+    if (icon.IsEmpty()) return true; // an empty box will show
+    target.ReplaceIcon(-1, icon.GetHandle());
     AddCompanions(*this, target);
     return true;
 }
 
 bool COwnerDrawMenu::ImageToBitmap(const CDC& dc, const CImageList& list, int index, CBitmap& bitmap) const {
-    const UniqueIcon icon(list.GetIcon(index));
+    const CIcon icon = list.GetIcon(index);
     CMemoryDC memory(dc.GetHandle());
     bitmap.Attach(::CreateCompatibleBitmap(dc.GetHandle(), imageWidth, imageHeight));
     const CSelectObject selected(memory, bitmap.GetHandle());
     const COLORREF face = ::GetSysColor(COLOR_3DFACE);
     memory.FillSolidRect({0, 0, imageWidth, imageHeight}, face);
     const CBrush ground(face);
-    ::DrawIconEx(memory.GetHandle(), 0, 0, icon.get(), imageWidth, imageHeight, 0, ground.GetHandle(), DI_NORMAL);
+    ::DrawIconEx(memory.GetHandle(), 0, 0, icon.GetHandle(), imageWidth, imageHeight, 0, ground.GetHandle(), DI_NORMAL);
     return true;
 }
 

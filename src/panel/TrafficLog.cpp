@@ -1,33 +1,24 @@
 #include "panel/TrafficLog.h"
 
 #include <cstdio>
-#include <memory>
 
 #include <shellapi.h>
 
+#include "framework/FileStream.h"
 #include "framework/ResourceModule.h"
 #include "panel/TrafficText.h"
 #include "resources/ResourceIds.h"
 
-namespace {
-
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
-
-} // namespace
-
 void CTrafficLog::PrepareLog() {
     logPath = ProgramFolderWide() + L"Quorvane.log";
-    const File emptied(::_wfopen(logPath.c_str(), L"w"));
+    const CFileStream emptied(::_wfopen(logPath.c_str(), L"w"));
 }
 
 void CTrafficLog::AppendLogLine(const std::string& text) const {
     // Opened and closed for every line: the file is complete at every moment, and free for other programs between
     // lines.
-    const File file(::_wfopen(logPath.c_str(), L"a+"));
-    if (file) std::fprintf(file.get(), "%s\n", FormatLogLine(CTime::Now(), text).c_str());
+    const CFileStream file(::_wfopen(logPath.c_str(), L"a+"));
+    if (!file.IsEmpty()) std::fprintf(file.GetHandle(), "%s\n", FormatLogLine(CTime::Now(), text).c_str());
 }
 
 void CTrafficLog::LogTransfer(const char* arrow, std::atomic<std::int32_t>& total, int editId, const void* buffer,

@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <cstring>
 
+#include "pictures/PictureStream.h"
 #include "pictures/PixelFormat.h"
 
 CBitmapRows::CBitmapRows(const std::wstring& path) : file(::_wfopen(path.c_str(), L"rb")) {
-    if (!file) return;
-    std::setvbuf(file.get(), nullptr, _IONBF, 0); // rows are far apart, and longer than a buffer
-    const std::uint64_t size = SizeOf(file.get());
-    const std::size_t got = std::fread(header.data(), 1, header.size(), file.get());
+    if (file.IsEmpty()) return;
+    std::setvbuf(file.GetHandle(), nullptr, _IONBF, 0); // rows are far apart, and longer than a buffer
+    const std::uint64_t size = SizeOf(file.GetHandle());
+    const std::size_t got = std::fread(header.data(), 1, header.size(), file.GetHandle());
     layout = PlainLayoutOf({header.data(), got}, size);
 }
 
@@ -35,8 +36,8 @@ CBitmap CBitmapRows::Read(const Piece& piece) const {
             std::memcpy(to, to + layout.stride, layout.stride);
             continue;
         }
-        if (std::fseek(file.get(), static_cast<long>(layout.OffsetOfRow(row)), SEEK_SET) != 0 ||
-            std::fread(to, 1, layout.stride, file.get()) != layout.stride) {
+        if (std::fseek(file.GetHandle(), static_cast<long>(layout.OffsetOfRow(row)), SEEK_SET) != 0 ||
+            std::fread(to, 1, layout.stride, file.GetHandle()) != layout.stride) {
             return {};
         }
         held = row;

@@ -6,9 +6,9 @@
 
 #include <windows.h>
 
+#include "framework/FileStream.h"
 #include "framework/Gdi.h"
 #include "pictures/PictureFile.h"
-#include "pictures/PictureStream.h"
 
 class CBitmapRows {
 public:
@@ -33,7 +33,7 @@ public:
     CBitmap Read(const Piece& piece) const;
 
 private:
-    File file;
+    CFileStream file;
     PlainLayout layout;
     std::array<std::uint8_t, largestPlainHeader> header{};
 };

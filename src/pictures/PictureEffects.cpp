@@ -64,7 +64,7 @@ struct PaletteStorage {
     WORD count = 0;
     std::array<PALETTEENTRY, 256> entries{};
 
-    HPALETTE Create() const { return ::CreatePalette(reinterpret_cast<const LOGPALETTE*>(this)); }
+    CPalette Create() const { return CPalette(::CreatePalette(reinterpret_cast<const LOGPALETTE*>(this))); }
 };
 
 PaletteStorage GrayPalette(PictureBits& picture) {
@@ -128,8 +128,8 @@ void CSkinBitmap::DrawGrayscale(HDC dc) const {
         show();
         return;
     }
-    const CGdiObject owned(palette.Create());
-    const CSelectPalette selected(dc, static_cast<HPALETTE>(owned.GetHandle()));
+    const CPalette owned = palette.Create();
+    const CSelectPalette selected(dc, owned.GetHandle());
     show();
 }
 
@@ -147,7 +147,7 @@ HPALETTE CSkinBitmap::CreateReducedPalette(HDC dc) const {
         const RGBQUAD& color = picture.Info().bmiColors[index];
         palette.entries[palette.count++] = {color.rgbRed, color.rgbGreen, color.rgbBlue, PC_RESERVED};
     }
-    return palette.Create();
+    return palette.Create().Detach();
 }
 
 void CSkinBitmap::DrawAlpha(HDC dc, std::uint8_t alpha) const {

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <memory>
 #include <span>
 #include <vector>
 
@@ -11,60 +10,56 @@
 #include <olectl.h>
 
 #include "framework/Dc.h"
+#include "framework/FileStream.h"
+#include "framework/Interface.h"
 #include "pictures/PictureFile.h"
 #include "pictures/PictureStream.h"
 #include "pictures/SkinBitmap.h"
 
 namespace {
 
-struct InterfaceReleaser {
-    void operator()(IUnknown* object) const { object->Release(); }
+struct GlobalMemoryTraits : NullTraits<HGLOBAL> {
+    static void Close(HGLOBAL memory) { ::GlobalFree(memory); }
 };
-template <class Interface>
-using InterfacePtr = std::unique_ptr<Interface, InterfaceReleaser>;
+using CGlobalMemory = CHandle<GlobalMemoryTraits>;
 
 constexpr std::uint64_t largestPicture = std::uint64_t{64} << 20; // bytes of a file; a theme's have some thousands
 
 bool IsWorthLoading(const std::string& path) {
-    const File file(std::fopen(path.c_str(), "rb"));
-    if (!file) return false;
-    const std::uint64_t size = SizeOf(file.get());
+    const CFileStream file(std::fopen(path.c_str(), "rb"));
+    if (file.IsEmpty()) return false;
+    const std::uint64_t size = SizeOf(file.GetHandle());
     std::array<std::uint8_t, 54> header{};
-    const std::size_t got = std::fread(header.data(), 1, header.size(), file.get());
+    const std::size_t got = std::fread(header.data(), 1, header.size(), file.GetHandle());
     return IsPlausibleBitmap({header.data(), got}, size);
 }
 
 std::vector<std::uint8_t> ReadWhole(const std::string& path) {
-    const File file(std::fopen(path.c_str(), "rb"));
-    if (!file) return {};
-    const std::uint64_t size = SizeOf(file.get());
+    const CFileStream file(std::fopen(path.c_str(), "rb"));
+    if (file.IsEmpty()) return {};
+    const std::uint64_t size = SizeOf(file.GetHandle());
     if (size > largestPicture) return {};
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
-    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.GetHandle()));
     return bytes;
 }
 
-// A picture from bytes in any format that OLE reads; null for what it can't read.
-InterfacePtr<IPicture> DecodePicture(std::span<const std::uint8_t> bytes) {
-    if (bytes.empty()) return nullptr;
-    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, bytes.size());
-    if (memory == nullptr) return nullptr;
-    if (void* target = ::GlobalLock(memory)) {
+// A picture from bytes in any format that OLE reads; empty for what it can't read.
+CInterface<IPicture> DecodePicture(std::span<const std::uint8_t> bytes) {
+    CInterface<IPicture> picture;
+    if (bytes.empty()) return picture;
+    CGlobalMemory memory(::GlobalAlloc(GMEM_MOVEABLE, bytes.size()));
+    if (memory.IsEmpty()) return picture;
+    if (void* target = ::GlobalLock(memory.GetHandle())) {
         std::copy(bytes.begin(), bytes.end(), static_cast<std::uint8_t*>(target));
-        ::GlobalUnlock(memory);
+        ::GlobalUnlock(memory.GetHandle());
     }
-    IStream* rawStream = nullptr;
-    if (FAILED(::CreateStreamOnHGlobal(memory, TRUE, &rawStream))) {
-        ::GlobalFree(memory);
-        return nullptr;
-    }
-    const InterfacePtr<IStream> stream(rawStream); // frees the memory with itself
-    IPicture* picture = nullptr;
-    if (FAILED(::OleLoadPicture(stream.get(), static_cast<LONG>(bytes.size()), FALSE, IID_IPicture,
-                                reinterpret_cast<void**>(&picture)))) {
-        return nullptr;
-    }
-    return InterfacePtr<IPicture>(picture);
+    CInterface<IStream> stream;
+    if (FAILED(::CreateStreamOnHGlobal(memory.GetHandle(), TRUE, stream.Receive()))) return picture;
+    memory.Detach(); // the stream's now
+    ::OleLoadPicture(stream.GetHandle(), static_cast<LONG>(bytes.size()), FALSE, IID_IPicture,
+                     reinterpret_cast<void**>(picture.Receive()));
+    return picture;
 }
 
 } // namespace
@@ -82,15 +77,15 @@ HBITMAP CSkinBitmap::LoadBitmapFile(const std::string& path, COLORREF backColor)
         return nullptr;
     case PictureKind::Icon: {
         const std::vector<std::uint8_t> file = ReadWhole(path);
-        return IsPlausibleIcon(file) ? RenderPicture(DecodePicture(file).get(), backColor) : nullptr;
+        return IsPlausibleIcon(file) ? RenderPicture(DecodePicture(file).GetHandle(), backColor) : nullptr;
     }
     default:
-        return RenderPicture(DecodePicture(ReadWhole(path)).get(), backColor);
+        return RenderPicture(DecodePicture(ReadWhole(path)).GetHandle(), backColor);
     }
 }
 
 bool CSkinBitmap::LoadFromFile(const std::string& path, COLORREF backColor) {
-    DeleteObject();
+    Close();
     Attach(LoadBitmapFile(path, backColor));
     return !IsEmpty();
 }
@@ -102,7 +97,7 @@ bool CSkinBitmap::LoadFromResource(std::uint16_t id, const char* type, HINSTANCE
     const void* bytes = block != nullptr ? ::LockResource(block) : nullptr;
     if (bytes == nullptr) return false;
     const auto picture = DecodePicture({static_cast<const std::uint8_t*>(bytes), ::SizeofResource(module, resource)});
-    Attach(RenderPicture(picture.get(), backColor));
+    Attach(RenderPicture(picture.GetHandle(), backColor));
     return !IsEmpty();
 }
 
@@ -126,5 +121,5 @@ HBITMAP CSkinBitmap::RenderPicture(IPicture* picture, COLORREF backColor) {
         // Pictures count their rows upward: from the top, by a negative height.
         picture->Render(memory.GetHandle(), 0, 0, pixelWidth, pixelHeight, 0, height, width, -height, nullptr);
     }
-    return static_cast<HBITMAP>(bitmap.Detach());
+    return bitmap.Detach();
 }

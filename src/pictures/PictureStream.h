@@ -1,14 +1,8 @@
-// Picture files as streams of the C library.
+// What picture files are asked as streams of the C library.
 #pragma once
 
 #include <cstdint>
 #include <cstdio>
-#include <memory>
-
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
 
 // In bytes; the stream is at its beginning afterwards.
 inline std::uint64_t SizeOf(std::FILE* file) {

@@ -71,7 +71,7 @@ PixelRows ReadRows(const CSkinBitmap& bitmap, std::vector<std::uint8_t>& bytes) 
 } // namespace
 
 int CSkinBitmap::GetFrame(CSkinBitmap& frame, int column, int row, int columns, int rows) const {
-    frame.DeleteObject();
+    frame.Close();
     const CRect cell = FrameCell(GetWidth(), GetHeight(), column, row, columns, rows);
     if (cell.IsEmpty()) return 1;
     frame.CreateBlank(cell);
@@ -94,7 +94,7 @@ HRGN CSkinBitmap::CreateRegion(COLORREF transparent, COLORREF tolerance) const {
             ::CombineRgn(whole.GetHandle(), whole.GetHandle(), part.GetHandle(), RGN_OR);
         }
     });
-    return static_cast<HRGN>(whole.Detach());
+    return whole.Detach();
 }
 
 HRGN CSkinBitmap::CreateOutline(COLORREF transparent, COLORREF tolerance) const {
@@ -111,7 +111,7 @@ HBITMAP CSkinBitmap::CopyFrom(HBITMAP source) {
     CSkinBitmap copy;
     borrowed.GetFrame(copy, 1, 1, 1, 1);
     borrowed.Detach();
-    const auto former = static_cast<HBITMAP>(Detach());
+    const HBITMAP former = Detach();
     Attach(copy.Detach());
     return former;
 }
@@ -161,7 +161,7 @@ int CSkinBitmap::DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int c
 }
 
 int CSkinBitmap::BuildNineSlice(CSkinBitmap& out, const CRect& rect, int cornerWidth, int cornerHeight) const {
-    out.DeleteObject();
+    out.Close();
     if (IsEmpty()) return 1;
     out.CreateBlank(rect);
     CopyCells(out, NineSliceCells(out.GetBounds(), GetBounds(), cornerWidth, cornerHeight));
@@ -169,7 +169,7 @@ int CSkinBitmap::BuildNineSlice(CSkinBitmap& out, const CRect& rect, int cornerW
 }
 
 void CSkinBitmap::CreateBlank(const CRect& rect) {
-    DeleteObject();
+    Close();
     if (!rect.IsEmpty()) Attach(CreatePixels(rect.Width(), rect.Height()));
 }
 

@@ -20,13 +20,6 @@ struct IPicture;
 
 class CSkinBitmap : public CBitmap {
 public:
-    CSkinBitmap() = default;
-    ~CSkinBitmap() override = default;
-    CSkinBitmap(const CSkinBitmap&) = delete;
-    CSkinBitmap& operator=(const CSkinBitmap&) = delete;
-    CSkinBitmap(CSkinBitmap&&) noexcept = default;
-    CSkinBitmap& operator=(CSkinBitmap&&) noexcept = default;
-
     // No back colour: what lies under a transparent picture is not filled.
     static constexpr COLORREF noBackColor = 0xFFFFFFFF;
 

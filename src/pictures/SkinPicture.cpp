@@ -36,7 +36,7 @@ bool CSkinPicture::LoadFromFile(const std::string& path) {
     CSkinBitmap loaded;
     loaded.LoadFromFile(path, 0);
     if (std::int64_t{loaded.GetWidth()} * loaded.GetHeight() > mostKept) {
-        Attach(static_cast<HBITMAP>(loaded.Detach()));
+        Attach(loaded.Detach());
     } else {
         const CBitmap former(CopyFrom(loaded.GetHandle())); // a copy, because copies are the quicker to draw from
     }
@@ -51,7 +51,7 @@ void CSkinPicture::Attach(HBITMAP whole) {
 
 HBITMAP CSkinPicture::CopyFrom(HBITMAP source) {
     const HBITMAP former = bitmap.CopyFrom(source);
-    Attach(static_cast<HBITMAP>(bitmap.Detach()));
+    Attach(bitmap.Detach());
     return former;
 }
 

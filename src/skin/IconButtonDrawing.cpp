@@ -150,7 +150,7 @@ void CIconButton::DrawCaption(CDC& dc, const std::string& text, CRect rect) cons
 }
 
 void CIconButton::DropSnapshot() {
-    backgroundBitmap.DeleteObject();
+    backgroundBitmap.Close();
 }
 
 void CIconButton::PaintSnapshot(CDC& dc) {

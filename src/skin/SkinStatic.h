@@ -21,7 +21,7 @@ protected:
     // Sends the command to the parent first, so that a control at any depth reaches the dialog.
     bool OnCommand(WPARAM wParam, LPARAM lParam) override;
 
-    void DropFaces() override { face.DeleteObject(); }
+    void DropFaces() override { face.Close(); }
 
 private:
     void UncoverFormerCaption() const;

@@ -1,4 +1,4 @@
-// What the rest stands on: local time, formatted text, and the archive.
+// What the rest stands on: handles, local time, formatted text, and the archive.
 #include <array>
 #include <cstdlib>
 #include <limits>
@@ -6,10 +6,40 @@
 #include <gtest/gtest.h>
 
 #include "framework/Archive.h"
+#include "framework/Handle.h"
 #include "framework/Text.h"
 #include "framework/Time.h"
 
 namespace {
+
+// Notes each handle that is closed, with the letter of where it came from.
+struct NotingTraits {
+    using Type = int;
+    static constexpr Type Empty() { return -1; }
+    void Close(int handle) const { *closed += origin + std::to_string(handle) + ' '; }
+    std::string* closed = nullptr;
+    char origin = '?';
+};
+
+TEST(Handle, IsClosedOnceByTheCallOfItsOrigin) {
+    using CNoted = CHandle<NotingTraits>;
+    std::string closed;
+    {
+        CNoted first(0, {&closed, 'a'}), second(1, {&closed, 'b'}), kept(2, {&closed, 'c'});
+        first.Attach(3);
+        EXPECT_EQ(closed, "a0 ");
+        CNoted moved(std::move(first));
+        moved = std::move(second);
+        EXPECT_EQ(closed, "a0 a3 ");
+        CNoted& same = moved;
+        moved = std::move(same);
+        EXPECT_EQ(moved.GetHandle(), 1);
+        *moved.Receive() = 4;
+        EXPECT_EQ(closed, "a0 a3 b1 ");
+        EXPECT_EQ(kept.Detach(), 2);
+    }
+    EXPECT_EQ(closed, "a0 a3 b1 b4 ");
+}
 
 TEST(Time, FieldsOutOfRangeAreCarriedOverAndWhatTheCountCannotHoldIsNoTime) {
     using Pair = std::array<CalendarFields, 2>;

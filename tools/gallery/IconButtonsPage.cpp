@@ -46,10 +46,11 @@ void AddCheckBoxes(CGalleryBoard& board, int top) {
 HBITMAP FirstSample() {
     const char* name = MAKEINTRESOURCEA(IDT_SAMPLES);
     CSkinBitmap strip;
-    strip.Attach(::LoadImageA(FindResourceModule(name, RT_BITMAP), name, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+    strip.Attach(static_cast<HBITMAP>(
+        ::LoadImageA(FindResourceModule(name, RT_BITMAP), name, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
     CSkinBitmap first;
     strip.GetFrame(first, 1, 1, 4, 1);
-    return static_cast<HBITMAP>(first.Detach());
+    return first.Detach();
 }
 
 void AddFurtherButtons(CGalleryBoard& board, int top) {
