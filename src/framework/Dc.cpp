@@ -47,28 +47,18 @@ CPaintDC::~CPaintDC() {
     ::EndPaint(window, &paint);
 }
 
-CBarePaintDC::CBarePaintDC(const CWnd& painted) : CDC(nullptr), window(painted.GetHandle()) {
+CBarePaintDC::CBarePaintDC(const CWnd& painted) : CDC(nullptr) {
+    const HWND window = painted.GetHandle();
     const CRgn region(::CreateRectRgn(0, 0, 0, 0));
     ::GetUpdateRgn(window, region.GetHandle(), FALSE);
     // Before the drawing, as what is invalidated meanwhile has to be painted later.
     ::RedrawWindow(window, nullptr, nullptr,
                    RDW_VALIDATE | RDW_NOERASE | RDW_NOFRAME | RDW_NOINTERNALPAINT | RDW_NOCHILDREN);
     handle = ::GetDC(window);
+    owned = CWindowContext(handle, WindowContextTraits(window));
     ::SelectClipRgn(handle, region.GetHandle());
 }
 
-CBarePaintDC::~CBarePaintDC() {
-    if (handle != nullptr) ::ReleaseDC(window, handle);
-}
+CClientDC::CClientDC(HWND client) : CDC(::GetDC(client)), owned(handle, WindowContextTraits(client)) {}
 
-CClientDC::CClientDC(HWND client) : CDC(::GetDC(client)), window(client) {}
-
-CClientDC::~CClientDC() {
-    if (handle != nullptr) ::ReleaseDC(window, handle);
-}
-
-CMemoryDC::CMemoryDC(HDC compatibleWith) : CDC(::CreateCompatibleDC(compatibleWith)) {}
-
-CMemoryDC::~CMemoryDC() {
-    if (handle != nullptr) ::DeleteDC(handle);
-}
+CMemoryDC::CMemoryDC(HDC compatibleWith) : CDC(::CreateCompatibleDC(compatibleWith)), owned(handle) {}

@@ -14,6 +14,18 @@
 
 class CWnd;
 
+struct MemoryContextTraits : NullTraits<HDC> {
+    static void Close(HDC context) { ::DeleteDC(context); }
+};
+using CMemoryContext = CHandle<MemoryContextTraits>;
+
+struct WindowContextTraits : NullTraits<HDC> {
+    explicit WindowContextTraits(HWND origin = nullptr) : window(origin) {}
+    void Close(HDC context) const { ::ReleaseDC(window, context); }
+    HWND window; // null: the screen
+};
+using CWindowContext = CHandle<WindowContextTraits>;
+
 class CDC {
 public:
     explicit CDC(HDC context) : handle(context) {}
@@ -63,33 +75,27 @@ private:
 class CBarePaintDC : public CDC {
 public:
     [[nodiscard]] explicit CBarePaintDC(const CWnd& painted);
-    CBarePaintDC(const CBarePaintDC&) = delete;
-    CBarePaintDC& operator=(const CBarePaintDC&) = delete;
-    ~CBarePaintDC();
 
 private:
-    HWND window;
+    CWindowContext owned;
 };
 
 // The client area of a window; of the whole screen for a null handle.
 class CClientDC : public CDC {
 public:
     [[nodiscard]] explicit CClientDC(HWND client);
-    CClientDC(const CClientDC&) = delete;
-    CClientDC& operator=(const CClientDC&) = delete;
-    ~CClientDC();
 
 private:
-    HWND window;
+    CWindowContext owned;
 };
 
 // A memory context compatible with the given one (with the screen for a null handle).
 class CMemoryDC : public CDC {
 public:
     [[nodiscard]] explicit CMemoryDC(HDC compatibleWith);
-    CMemoryDC(const CMemoryDC&) = delete;
-    CMemoryDC& operator=(const CMemoryDC&) = delete;
-    ~CMemoryDC();
+
+private:
+    CMemoryContext owned;
 };
 
 // Selects an object and selects the former one back at the end of the scope. A null object selects nothing.

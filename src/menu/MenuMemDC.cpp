@@ -9,28 +9,20 @@ bool IsPrinter(const CDC& dc) {
 
 } // namespace
 
-CMenuMemDC::CMenuMemDC(const CDC& covered, const CRect& rect)
-    : CDC(nullptr), target(covered), bounds(rect), buffered(!IsPrinter(covered)) {
-    if (buffered) {
-        handle = ::CreateCompatibleDC(target.GetHandle());
+CMenuMemDC::CMenuMemDC(const CDC& covered, const CRect& rect) : CDC(nullptr), target(covered), bounds(rect) {
+    if (!IsPrinter(target)) {
+        surface.Attach(::CreateCompatibleDC(target.GetHandle()));
         bitmap.Attach(::CreateCompatibleBitmap(target.GetHandle(), bounds.Width(), bounds.Height()));
-        previousBitmap = ::SelectObject(handle, bitmap.GetHandle());
-        if (previousBitmap == nullptr) {
-            ::DeleteDC(handle);
-            buffered = false;
-        }
+        previousBitmap = ::SelectObject(surface.GetHandle(), bitmap.GetHandle());
+        if (previousBitmap == nullptr) surface.Close();
     }
-    if (buffered) {
-        ::SetWindowOrgEx(handle, bounds.left, bounds.top, nullptr);
-    } else {
-        handle = target.GetHandle();
-    }
+    handle = surface.IsEmpty() ? target.GetHandle() : surface.GetHandle();
+    if (!surface.IsEmpty()) ::SetWindowOrgEx(handle, bounds.left, bounds.top, nullptr);
 }
 
 CMenuMemDC::~CMenuMemDC() {
-    if (!buffered) return;
+    if (surface.IsEmpty()) return;
     ::BitBlt(target.GetHandle(), bounds.left, bounds.top, bounds.Width(), bounds.Height(), handle, bounds.left,
              bounds.top, SRCCOPY);
     ::SelectObject(handle, previousBitmap);
-    ::DeleteDC(handle);
 }

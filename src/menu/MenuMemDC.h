@@ -18,5 +18,5 @@ private:
     HGDIOBJ previousBitmap = nullptr;
     const CDC& target;
     CRect bounds;
-    bool buffered;
+    CMemoryContext surface; // empty where drawing goes to the target
 };
