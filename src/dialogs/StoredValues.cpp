@@ -2,32 +2,21 @@
 
 #include <windows.h>
 
+#include "framework/RegistryKey.h"
+
 namespace {
 
 constexpr char keyName[] = "SOFTWARE\\BRENHOLT\\QV";
 
-class CRegistryKey {
-public:
-    CRegistryKey() = default;
-    CRegistryKey(const CRegistryKey&) = delete;
-    CRegistryKey& operator=(const CRegistryKey&) = delete;
-    ~CRegistryKey() {
-        if (handle != nullptr) ::RegCloseKey(handle);
-    }
+bool OpenKey(CRegistryKey& key, REGSAM access) {
+    return ::RegOpenKeyExA(HKEY_CURRENT_USER, keyName, 0, access, key.Receive()) == ERROR_SUCCESS;
+}
 
-    bool Open(REGSAM access) {
-        return ::RegOpenKeyExA(HKEY_CURRENT_USER, keyName, 0, access, &handle) == ERROR_SUCCESS;
-    }
-    bool Create() {
-        char noClass[] = "";
-        return ::RegCreateKeyExA(HKEY_CURRENT_USER, keyName, 0, noClass, 0, KEY_ALL_ACCESS, nullptr, &handle,
-                                 nullptr) == ERROR_SUCCESS;
-    }
-    HKEY GetHandle() const { return handle; }
-
-private:
-    HKEY handle = nullptr;
-};
+bool CreateKey(CRegistryKey& key) {
+    char noClass[] = "";
+    return ::RegCreateKeyExA(HKEY_CURRENT_USER, keyName, 0, noClass, 0, KEY_ALL_ACCESS, nullptr, key.Receive(),
+                             nullptr) == ERROR_SUCCESS;
+}
 
 } // namespace
 
@@ -35,8 +24,8 @@ int ReadRegistryInt(const char* name, std::int32_t& value, std::int32_t defaultV
     CRegistryKey key;
     std::int32_t stored = 0; // stays 0 where the value is shorter
     DWORD length = sizeof stored;
-    if (key.Open(KEY_READ) && ::RegQueryValueExA(key.GetHandle(), name, nullptr, nullptr,
-                                                 reinterpret_cast<BYTE*>(&stored), &length) == ERROR_SUCCESS) {
+    if (OpenKey(key, KEY_READ) && ::RegQueryValueExA(key.GetHandle(), name, nullptr, nullptr,
+                                                     reinterpret_cast<BYTE*>(&stored), &length) == ERROR_SUCCESS) {
         value = stored;
         return 1;
     }
@@ -46,7 +35,7 @@ int ReadRegistryInt(const char* name, std::int32_t& value, std::int32_t defaultV
 
 int WriteRegistryInt(const char* name, std::int32_t value) {
     CRegistryKey key;
-    if (!key.Open(KEY_WRITE) && !key.Create()) return 0;
+    if (!OpenKey(key, KEY_WRITE) && !CreateKey(key)) return 0;
     const auto* bytes = reinterpret_cast<const BYTE*>(&value);
     return ::RegSetValueExA(key.GetHandle(), name, 0, REG_DWORD, bytes, sizeof value) == ERROR_SUCCESS ? 1 : 0;
 }

@@ -3,6 +3,8 @@
 #include <array>
 #include <string_view>
 
+#include "framework/RegistryKey.h"
+
 bool NamesClassicTheme(const char* themeFile) {
     constexpr std::string_view classic = "Windows Classic.theme";
     const int excess = ::lstrlenA(themeFile) - static_cast<int>(classic.size());
@@ -10,16 +12,16 @@ bool NamesClassicTheme(const char* themeFile) {
 }
 
 bool ReadClassicThemeActive(HKEY userRoot) {
-    HKEY key = nullptr;
-    if (::RegOpenKeyExA(userRoot, R"(Software\Microsoft\Plus!\Themes\Current)", 0, KEY_READ, &key) != ERROR_SUCCESS) {
+    CRegistryKey key;
+    if (::RegOpenKeyExA(userRoot, R"(Software\Microsoft\Plus!\Themes\Current)", 0, KEY_READ, key.Receive()) !=
+        ERROR_SUCCESS) {
         return false;
     }
     std::array<char, 260> value{};
     auto size = static_cast<DWORD>(value.size());
     DWORD type = 0;
     const LSTATUS result =
-        ::RegQueryValueExA(key, nullptr, nullptr, &type, reinterpret_cast<BYTE*>(value.data()), &size);
-    ::RegCloseKey(key);
+        ::RegQueryValueExA(key.GetHandle(), nullptr, nullptr, &type, reinterpret_cast<BYTE*>(value.data()), &size);
     value.back() = '\0'; // a stored string may lack its end
     return result == ERROR_SUCCESS && type == REG_SZ && NamesClassicTheme(value.data());
 }

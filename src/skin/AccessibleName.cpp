@@ -2,6 +2,7 @@
 
 #include <oleacc.h>
 
+#include "framework/Interface.h"
 #include "framework/Text.h"
 
 namespace {
@@ -10,28 +11,22 @@ namespace {
 class CNameStore {
 public:
     CNameStore() {
-        void* made = nullptr;
-        const HRESULT result =
-            ::CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices, &made);
-        if (SUCCEEDED(result)) services = static_cast<IAccPropServices*>(made);
-    }
-    CNameStore(const CNameStore&) = delete;
-    CNameStore& operator=(const CNameStore&) = delete;
-    ~CNameStore() {
-        if (services != nullptr) services->Release();
+        ::CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
+                           reinterpret_cast<void**>(services.Receive()));
     }
 
     bool Set(HWND window, const std::wstring& name) const {
-        return services != nullptr &&
-               SUCCEEDED(services->SetHwndPropStr(window, whole, CHILDID_SELF, PROPID_ACC_NAME, name.c_str()));
+        return !services.IsEmpty() && SUCCEEDED(services.GetHandle()->SetHwndPropStr(window, whole, CHILDID_SELF,
+                                                                                     PROPID_ACC_NAME, name.c_str()));
     }
     void Clear(HWND window) const {
-        if (services != nullptr) services->ClearHwndProps(window, whole, CHILDID_SELF, &PROPID_ACC_NAME, 1);
+        if (services.IsEmpty()) return;
+        services.GetHandle()->ClearHwndProps(window, whole, CHILDID_SELF, &PROPID_ACC_NAME, 1);
     }
 
 private:
     static constexpr auto whole = static_cast<DWORD>(OBJID_CLIENT);
-    IAccPropServices* services = nullptr;
+    CInterface<IAccPropServices> services;
 };
 
 } // namespace

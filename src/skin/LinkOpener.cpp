@@ -5,6 +5,7 @@
 #include <windows.h>
 #include <shellapi.h>
 
+#include "framework/RegistryKey.h"
 #include "skin/LinkTarget.h"
 
 CLinkOpener& CLinkOpener::System() {
@@ -30,13 +31,13 @@ int CLinkOpener::OpenByShell(const std::string& target, int showCommand) {
 }
 
 bool CLinkOpener::ReadDefaultValue(const std::string& subKey, std::string& value) {
-    HKEY key = nullptr;
-    if (::RegOpenKeyExA(HKEY_CLASSES_ROOT, subKey.c_str(), 0, KEY_QUERY_VALUE, &key) != ERROR_SUCCESS) return false;
+    CRegistryKey key;
+    if (::RegOpenKeyExA(HKEY_CLASSES_ROOT, subKey.c_str(), 0, KEY_QUERY_VALUE, key.Receive()) != ERROR_SUCCESS) {
+        return false;
+    }
     std::array<char, 260> text{};
     auto length = static_cast<LONG>(text.size());
-    const bool read = ::RegQueryValueA(key, nullptr, text.data(), &length) == ERROR_SUCCESS;
-    ::RegCloseKey(key);
-    if (!read) return false;
+    if (::RegQueryValueA(key.GetHandle(), nullptr, text.data(), &length) != ERROR_SUCCESS) return false;
     text.back() = '\0';
     value = text.data();
     return true;
