@@ -18,11 +18,7 @@ CIconButton::CIconButton() {
     SetDefaultColors(false);
 }
 
-CIconButton::~CIconButton() {
-    dropMenu.DestroyMenu();
-    FreeImages();
-    if (cursor != nullptr) ::DestroyCursor(cursor);
-}
+CIconButton::~CIconButton() = default;
 
 const CMessageMap& CIconButton::ClassMap() {
     static constexpr std::array entries{On<WM_SETCURSOR, &CIconButton::OnSetCursor>(),
@@ -126,13 +122,12 @@ int CIconButton::ShiftColor(unsigned index, std::int16_t shade, bool redraw) {
 }
 
 int CIconButton::SetButtonCursor(int id, bool redraw) {
-    if (cursor != nullptr) ::DestroyCursor(cursor);
-    cursor = nullptr;
+    cursor.Close();
     if (id == 0) return Done;
     const char* name = MAKEINTRESOURCEA(static_cast<WORD>(id));
-    cursor = static_cast<HCURSOR>(
-        ::LoadImageA(FindResourceModule(name, RT_GROUP_CURSOR), name, IMAGE_CURSOR, 0, 0, LR_DEFAULTCOLOR));
-    return cursor != nullptr ? Finish(redraw) : int{ImageUnreadable};
+    cursor.Attach(static_cast<HCURSOR>(
+        ::LoadImageA(FindResourceModule(name, RT_GROUP_CURSOR), name, IMAGE_CURSOR, 0, 0, LR_DEFAULTCOLOR)));
+    return !cursor.IsEmpty() ? Finish(redraw) : int{ImageUnreadable};
 }
 
 void CIconButton::EnsureToolTip() {
@@ -179,8 +174,8 @@ LRESULT CIconButton::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool CIconButton::OnSetCursor(CWnd*, UINT, UINT) {
-    if (cursor == nullptr) return Default() != 0;
-    ::SetCursor(cursor);
+    if (cursor.IsEmpty()) return Default() != 0;
+    ::SetCursor(cursor.GetHandle());
     return true;
 }
 

@@ -145,14 +145,14 @@ private:
     bool drawBorder = true;
     bool drawFlatFocus = false;
     std::array<COLORREF, colorCount> colors{};
-    HCURSOR cursor = nullptr; // owned
+    CCursor cursor;
     CToolTipCtrl toolTip;
     CBitmap backgroundBitmap; // the piece of the parent under a transparent button
     bool alwaysTrack = true;
     int checked = 0;
     std::uint8_t buttonType = unbound;
     std::string url;
-    std::array<IconImage, 2> icons; // owned
+    std::array<IconImage, 2> icons;
     std::array<BitmapImage, 2> bitmaps;
     HWND menuOwner = nullptr;
     bool menuOpen = false; // the drop-down menu is showing

@@ -1,4 +1,6 @@
 // The images of an icon button: taking them over, and letting them go.
+#include <utility>
+
 #include "framework/ResourceModule.h"
 #include "skin/IconButton.h"
 
@@ -13,8 +15,8 @@ HICON GrayOfFirstHandle() {
     return reinterpret_cast<HICON>(INT_PTR{CIconButton::grayOfFirst});
 }
 
-bool TakeSize(IconImage& icon) {
-    return icon.handle != nullptr && MeasureIcon(icon.handle, icon.width, icon.height);
+bool TakeSize(IconImage& image) {
+    return !image.icon.IsEmpty() && MeasureIcon(image.icon.GetHandle(), image.width, image.height);
 }
 
 } // namespace
@@ -30,12 +32,10 @@ int CIconButton::SetIcons(int firstId, int secondId) {
 int CIconButton::SetIconHandles(HICON first, HICON second) {
     FreeImages();
     const bool wantsGray = second == GrayOfFirstHandle();
-    if (first == nullptr) {
-        if (second != nullptr && !wantsGray) ::DestroyIcon(second);
-        return Finish(true);
-    }
-    icons[0].handle = first;
-    icons[1].handle = wantsGray ? CreateGrayIcon(first) : second;
+    CIcon ownSecond(wantsGray ? nullptr : second);
+    if (first == nullptr) return Finish(true);
+    icons[0].icon.Attach(first);
+    icons[1].icon = wantsGray ? CreateGrayIcon(first) : std::move(ownSecond);
     const bool fillsSecond = second != nullptr;
     if (!TakeSize(icons[0]) || (fillsSecond && !TakeSize(icons[1]))) {
         FreeImages();
@@ -53,13 +53,11 @@ int CIconButton::SetBitmaps(int firstId, COLORREF firstTransparent, int secondId
 int CIconButton::SetBitmapHandles(HBITMAP first, COLORREF firstTransparent, HBITMAP second,
                                   COLORREF secondTransparent) {
     FreeImages();
-    if (first == nullptr) {
-        if (second != nullptr) ::DeleteObject(second);
-        return Finish(true);
-    }
+    CBitmap ownSecond(second);
+    if (first == nullptr) return Finish(true);
     bitmaps[0].bitmap.Attach(first);
     bitmaps[0].transparentColor = firstTransparent;
-    bitmaps[1].bitmap.Attach(second);
+    bitmaps[1].bitmap = std::move(ownSecond);
     bitmaps[1].transparentColor = secondTransparent;
     for (BitmapImage& image : bitmaps) {
         if (image.bitmap.IsEmpty()) continue;
@@ -80,9 +78,6 @@ int CIconButton::SetBitmapHandles(HBITMAP first, COLORREF firstTransparent, HBIT
 }
 
 void CIconButton::FreeImages() {
-    for (IconImage& icon : icons) {
-        if (icon.handle != nullptr) ::DestroyIcon(icon.handle);
-        icon = {};
-    }
-    for (BitmapImage& image : bitmaps) image = {};
+    icons = {};
+    bitmaps = {};
 }

@@ -38,16 +38,16 @@ bool MeasureIcon(HICON icon, int& width, int& height) {
     return true;
 }
 
-HICON CreateGrayIcon(HICON icon) {
+CIcon CreateGrayIcon(HICON icon) {
     IconParts parts(icon);
-    if (!parts.known || parts.color.IsEmpty()) return nullptr;
+    if (!parts.known || parts.color.IsEmpty()) return {};
     const int width = static_cast<int>(parts.info.xHotspot * 2);
     const int height = static_cast<int>(parts.info.yHotspot * 2);
     const CClientDC screen(nullptr);
     const CMemoryDC source(screen.GetHandle());
     const CMemoryDC target(screen.GetHandle());
     const CBitmap gray(::CreateCompatibleBitmap(screen.GetHandle(), width, height));
-    if (source.GetHandle() == nullptr || target.GetHandle() == nullptr || gray.IsEmpty()) return nullptr;
+    if (source.GetHandle() == nullptr || target.GetHandle() == nullptr || gray.IsEmpty()) return {};
     {
         const CSelectObject sourceSelected(source, parts.color.GetHandle());
         const CSelectObject targetSelected(target, gray.GetHandle());
@@ -55,7 +55,7 @@ HICON CreateGrayIcon(HICON icon) {
     }
     ICONINFO info = parts.info;
     info.hbmColor = gray.GetHandle();
-    return ::CreateIconIndirect(&info); // copies both bitmaps
+    return CIcon(::CreateIconIndirect(&info)); // copies both bitmaps
 }
 
 CBitmap PrepareMask(HBITMAP bitmap, int width, int height, COLORREF transparentColor) {

@@ -6,7 +6,7 @@
 #include "framework/Gdi.h"
 
 struct IconImage {
-    HICON handle = nullptr;
+    CIcon icon;
     int width = 0;
     int height = 0;
 };
@@ -22,8 +22,8 @@ struct BitmapImage {
 // The size of an icon is told by its hot spot, which lies in its middle. False for what is no icon.
 bool MeasureIcon(HICON icon, int& width, int& height);
 
-// The same icon in grey, with the same mask; ownership goes to the caller. Null if it can't be made.
-HICON CreateGrayIcon(HICON icon);
+// The same icon in grey, with the same mask. Empty if it can't be made.
+CIcon CreateGrayIcon(HICON icon);
 
 // A mask of the pixels of the transparent colour. These become black in `bitmap`, which is altered. Empty on failure.
 CBitmap PrepareMask(HBITMAP bitmap, int width, int height, COLORREF transparentColor);
