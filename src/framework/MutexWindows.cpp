@@ -4,23 +4,24 @@
 
 #include <windows.h>
 
+#include "framework/KernelHandle.h"
+
 struct CMutex::State {
-    HANDLE handle = CreateMutexA(nullptr, FALSE, nullptr);
+    const CKernelHandle handle{CreateMutexA(nullptr, FALSE, nullptr)};
 };
 
 CMutex::CMutex() : state(std::make_unique<State>()) {
     // Only a system out of resources refuses one, and a lock that doesn't lock must not go on.
-    if (state->handle == nullptr) throw std::bad_alloc();
+    if (state->handle.IsEmpty()) throw std::bad_alloc();
 }
 
-CMutex::~CMutex() {
-    CloseHandle(state->handle);
-}
+CMutex::~CMutex() = default;
 
 void CMutex::Lock() {
-    WaitForSingleObject(state->handle, INFINITE); // one abandoned by a thread that ended is owned all the same
+    // One abandoned by a thread that ended is owned all the same.
+    WaitForSingleObject(state->handle.GetHandle(), INFINITE);
 }
 
 void CMutex::Unlock() {
-    ReleaseMutex(state->handle);
+    ReleaseMutex(state->handle.GetHandle());
 }

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include "framework/KernelHandle.h"
 #include "framework/Mutex.h"
 
 namespace {
@@ -12,7 +13,7 @@ namespace {
 struct Call {
     CWorkerThread::Entry entry;
     void* parameter;
-    std::shared_ptr<void> returned; // an event
+    std::shared_ptr<CKernelHandle> returned; // an event
 };
 
 // Where one thread whose call has returned waits for the next one: on some systems the room of a thread that has ended
@@ -29,7 +30,7 @@ public:
         const CMutexGuard guard(lock);
         if (!occupied || next) return false;
         next = std::make_unique<Call>(call);
-        ::SetEvent(handed);
+        ::SetEvent(handed.GetHandle());
         return true;
     }
 
@@ -39,7 +40,7 @@ public:
         return !std::exchange(occupied, true);
     }
     std::unique_ptr<Call> AwaitCall() {
-        ::WaitForSingleObject(handed, INFINITE);
+        ::WaitForSingleObject(handed.GetHandle(), INFINITE);
         const CMutexGuard guard(lock);
         occupied = false;
         return std::move(next);
@@ -49,7 +50,7 @@ private:
     CMutex lock; // guards the two below
     bool occupied = false;
     std::unique_ptr<Call> next;
-    const HANDLE handed = ::CreateEventA(nullptr, FALSE, FALSE, nullptr);
+    const CKernelHandle handed{::CreateEventA(nullptr, FALSE, FALSE, nullptr)};
 };
 
 // The platform's own form of a thread's start, which differs from the portable one on 32-bit Windows.
@@ -59,7 +60,7 @@ DWORD WINAPI RunCalls(void* argument) {
         call->entry(call->parameter);
         // Before anybody hears of the call's end, so that his next call finds this thread.
         const bool stays = CParking::Instance().Occupy();
-        ::SetEvent(call->returned.get());
+        ::SetEvent(call->returned->GetHandle());
         call = stays ? CParking::Instance().AwaitCall() : nullptr;
     }
     return 0;
@@ -67,20 +68,19 @@ DWORD WINAPI RunCalls(void* argument) {
 
 bool RunOnNewThread(const Call& call) {
     auto own = std::make_unique<Call>(call);
-    const HANDLE thread = ::CreateThread(nullptr, 0, &RunCalls, own.get(), 0, nullptr);
-    if (thread == nullptr) return false;
+    const CKernelHandle thread(::CreateThread(nullptr, 0, &RunCalls, own.get(), 0, nullptr));
+    if (thread.IsEmpty()) return false;
     static_cast<void>(own.release()); // the new thread's now
-    ::CloseHandle(thread);
     return true;
 }
 
 } // namespace
 
 bool CWorkerThread::Start(Entry entry, void* parameter) {
-    const HANDLE event = ::CreateEventA(nullptr, TRUE, FALSE, nullptr);
-    if (event == nullptr) return false;
-    const Call call{entry, parameter, std::shared_ptr<void>(event, &::CloseHandle)};
+    const auto event = std::make_shared<CKernelHandle>(::CreateEventA(nullptr, TRUE, FALSE, nullptr));
+    if (event->IsEmpty()) return false;
+    const Call call{entry, parameter, event};
     if (!CParking::Instance().Hand(call) && !RunOnNewThread(call)) return false;
-    handle = call.returned;
+    handle = std::shared_ptr<void>(event, event->GetHandle());
     return true;
 }

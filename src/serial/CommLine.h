@@ -12,34 +12,27 @@
 
 #include <windows.h>
 
+#include "framework/Handle.h"
 #include "serial/UseGate.h"
 
 class CCommPlatform;
 
-// A handle of the platform, closed once.
-class CCommHandle {
-public:
-    CCommHandle(CCommPlatform& calls, HANDLE owned) : platform(calls), handle(owned) {}
-    CCommHandle(const CCommHandle&) = delete;
-    CCommHandle& operator=(const CCommHandle&) = delete;
-    ~CCommHandle() { Close(); }
-
-    HANDLE Get() const { return handle; }
-    bool CreateEvent(); // manual reset, not signalled; false with GetLastError on failure
-    void Close();
-
-private:
-    CCommPlatform& platform;
-    HANDLE handle;
+// A handle that the calls of `platform` have made, and that is closed by them.
+struct CommHandleTraits : NullTraits<HANDLE> {
+    CommHandleTraits() = default; // for no handle
+    explicit CommHandleTraits(CCommPlatform& calls) : platform(&calls) {}
+    void Close(HANDLE handle) const;
+    CCommPlatform* platform = nullptr;
 };
+using CCommHandle = CHandle<CommHandleTraits>;
 
 class CCommLine {
 public:
     // The bound in ms for a driver that misbehaves: so long a cancelled transfer is given to end.
     static constexpr std::uint32_t cancelLimit = 300;
 
-    // Takes `device`, a handle of the opened device `deviceName`, over.
-    CCommLine(CCommPlatform& calls, HANDLE device, std::string deviceName);
+    // `device` is the opened device `deviceName`.
+    CCommLine(CCommPlatform& calls, CCommHandle device, std::string deviceName);
     CCommLine(const CCommLine&) = delete;
     CCommLine& operator=(const CCommLine&) = delete;
 
@@ -59,12 +52,12 @@ public:
 
     // The rest is for those inside.
     CCommPlatform& Platform() const { return platform; }
-    HANDLE Handle() const { return handle.Get(); }
+    HANDLE Handle() const { return handle.GetHandle(); }
 
     // Null unless the line was opened in overlapped mode.
-    HANDLE OverlappedEvent() const { return overlappedEvent.Get(); }
-    HANDLE ClosingEvent() const { return closingEvent.Get(); }
-    bool IsOverlapped() const { return overlappedEvent.Get() != nullptr; }
+    HANDLE OverlappedEvent() const { return overlappedEvent.GetHandle(); }
+    HANDLE ClosingEvent() const { return closingEvent.GetHandle(); }
+    bool IsOverlapped() const { return !overlappedEvent.IsEmpty(); }
 
     // The event serves one transfer at a time. False while one is in flight; a transfer that the driver never ends
     // stays in flight for good.
@@ -90,12 +83,12 @@ private:
 };
 
 struct OpenedDevice {
-    HANDLE handle = nullptr; // null on failure
+    CCommHandle handle; // empty on failure
     std::int32_t error = 0;
 };
 
 // Opens the device `name`, for this process alone: the one place where a port is opened by its name. `flags` 0 or
-// FILE_FLAG_OVERLAPPED. The caller owns the handle.
+// FILE_FLAG_OVERLAPPED.
 OpenedDevice OpenDevice(CCommPlatform& platform, const char* name, DWORD flags);
 
 // Whether the device `name` could be opened at this moment: opens and closes it; 0 or the error. ERROR_BUSY (170)

@@ -129,9 +129,9 @@ CCommPort* CCommPort::Instance() {
 std::int32_t CCommPort::Open(const char* name, std::uint32_t inQueue, std::uint32_t outQueue, bool overlapped) {
     Record(0);
     if (IsOpen()) return Record(ERROR_ALREADY_INITIALIZED);
-    const OpenedDevice device = OpenDevice(platform, name, overlapped ? FILE_FLAG_OVERLAPPED : 0);
-    if (device.handle == nullptr) return Record(device.error);
-    const auto opened = std::make_shared<CCommLine>(platform, device.handle, name);
+    OpenedDevice device = OpenDevice(platform, name, overlapped ? FILE_FLAG_OVERLAPPED : 0);
+    if (device.handle.IsEmpty()) return Record(device.error);
+    const auto opened = std::make_shared<CCommLine>(platform, std::move(device.handle), name);
     if (const std::int32_t failed = opened->CreateEvents(overlapped)) return Record(failed);
     line = opened;
     if (inQueue != 0 || outQueue != 0) {

@@ -1,8 +1,8 @@
 // The program that plays counters on a port, at the other end of a cable.
 #include <gtest/gtest.h>
 
+#include "framework/KernelHandle.h"
 #include "line/ComPort.h"
-#include "line/Handle.h"
 #include "support/Hex.h"
 #include "support/Ports.h"
 
@@ -11,7 +11,7 @@ TEST(ComPort, TheProgramPlaysCounters) {
     HANDLE input = nullptr, write = nullptr, read = nullptr, output = nullptr;
     ASSERT_TRUE(CreatePipe(&input, &write, &inherited, 0) && CreatePipe(&read, &output, &inherited, 0));
     SetHandleInformation(write, HANDLE_FLAG_INHERIT, 0);
-    const UniqueHandle reading(read);
+    const CKernelHandle reading(read);
     STARTUPINFOA start{};
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESTDHANDLES;
@@ -20,7 +20,7 @@ TEST(ComPort, TheProgramPlaysCounters) {
     std::string command = "..\\bin\\QuorvaneLine.exe --rate 0 --counters 3";
     ASSERT_TRUE(CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process));
     for (const HANDLE done : {input, output, process.hThread}) CloseHandle(done);
-    const UniqueHandle running(process.hProcess);
+    const CKernelHandle running(process.hProcess);
     DWORD count = 0, code = 99;
     const auto say = [&](const std::string& line) {
         WriteFile(write, line.data(), static_cast<DWORD>(line.size()), &count, nullptr);

@@ -34,18 +34,17 @@ CComPort::CComPort(int baudRate) : baud(baudRate) {}
 bool CComPort::Open(std::string& error) {
     Close();
     // With the device prefix the numbers from 10 up are devices too, and no file is ever taken for one.
-    const HANDLE opened = CreateFileA((R"(\\.\)" + name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
-                                      OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
-    if (opened == INVALID_HANDLE_VALUE) {
+    port.Attach(CreateFileA((R"(\\.\)" + name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                            FILE_FLAG_OVERLAPPED, nullptr));
+    if (port.IsEmpty()) {
         const DWORD reason = GetLastError();
         error = "can't open " + name + ": " + ErrorText(reason);
         return false;
     }
-    port.reset(opened);
     reading = std::make_unique<Transfer>();
     writing = std::make_unique<Transfer>();
     // What came while nobody listened was never heard.
-    if (SetUp() && PurgeComm(port.get(), PURGE_RXCLEAR | PURGE_TXCLEAR) && Listen()) return true;
+    if (SetUp() && PurgeComm(port.GetHandle(), PURGE_RXCLEAR | PURGE_TXCLEAR) && Listen()) return true;
     const DWORD reason = GetLastError();
     error = "can't set up " + name + ": " + ErrorText(reason);
     Close();
@@ -53,16 +52,16 @@ bool CComPort::Open(std::string& error) {
 }
 
 void CComPort::Close() {
-    if (port) CancelIo(port.get());
+    if (!port.IsEmpty()) CancelIo(port.GetHandle());
     Abandon(reading);
     Abandon(writing);
     waiting.clear();
-    port.reset();
+    port.Close();
 }
 
 void CComPort::Abandon(std::unique_ptr<Transfer>& transfer) {
-    const bool ended =
-        !transfer || !transfer->underWay || WaitForSingleObject(transfer->ended.get(), cancelLimit) == WAIT_OBJECT_0;
+    const bool ended = !transfer || !transfer->underWay ||
+                       WaitForSingleObject(transfer->ended.GetHandle(), cancelLimit) == WAIT_OBJECT_0;
     if (ended) {
         transfer.reset();
     } else {
@@ -73,7 +72,7 @@ void CComPort::Abandon(std::unique_ptr<Transfer>& transfer) {
 bool CComPort::SetUp() {
     DCB state{};
     state.DCBlength = sizeof(state);
-    if (!GetCommState(port.get(), &state)) return false;
+    if (!GetCommState(port.GetHandle(), &state)) return false;
     state.BaudRate = static_cast<DWORD>(baud);
     state.ByteSize = 8;
     state.Parity = NOPARITY;
@@ -91,24 +90,24 @@ bool CComPort::SetUp() {
     state.fAbortOnError = FALSE;
     state.fDtrControl = DTR_CONTROL_ENABLE;
     state.fRtsControl = RTS_CONTROL_ENABLE;
-    if (!SetCommState(port.get(), &state)) return false;
+    if (!SetCommState(port.GetHandle(), &state)) return false;
     // A transfer ends when all its bytes have passed and not before. All five are set, since those of the program
     // before may be left.
     COMMTIMEOUTS timeouts{};
-    return SetCommTimeouts(port.get(), &timeouts) != FALSE;
+    return SetCommTimeouts(port.GetHandle(), &timeouts) != FALSE;
 }
 
 bool CComPort::KeepsPace() const {
     DWORD modemLines = 0;
-    return GetCommModemStatus(port.get(), &modemLines) != FALSE;
+    return GetCommModemStatus(port.GetHandle(), &modemLines) != FALSE;
 }
 
 CComPort::Progress CComPort::Look(Transfer& transfer, DWORD& count) {
     if (!transfer.underWay) return Progress::Done;
-    const bool done = GetOverlappedResult(port.get(), &transfer.state, &count, FALSE) != FALSE;
+    const bool done = GetOverlappedResult(port.GetHandle(), &transfer.state, &count, FALSE) != FALSE;
     if (!done && GetLastError() == ERROR_IO_INCOMPLETE) return Progress::UnderWay;
     transfer.underWay = false;
-    ResetEvent(transfer.ended.get());
+    ResetEvent(transfer.ended.GetHandle());
     return done ? Progress::Done : Progress::Failed;
 }
 
@@ -117,13 +116,13 @@ bool CComPort::Listen() {
     // the driver doesn't tell, byte by byte.
     DWORD errors = 0;
     COMSTAT status{};
-    const bool told = ClearCommError(port.get(), &errors, &status) != FALSE;
+    const bool told = ClearCommError(port.GetHandle(), &errors, &status) != FALSE;
     const DWORD size = told ? std::clamp<DWORD>(status.cbInQue, 1, readLimit) : 1;
     reading->bytes.resize(size);
     reading->state = {};
-    reading->state.hEvent = reading->ended.get();
+    reading->state.hEvent = reading->ended.GetHandle();
     // One that ends at once signals its event as well.
-    reading->underWay = ReadFile(port.get(), reading->bytes.data(), size, nullptr, &reading->state) != FALSE ||
+    reading->underWay = ReadFile(port.GetHandle(), reading->bytes.data(), size, nullptr, &reading->state) != FALSE ||
                         GetLastError() == ERROR_IO_PENDING;
     return reading->underWay;
 }
@@ -147,10 +146,10 @@ bool CComPort::Read(LineBytes& bytes) {
 bool CComPort::Send(LineBytes bytes) {
     writing->bytes = std::move(bytes);
     writing->state = {};
-    writing->state.hEvent = writing->ended.get();
+    writing->state.hEvent = writing->ended.GetHandle();
     writeBegun = SteadyLineTime();
-    writing->underWay = WriteFile(port.get(), writing->bytes.data(), static_cast<DWORD>(writing->bytes.size()), nullptr,
-                                  &writing->state) != FALSE ||
+    writing->underWay = WriteFile(port.GetHandle(), writing->bytes.data(), static_cast<DWORD>(writing->bytes.size()),
+                                  nullptr, &writing->state) != FALSE ||
                         GetLastError() == ERROR_IO_PENDING;
     return writing->underWay;
 }

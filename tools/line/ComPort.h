@@ -12,7 +12,7 @@
 
 #include <windows.h>
 
-#include "line/Handle.h"
+#include "framework/KernelHandle.h"
 #include "line/LinePort.h"
 #include "line/LineTime.h"
 
@@ -28,14 +28,14 @@ public:
     bool Open(std::string& error) override;
     // Within a second, if the driver lets the handle go.
     void Close() override;
-    bool IsOpen() const override { return port != nullptr; }
+    bool IsOpen() const override { return !port.IsEmpty(); }
     std::string Name() const override { return name; }
     bool KeepsPace() const override;
     bool Read(LineBytes& bytes) override;
     bool Write(std::span<const std::uint8_t> bytes) override;
 
     // Signalled when Read has something to give; valid until the port is closed.
-    HANDLE InputEvent() const { return reading->ended.get(); }
+    HANDLE InputEvent() const { return reading->ended.GetHandle(); }
     // The milliseconds after which Read is to be called whatever the event says.
     DWORD TimeToLook() const;
 
@@ -44,7 +44,7 @@ private:
     struct Transfer {
         Transfer() : ended(CreateEventA(nullptr, TRUE, FALSE, nullptr)) {}
         OVERLAPPED state{};
-        UniqueHandle ended;
+        CKernelHandle ended;
         LineBytes bytes;
         bool underWay = false;
     };
@@ -64,7 +64,7 @@ private:
     std::unique_ptr<Transfer> writing;
     LineTime writeBegun{};
     LineBytes waiting; // for the end of the write
-    UniqueHandle port;
+    CFileHandle port;
 };
 
 // The ports that the system knows of, by rising number.

@@ -8,8 +8,8 @@
 #include "line/LineSplitter.h"
 
 CControlReader::CControlReader() : shared(std::make_shared<Shared>()) {
-    shared->hasLines.reset(CreateEventA(nullptr, TRUE, FALSE, nullptr));
-    shared->hasEnded.reset(CreateEventA(nullptr, TRUE, FALSE, nullptr));
+    shared->hasLines.Attach(CreateEventA(nullptr, TRUE, FALSE, nullptr));
+    shared->hasEnded.Attach(CreateEventA(nullptr, TRUE, FALSE, nullptr));
     // Nothing ends a read of a console, so the thread is left to the end of the process and shares what it touches.
     std::thread(Run, shared).detach();
 }
@@ -24,13 +24,13 @@ void CControlReader::Run(const std::shared_ptr<Shared>& shared) {
         Hand(*shared, splitter.Add({piece.data(), count}));
     }
     if (std::string rest = splitter.TakeRest(); !rest.empty()) Hand(*shared, {std::move(rest)});
-    SetEvent(shared->hasEnded.get());
+    SetEvent(shared->hasEnded.GetHandle());
 }
 
 void CControlReader::Hand(Shared& shared, std::vector<std::string> lines) {
     const std::lock_guard guard(shared.lock);
     for (std::string& line : lines) shared.lines.push_back(std::move(line));
-    if (!shared.lines.empty()) SetEvent(shared.hasLines.get());
+    if (!shared.lines.empty()) SetEvent(shared.hasLines.GetHandle());
 }
 
 std::optional<std::string> CControlReader::TakeLine() {
@@ -38,6 +38,6 @@ std::optional<std::string> CControlReader::TakeLine() {
     if (shared->lines.empty()) return std::nullopt;
     std::string line = std::move(shared->lines.front());
     shared->lines.pop_front();
-    if (shared->lines.empty()) ResetEvent(shared->hasLines.get());
+    if (shared->lines.empty()) ResetEvent(shared->hasLines.GetHandle());
     return line;
 }

@@ -11,7 +11,7 @@
 
 #include <windows.h>
 
-#include "line/Handle.h"
+#include "framework/KernelHandle.h"
 
 class CControlReader {
 public:
@@ -19,16 +19,16 @@ public:
     CControlReader();
 
     // Signalled while there are lines to take.
-    HANDLE LinesEvent() const { return shared->hasLines.get(); }
+    HANDLE LinesEvent() const { return shared->hasLines.GetHandle(); }
     // The oldest line; none if there is none yet.
     std::optional<std::string> TakeLine();
     // Signalled when no more will come.
-    HANDLE EndEvent() const { return shared->hasEnded.get(); }
+    HANDLE EndEvent() const { return shared->hasEnded.GetHandle(); }
 
 private:
     struct Shared {
-        UniqueHandle hasLines;
-        UniqueHandle hasEnded;
+        CKernelHandle hasLines;
+        CKernelHandle hasEnded;
         std::mutex lock; // of `lines` and the state of `hasLines`
         std::deque<std::string> lines;
     };

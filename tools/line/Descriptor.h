@@ -3,27 +3,18 @@
 
 #include <unistd.h>
 
-#include <utility>
+#include "framework/Handle.h"
 
-class CDescriptor {
+struct DescriptorTraits {
+    using Type = int;
+    static constexpr int Empty() { return -1; }
+    static void Close(int descriptor) { close(descriptor); }
+};
+
+class CDescriptor : public CHandle<DescriptorTraits> {
 public:
-    CDescriptor() = default;
-    explicit CDescriptor(int opened) : number(opened) {}
-    CDescriptor(CDescriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
-    CDescriptor& operator=(CDescriptor&& other) noexcept {
-        std::swap(number, other.number);
-        return *this;
-    }
-    ~CDescriptor() { Close(); }
-
+    using CHandle::CHandle;
     // -1 if there is none.
-    int Get() const { return number; }
-    bool IsOpen() const { return number >= 0; }
-    void Close() {
-        if (number >= 0) close(number);
-        number = -1;
-    }
-
-private:
-    int number = -1;
+    int Get() const { return GetHandle(); }
+    bool IsOpen() const { return !IsEmpty(); }
 };

@@ -12,10 +12,10 @@
 #include <windows.h>
 #include <mmsystem.h>
 
+#include "framework/KernelHandle.h"
 #include "framework/Time.h"
 #include "line/ComPort.h"
 #include "line/ControlReader.h"
-#include "line/Handle.h"
 #include "line/LineOptions.h"
 #include "line/LineRunner.h"
 #include "line/LineWords.h"
@@ -25,8 +25,8 @@ namespace {
 // Signalled when the program is to end. The console calls its handler on a thread of the system's choice, without an
 // argument to hand an object through.
 HANDLE StopEvent() {
-    static const UniqueHandle event(CreateEventA(nullptr, TRUE, FALSE, nullptr));
-    return event.get();
+    static const CKernelHandle event(CreateEventA(nullptr, TRUE, FALSE, nullptr));
+    return event.GetHandle();
 }
 
 BOOL WINAPI AskToStop(DWORD /*event*/) {

@@ -19,13 +19,13 @@ std::string WireLogLine(WireDirection direction, std::span<const std::uint8_t> b
 }
 
 bool CWireLog::Open(const std::string& path) {
-    file.reset(std::fopen(path.c_str(), "wb"));
-    return file != nullptr;
+    file.Attach(std::fopen(path.c_str(), "wb"));
+    return !file.IsEmpty();
 }
 
 void CWireLog::Note(WireDirection direction, std::span<const std::uint8_t> bytes, LineTime now) {
-    if (!file || bytes.empty()) return;
-    std::fputs(WireLogLine(direction, bytes, now).c_str(), file.get());
+    if (file.IsEmpty() || bytes.empty()) return;
+    std::fputs(WireLogLine(direction, bytes, now).c_str(), file.GetHandle());
     // Whoever measures reads along, and an end by force must not cost the last lines.
-    std::fflush(file.get());
+    std::fflush(file.GetHandle());
 }

@@ -2,11 +2,10 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <span>
 #include <string>
 
+#include "framework/FileStream.h"
 #include "line/LineTime.h"
 
 enum class WireDirection : char {
@@ -29,8 +28,5 @@ public:
     void Note(WireDirection direction, std::span<const std::uint8_t> bytes, LineTime now);
 
 private:
-    struct Closer {
-        void operator()(std::FILE* opened) const { std::fclose(opened); }
-    };
-    std::unique_ptr<std::FILE, Closer> file;
+    CFileStream file;
 };
