@@ -1,44 +1,15 @@
 // What the skin's plain parts promise in numbers and words.
 #include <algorithm>
 #include <map>
-#include <sstream>
 #include <string>
 #include <tuple>
 
 #include <gtest/gtest.h>
 
-#include "skin/IconLayout.h"
 #include "skin/LinkTarget.h"
-#include "skin/RoundShading.h"
 #include "skin/SegmentGeometry.h"
 
 namespace {
-
-TEST(SkinTables, ImageAndCaptionShareTheButton) {
-    const CRect item = CRect::Sized(5, 9, 101, 30);
-    const auto place = [&](ImageAlign align, bool hasCaption) {
-        return PlaceImage(item, 190, 18, 18, align, hasCaption);
-    };
-    EXPECT_EQ(place(ImageAlign::Left, true), (ImagePlace{{8, 15}, CRect::Sized(26, 9, 80, 30)}));
-    EXPECT_EQ(place(ImageAlign::Left, false), (ImagePlace{{46, 15}, item}));
-    EXPECT_EQ(place(ImageAlign::Above, true), (ImagePlace{{46, 3}, CRect::Sized(5, 27, 101, 12)}));
-    EXPECT_EQ(place(ImageAlign::Above, false), (ImagePlace{{46, 15}, item}));
-    EXPECT_EQ(place(ImageAlign::Right, true), (ImagePlace{{169, 15}, CRect::Sized(3, 9, 77, 30)}));
-    EXPECT_EQ(place(ImageAlign::Right, false), (ImagePlace{{46, 9}, item}));
-    // Too large an image: halves are cut toward zero.
-    EXPECT_EQ(PlaceImage({0, 0, 15, 15}, 15, 16, 20, ImageAlign::Left, false),
-              (ImagePlace{{0, -2}, CRect::Sized(0, 0, 15, 15)}));
-}
-
-TEST(SkinTables, LightComesFromTheUpperLeft) {
-    EXPECT_EQ(AngleColor(-2.356, 0x123456, 0xFEDCBA), 0x123456U);
-    EXPECT_EQ(AngleColor(0.7855, 0xFFFFFF, 0x696969), 0x696969U);
-    EXPECT_EQ(AngleColor(0, 0x0000FF, 0), 37U);
-    EXPECT_EQ(AngleColor(0, 0, 0x0000FF), 217U);
-    EXPECT_EQ(AngleColor(-3.141592654, 0x0000FF, 0), 217U);
-    EXPECT_EQ(AngleColor(3.141592654, 0x0000FF, 0), 216U); // not quite the same: the turn isn't two pi
-    EXPECT_EQ(AngleColor(-7.3, 0x0000FF, 0), 155U);
-}
 
 // A display of 50 pixels; the usual letters of the segments, clockwise from the top, g in the middle.
 TEST(SkinTables, CharactersLightTheirSegments) {
@@ -89,19 +60,6 @@ TEST(SkinTables, ALinksTargetTakesThePlaceholder) {
     EXPECT_EQ(BrowserCommand(browser, longest), browser + " " + longest);
     EXPECT_EQ(BrowserCommand(browser, longest + "t"), std::nullopt);
     EXPECT_TRUE(BrowserCommand("b %1" + browser, longest + "t")); // what is cut off needs no room
-}
-
-TEST(SkinTables, AFailureToOpenIsToldInWordsOrByItsNumber) {
-    std::istringstream words("0 memory or;2 file was;3 path;5 denied;8 not enough;11 .EXE;26 sharing;27 association;"
-                             "28 timed out;29 transaction failed;30 other DDE;31 no application;32 dynamic-link");
-    std::map<int, std::string> known;
-    for (std::string each; std::getline(words, each, ';');) known[std::stoi(each)] = each.substr(each.find(' ') + 1);
-    for (int code = -7; code < 40; ++code) {
-        const std::string number = "Unknown Error (" + std::to_string(code) + ") occurred.",
-                          text = OpenFailureText(code);
-        EXPECT_EQ(text.find("Unable to open hyperlink:\n\n"), 0U);
-        EXPECT_NE(text.find(known.contains(code) ? known[code] : number), std::string::npos) << text;
-    }
 }
 
 } // namespace

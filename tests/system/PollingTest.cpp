@@ -81,7 +81,7 @@ TEST_F(Polling, OnBadLines) {
     ExpectPollingGoesOn();
 }
 
-TEST_F(Polling, PortRateAndLanguageAreChosen) {
+TEST_F(Polling, PortAndRateAreChosen) {
     const std::string ports[] = {nearPort, TestPort('C')};
     CCounterPlayer others({0, 1, 2, 3, 4, 5});
     ASSERT_TRUE(others.Play(TestPort('D'))) << "no second cable";
@@ -113,10 +113,6 @@ TEST_F(Polling, PortRateAndLanguageAreChosen) {
         EXPECT_TRUE((field == IDC_COM_SETTING_PORT ? others : *counters).AwaitFrames(3)) << text;
     }
     EXPECT_TRUE(counters->AwaitSilence()) << "polls still go out on the former port";
-    program.OpenMenu(ID_LANGUAGE_MENU);
-    for (const int key : {VK_DOWN, VK_DOWN, VK_RETURN}) PressKey(key);
-    program.ExpectBox("Set up successfully. The next time start to take effect");
-    EXPECT_EQ(Stored("Language"), 1U);
 }
 
 TEST_F(Polling, APulledCableAndItsReturn) {
