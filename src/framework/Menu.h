@@ -1,4 +1,4 @@
-// Menus: the object behind a platform menu, and the road of the owner-draw messages to it.
+// Menus: the object behind a platform menu, and how owner-draw messages reach it.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,4 @@
-// How a window's messages find their handler: the message map first, then the roads that the framework knows, which
+// How a window's messages find their handler: the message map first, then the ways that the framework knows, which
 // lead commands to their target and owner-draw and colour messages back to the control or menu they speak of.
 #include "framework/Dc.h"
 #include "framework/HandleMap.h"

@@ -34,7 +34,7 @@ const CMemoryDC& SourceContext() {
 
 constexpr std::size_t roomStep = 100; // rectangles by which the region data grow
 
-// `bytes` keeps its room from batch to batch, and the platform is told all of it.
+// `bytes` grows to the largest batch so far, and the platform is told its whole size.
 HRGN RegionOfRuns(const std::vector<CRect>& runs, std::vector<std::byte>& bytes) {
     // The platform refuses region data without rectangles, where an empty region is meant.
     if (runs.empty()) return ::CreateRectRgn(0, 0, 0, 0);

@@ -135,7 +135,7 @@ TEST_F(LinkStatic, AClickOpensOrTellsWhyNot) {
     EXPECT_TRUE(ground.commands.empty()) << "the link keeps its clicks to itself";
 }
 
-TEST(LinkOpener, TheBrowserIsTheSecondRoad) {
+TEST(LinkOpener, TheBrowserIsTheSecondWay) {
     const std::pair<const std::string, std::string> type{".htm", "page"}, command{"page\\shell\\open\\command", "b %1"},
         tooLong{command.first, std::string(519, 'b')};
     const std::tuple<int, std::map<std::string, std::string>, int, std::vector<std::string>> rows[] = {
