@@ -10,7 +10,7 @@
 #include "link/ReplyMailbox.h"
 #include "link/ReplyTarget.h"
 
-class CReplyPoster : public CReplyTarget {
+class CReplyPoster final : public CReplyTarget {
 public:
     // To be set before the first command is queued; until then replies are dropped. User-interface thread.
     void SetWindow(HWND receiver) { window = receiver; }
