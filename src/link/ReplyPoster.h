@@ -10,8 +10,13 @@
 #include "link/ReplyMailbox.h"
 #include "link/ReplyTarget.h"
 
-class CReplyPoster final : public CReplyTarget {
+class CReplyPoster : public CReplyTarget {
 public:
+    CReplyPoster() = default;
+    CReplyPoster(const CReplyPoster&) = delete;
+    CReplyPoster& operator=(const CReplyPoster&) = delete;
+    virtual ~CReplyPoster() = default;
+
     // To be set before the first command is queued; until then replies are dropped. User-interface thread.
     void SetWindow(HWND receiver) { window = receiver; }
 
