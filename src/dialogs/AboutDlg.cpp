@@ -1,10 +1,10 @@
 #include "dialogs/AboutDlg.h"
 
-#include "dialogs/DialogTheme.h"
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
 #include "resources/Product.h"
 #include "resources/ResourceIds.h"
+#include "skin/Theme.h"
 
 namespace {
 
@@ -57,7 +57,7 @@ void CAboutDlg::PrepareLinks() {
 }
 
 void CAboutDlg::PlaceLine(CSkinStatic& line, int top, const std::string& text) {
-    line.SetBitmapFile(DialogThemeFile("TextBK2.bmp"));
+    line.SetBitmapFile(ThemeFile("TextBK2.bmp"));
     line.SetParent(panelStatic);
     line.SetWindowPos(nullptr, 10, top, 400, 24, 0);
     line.SetCaption(text, 10, RGB(0, 0, 0));

@@ -1,6 +1,5 @@
 #include "dialogs/MessageDlg.h"
 
-#include "dialogs/DialogTheme.h"
 #include "framework/ResourceModule.h"
 #include "resources/Product.h"
 #include "resources/ResourceIds.h"
@@ -25,7 +24,7 @@ int OkButtonLeft(int style, int windowWidth) {
 }
 
 void PlaceButton(CSkinButton& button, const CWnd& parent, int left, const std::string& text) {
-    button.SetBitmapFile(DialogThemeFile("XButton.bmp"));
+    button.SetBitmapFile(ThemeFile("XButton.bmp"));
     button.SetParent(parent);
     button.SetWindowPos(nullptr, left, 40, 74, 22, 0);
     button.SetCaption(text, 5, themeBlue);
@@ -69,7 +68,7 @@ bool CMessageDlg::OnInitDialog() {
 }
 
 void CMessageDlg::PlaceText(int width) {
-    textStatic.SetBitmapFile(DialogThemeFile("TextBK2.bmp"));
+    textStatic.SetBitmapFile(ThemeFile("TextBK2.bmp"));
     textStatic.SetParent(panelStatic);
     textStatic.SetWindowPos(nullptr, 20, 10, width - 40, 24, 0);
     textStatic.SetCaption(text, 10, themeBlue);

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "framework/RegistryKey.h"
+#include "framework/SystemHandles.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
-// The owner of a stream of the C library.
+// Streams of the C library.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 
 #include "framework/Handle.h"
@@ -9,3 +10,11 @@ struct FileStreamTraits : NullTraits<std::FILE*> {
     static void Close(std::FILE* stream) { std::fclose(stream); }
 };
 using CFileStream = CHandle<FileStreamTraits>;
+
+// In bytes; the stream is at its beginning afterwards.
+inline std::uint64_t SizeOf(std::FILE* file) {
+    std::fseek(file, 0, SEEK_END);
+    const long size = std::ftell(file);
+    std::fseek(file, 0, SEEK_SET);
+    return size > 0 ? static_cast<std::uint64_t>(size) : 0;
+}

@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-#include "framework/KernelHandle.h"
+#include "framework/SystemHandles.h"
 
 struct CMutex::State {
     const CKernelHandle handle{CreateMutexA(nullptr, FALSE, nullptr)};

@@ -5,8 +5,8 @@
 
 #include <windows.h>
 
-#include "framework/KernelHandle.h"
 #include "framework/Mutex.h"
+#include "framework/SystemHandles.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "framework/RegistryKey.h"
+#include "framework/SystemHandles.h"
 
 bool NamesClassicTheme(const char* themeFile) {
     constexpr std::string_view classic = "Windows Classic.theme";

@@ -2,7 +2,7 @@
 //
 // It joins three things that know nothing of each other: the table of counters, the form of a counter's settings, and
 // the traffic log. The rest has a source for each concern: CounterPanel.cpp (messages, start), PanelLayout.cpp
-// (pictures and places of the controls), PanelNames.cpp (for assistive software), PanelKeys.cpp (Enter and Tab),
+// (pictures, places and names of the controls), PanelKeys.cpp (Enter and Tab),
 // PanelReplies.cpp (replies of polls and settings reads), PanelPolling.cpp (Start and Stop), PanelSettings.cpp
 // (choices, edits, Update, Clear), PanelResults.cpp (what became of a command), PanelMenus.cpp (the popups),
 // PanelPort.cpp (address buttons, port, language).

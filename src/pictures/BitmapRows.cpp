@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "pictures/PictureStream.h"
+#include "framework/FileStream.h"
 #include "pictures/PixelFormat.h"
 
 CBitmapRows::CBitmapRows(const std::wstring& path) : file(::_wfopen(path.c_str(), L"rb")) {

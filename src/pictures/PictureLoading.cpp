@@ -11,9 +11,8 @@
 
 #include "framework/Dc.h"
 #include "framework/FileStream.h"
-#include "framework/Interface.h"
+#include "framework/SystemHandles.h"
 #include "pictures/PictureFile.h"
-#include "pictures/PictureStream.h"
 #include "pictures/SkinBitmap.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include <oleacc.h>
 
-#include "framework/Interface.h"
+#include "framework/SystemHandles.h"
 #include "framework/Text.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <windows.h>
 #include <shellapi.h>
 
-#include "framework/RegistryKey.h"
+#include "framework/SystemHandles.h"
 #include "skin/LinkTarget.h"
 
 CLinkOpener& CLinkOpener::System() {

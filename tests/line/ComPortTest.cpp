@@ -1,7 +1,7 @@
 // The program that plays counters on a port, at the other end of a cable.
 #include <gtest/gtest.h>
 
-#include "framework/KernelHandle.h"
+#include "framework/SystemHandles.h"
 #include "line/ComPort.h"
 #include "support/Hex.h"
 #include "support/Ports.h"

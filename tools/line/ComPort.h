@@ -12,7 +12,7 @@
 
 #include <windows.h>
 
-#include "framework/KernelHandle.h"
+#include "framework/SystemHandles.h"
 #include "line/LinePort.h"
 #include "line/LineTime.h"
 

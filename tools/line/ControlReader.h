@@ -11,7 +11,7 @@
 
 #include <windows.h>
 
-#include "framework/KernelHandle.h"
+#include "framework/SystemHandles.h"
 
 class CControlReader {
 public:

@@ -12,7 +12,7 @@
 #include <windows.h>
 #include <mmsystem.h>
 
-#include "framework/KernelHandle.h"
+#include "framework/SystemHandles.h"
 #include "framework/Time.h"
 #include "line/ComPort.h"
 #include "line/ControlReader.h"
