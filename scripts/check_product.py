@@ -135,7 +135,7 @@ def check_resources(images):
 
 def check_themes(_):
     """Every picture that the program names is there and whole, and no other."""
-    sources = [file.read_text(encoding="utf-8") for top in ("dialogs", "panel") for file in Path("src", top).glob("*.[ch]*")]
+    sources = [file.read_text(encoding="utf-8") for top in ("skin", "dialogs", "panel") for file in Path("src", top).glob("*.[ch]*")]
     named = {picture for text in sources for picture in re.findall(r'(\w+\.bmp)"', text)}
     shipped = {file.name: file.read_bytes() for file in (BIN / "Themes/DefaultTheme").glob("*")}
     expect(named and named == set(shipped), f"pictures that are only named or only shipped: {named ^ set(shipped) or 'none'}")

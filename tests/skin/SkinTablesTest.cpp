@@ -44,11 +44,6 @@ TEST(SkinTables, CharactersLightTheirSegments) {
             EXPECT_EQ(sorted(figures[1].ghosts), sorted(linesOf(second == ':' ? "" : "abcdefg", x))) << second;
         }
     }
-    for (int height = -5; height < 180; ++height) {
-        const SegmentMetrics found = SegmentMetrics::FromHeight(height);
-        EXPECT_EQ(found.thickness, std::max(1, height * 6 / 100)) << height;
-        EXPECT_EQ(found.segmentLength, std::max(1, height * 35 / 100)) << height;
-    }
 }
 
 TEST(SkinTables, ALinksTargetTakesThePlaceholder) {
