@@ -13,10 +13,10 @@
 namespace {
 
 CWinApp* currentApp = nullptr;
-const char* currentName = "";
 
 void Complain(const char* text) {
-    ::MessageBoxA(nullptr, text, currentName, MB_OK | MB_ICONERROR | MB_SYSTEMMODAL);
+    const char* const name = currentApp != nullptr ? currentApp->GetName() : "";
+    ::MessageBoxA(nullptr, text, name, MB_OK | MB_ICONERROR | MB_SYSTEMMODAL);
 }
 
 // No handler of the program can go on without memory, and a half-done state would show false counts.
@@ -43,7 +43,6 @@ private:
 
 CWinApp::CWinApp(const char* programName) : name(programName) {
     currentApp = this;
-    currentName = name;
 }
 
 CWinApp::~CWinApp() {

@@ -22,6 +22,7 @@ public:
     static CWinApp* Current();
     // The program's main window; null while there is none.
     static CWnd* MainWindow();
+    const char* GetName() const { return name; }
 
     // Prepares the process (components, common controls, a clear stop when memory is exhausted) and runs InitInstance.
     // What can't be had is told to the user. Gives the process's exit code, 0 if all went well.

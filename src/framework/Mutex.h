@@ -1,5 +1,5 @@
-// A mutual exclusion, unnamed and owned by one thread at a time. The owner may lock again; each
-// Lock wants its Unlock, on the same thread.
+// A mutual exclusion, unnamed and owned by one thread at a time. The owner may lock again; each Lock wants its Unlock,
+// on the same thread.
 #pragma once
 
 #include <memory>

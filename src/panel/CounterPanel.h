@@ -2,10 +2,10 @@
 //
 // It joins three things that know nothing of each other: the table of counters, the form of a counter's settings, and
 // the traffic log. The rest has a source for each concern: CounterPanel.cpp (messages, start), PanelLayout.cpp
-// (pictures, places and names of the controls), PanelKeys.cpp (Enter and Tab),
-// PanelReplies.cpp (replies of polls and settings reads), PanelPolling.cpp (Start and Stop), PanelSettings.cpp
-// (choices, edits, Update, Clear), PanelResults.cpp (what became of a command), PanelMenus.cpp (the popups),
-// PanelPort.cpp (address buttons, port, language).
+// (pictures, places and names of the controls), PanelKeys.cpp (Enter and Tab), PanelReplies.cpp (replies of polls and
+// settings reads), PanelPolling.cpp (Start and Stop), PanelSettings.cpp (choices, edits, Update, Clear),
+// PanelResults.cpp (what became of a command), PanelMenus.cpp (the popups), PanelPort.cpp (address buttons, port,
+// language).
 //
 // Everything runs on the user-interface thread but the two taps of the traffic log, which the worker calls.
 #pragma once
