@@ -3,10 +3,11 @@
 #include <new>
 #include <string>
 
-#include <commctrl.h>
 #include <objbase.h>
 
+#include "framework/CommonControls.h"
 #include "framework/ResourceModule.h"
+#include "framework/SystemLibrary.h"
 #include "framework/Text.h"
 #include "framework/Wnd.h"
 
@@ -62,11 +63,13 @@ CWnd* CWinApp::MainWindow() {
 }
 
 int CWinApp::Run() {
+    KeepToSystemLibraries();
     std::set_new_handler(&StopWithoutMemory);
     const CComponents components;
     // No more than is used: common controls before version 6 refuse the whole call for a class that they don't know.
     const INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX), ICC_DATE_CLASSES};
-    if (::InitCommonControlsEx(&classes) == FALSE) {
+    const auto initialise = SystemCommonControls().initialise;
+    if (initialise == nullptr || initialise(&classes) == FALSE) {
         Complain("The system has no date control. The program has to stop.");
         return ERROR_DLL_INIT_FAILED;
     }

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "framework/CommonControls.h"
 #include "framework/ResourceModule.h"
 #include "menu/MenuFont.h"
 #include "menu/ResourceBitmap.h"
@@ -27,8 +28,8 @@ CBitmap LoadMenuBitmap(int resourceId) {
                                  {RGB(0x80, 0x80, 0x80), ::GetSysColor(COLOR_BTNSHADOW)},
                                  {RGB(0xC0, 0xC0, 0xC0), ::GetSysColor(COLOR_BTNFACE)},
                                  {RGB(0xFF, 0xFF, 0xFF), ::GetSysColor(COLOR_BTNHIGHLIGHT)}}};
-    return CBitmap(
-        ::CreateMappedBitmap(module, reinterpret_cast<INT_PTR>(name), 0, map.data(), static_cast<int>(map.size())));
+    return CBitmap(SystemCommonControls().createMappedBitmap(module, reinterpret_cast<INT_PTR>(name), 0, map.data(),
+                                                             static_cast<int>(map.size())));
 }
 
 bool AddResourceBitmap(CImageList& list, int resourceId, COLORREF transparent) {

@@ -156,5 +156,5 @@ void CSkinBitmap::DrawAlpha(HDC dc, std::uint8_t alpha) const {
     const CSelectObject selected(source, GetHandle());
     const int width = GetWidth();
     const int height = GetHeight();
-    ::AlphaBlend(dc, 0, 0, width, height, source.GetHandle(), 0, 0, width, height, {AC_SRC_OVER, 0, alpha, 0});
+    ::GdiAlphaBlend(dc, 0, 0, width, height, source.GetHandle(), 0, 0, width, height, {AC_SRC_OVER, 0, alpha, 0});
 }

@@ -129,8 +129,8 @@ void CSkinBitmap::DrawTransparent(HDC dc, const CRect& rect, COLORREF transparen
     if (IsEmpty()) return;
     const CMemoryDC& source = SourceContext();
     const CSelectObject selected(source, GetHandle());
-    ::TransparentBlt(dc, rect.left, rect.top, rect.Width(), rect.Height(), source.GetHandle(), 0, 0, GetWidth(),
-                     GetHeight(), transparent);
+    ::GdiTransparentBlt(dc, rect.left, rect.top, rect.Width(), rect.Height(), source.GetHandle(), 0, 0, GetWidth(),
+                        GetHeight(), transparent);
 }
 
 int CSkinBitmap::StretchDraw(HDC dc, const CRect& target, const CRect& source) const {

@@ -14,7 +14,10 @@ constexpr UINT helpCommand = 57670; // ID_HELP
 
 void LoadChineseResources() {
     const std::wstring library = ProgramFolderWide() + L"QuorvaneZHCN.dll";
-    if (HINSTANCE module = ::LoadLibraryW(library.c_str())) SetResourceModule(module); // never freed
+    // As data: a library with code in it, or of the other word size, runs nothing.
+    constexpr DWORD asData = LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE;
+    // Never freed.
+    if (HINSTANCE module = ::LoadLibraryExW(library.c_str(), nullptr, asData)) SetResourceModule(module);
 }
 
 } // namespace

@@ -84,7 +84,7 @@ HWND CInputControl<Control>::NextInLine() const {
 template <class Control>
 void CInputControl<Control>::AwaitMouseLeave() const {
     TRACKMOUSEEVENT leave{sizeof(TRACKMOUSEEVENT), TME_LEAVE, this->GetHandle(), 0};
-    ::_TrackMouseEvent(&leave);
+    ::TrackMouseEvent(&leave);
 }
 
 template class CInputControl<CButton>;

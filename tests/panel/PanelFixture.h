@@ -2,10 +2,9 @@
 // posts them, clicks and types, and reads the controls and what goes out.
 #pragma once
 
-#include <commctrl.h>
-
 #include <gtest/gtest.h>
 
+#include "framework/CommonControls.h"
 #include "link/CommandQueue.h"
 #include "link/ReplyMessages.h"
 #include "panel/CounterPanel.h"
@@ -63,7 +62,7 @@ class PanelTest : public testing::Test {
 protected:
     PanelTest() {
         INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX), ICC_DATE_CLASSES};
-        ::InitCommonControlsEx(&classes);
+        SystemCommonControls().initialise(&classes);
         host.Create("STATIC", "Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, {0, 0, 500, 400}, nullptr, 0);
         CreatePanel();
     }

@@ -4,11 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include <commctrl.h>
-
 #include "dialogs/AboutDlg.h"
 #include "dialogs/ComSettingDlg.h"
 #include "dialogs/MessageDlg.h"
+#include "framework/CommonControls.h"
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
 #include "panel/ResultText.h"
@@ -32,7 +31,7 @@ class Resources : public testing::TestWithParam<bool> {
 protected:
     Resources() {
         const INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX), ICC_DATE_CLASSES};
-        ::InitCommonControlsEx(&classes);
+        SystemCommonControls().initialise(&classes);
         ::SetCurrentDirectoryA(ProductFolder().c_str());
         if (GetParam()) SetResourceModule(ChineseLibrary());
     }

@@ -3,11 +3,10 @@
 #include <cstdlib>
 #include <thread>
 
-#include <commctrl.h>
-
 #include <gtest/gtest.h>
 
 #include "dialogs/StoredValues.h"
+#include "framework/CommonControls.h"
 #include "framework/ResourceModule.h"
 #include "framework/WorkerThread.h"
 #include "link/CommandQueue.h"
@@ -41,7 +40,10 @@ std::int32_t Stored(const char* name) {
 // Begins without stored values; at the end they are again what they were.
 class ShellTest : public testing::Test {
 protected:
-    ShellTest() { ::RegDeleteKeyA(HKEY_CURRENT_USER, keyName); }
+    ShellTest() {
+        SystemCommonControls().initialise = &InitStrictly;
+        ::RegDeleteKeyA(HKEY_CURRENT_USER, keyName);
+    }
     ~ShellTest() override {
         CCommPort::Instance()->SetTap(nullptr); // the panel's window is gone
         CCommPort::Instance()->Close();
@@ -203,12 +205,3 @@ TEST_F(ShellTest, AWorkerThatHangsIsLeftBehind) {
 }
 
 } // namespace
-
-// The slot through which the program calls the import; the linker takes this one before that of the library.
-extern "C" decltype(&InitStrictly) strictControlsSlot
-#ifdef _WIN64
-    __asm__("__imp_InitCommonControlsEx");
-#else
-    __asm__("__imp__InitCommonControlsEx@4");
-#endif
-decltype(&InitStrictly) strictControlsSlot = &InitStrictly;

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include <windows.h>
-#include <mmsystem.h>
 
 #include "framework/SystemHandles.h"
+#include "framework/SystemLibrary.h"
 #include "framework/Time.h"
 #include "line/ComPort.h"
 #include "line/ControlReader.h"
@@ -37,10 +37,21 @@ BOOL WINAPI AskToStop(DWORD /*event*/) {
 // A wait is exact to a millisecond meanwhile; by itself Windows gives 16.
 class CExactWaits {
 public:
-    CExactWaits() { timeBeginPeriod(1); }
+    CExactWaits() {
+        const HMODULE module = LoadSystemLibrary(L"winmm.dll");
+        FindFunction(module, "timeEndPeriod", end);
+        FindFunction(module, "timeBeginPeriod", begin);
+        if (begin != nullptr) begin(1);
+    }
     CExactWaits(const CExactWaits&) = delete;
     CExactWaits& operator=(const CExactWaits&) = delete;
-    ~CExactWaits() { timeEndPeriod(1); }
+    ~CExactWaits() {
+        if (end != nullptr) end(1);
+    }
+
+private:
+    UINT(WINAPI* begin)(UINT) = nullptr;
+    UINT(WINAPI* end)(UINT) = nullptr;
 };
 
 void Say(const std::string& text) {
@@ -116,6 +127,7 @@ void Run(CControlReader& control, const CComPort& port, CLineRunner& runner) {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
+    KeepToSystemLibraries();
     LineOptions options;
     std::string error;
     const std::span<const char* const> all(arguments, static_cast<std::size_t>(argumentCount));
