@@ -26,15 +26,22 @@ class Image:
     def __init__(self, path):
         self.data = path.read_bytes()
         head = self.value("I", 0x3C) + 4
-        self.machine, sections, _, names, self.symbols, size, self.flags = struct.unpack_from("<HHIIIHH", self.data, head)
+        self.machine, sections, self.time, names, self.symbols, size, self.flags = struct.unpack_from("<HHIIIHH", self.data, head)
         optional = head + 20
         self.wide = self.value("H", optional) == 0x20B
         self.version = struct.unpack_from("<HH", self.data, optional + 48)
         self.subsystem, self.traits = struct.unpack_from("<HH", self.data, optional + 68)
         places = optional + (112 if self.wide else 96)
         self.tables = [self.value("I", places + 8 * i) for i in range(16)]
+        self.checksum = self.value("I", optional + 64)
+        plain = self.data[:optional + 64] + bytes(4) + self.data[optional + 68:]
+        total = sum(struct.unpack(f"<{(len(plain) + 1) // 2}H", plain + bytes(len(plain) % 2)))
+        while total >> 16:
+            total = (total & 0xFFFF) + (total >> 16)
+        self.sum = total + len(plain)
         rows = range(optional + size, optional + size + 40 * sections, 40)
         self.sections = [struct.unpack_from("<8sIIII", self.data, row) for row in rows]
+        self.rights = [self.value("I", row + 36) for row in rows]
         names += 18 * self.symbols # where long names are
 
         def full(name):
@@ -101,6 +108,11 @@ def check_headers(images):
             expect(image.traits & bit, f"{name} doesn't say {what} (DLL characteristic {bit:#x})")
         # The language library has nothing but resources, which need no relocation.
         expect(not image.flags & 1 and (image.tables[5] or not program), f"{name} has no relocations, so it can't be moved")
+        expect(image.checksum == image.sum, f"{name} has the checksum {image.checksum:#x}, not {image.sum:#x}")
+        expect(not image.time, f"{name} holds the time of its build")
+        expect(str(Path.cwd()).encode() not in image.data, f"{name} holds the folder of its build")
+        both = [section for section, rights in zip(image.names, image.rights) if rights & 0xA0000000 == 0xA0000000]
+        expect(not both, f"{name} has sections that can be written and run: {both}")
         debugging = [section for section in image.names if section.startswith(".debug")]
         expect(not image.symbols and not debugging, f"{name} carries debugging information: {debugging or 'symbols'}")
 
@@ -120,15 +132,18 @@ def check_imports(images):
 
 
 def check_resources(images):
-    found = {name: images[name].resources() for name in ("Quorvane.exe", "QuorvaneZHCN.dll", "Gallery.exe")}
+    found = {name: image.resources() for name, image in images.items()}
     both = [(DIALOG, id) for id in (100, 102, 129, 146, 219)] + [(ICONS, id) for id in (128, 133, 134)] + [(DIALOG_LISTS, 219)]
-    wanted = {"Quorvane.exe": both + [(CURSORS, 144), (MANIFEST, 1), (VERSION, 1)], "QuorvaneZHCN.dll": both + [(VERSION, 1)],
-              "Gallery.exe": [(MANIFEST, 1), (VERSION, 1)]}
-    for name, keys in wanted.items():
-        for key in keys:
-            expect(found[name].get(key), f"{name} has no resource {key[1]} of type {key[0]}")
-    manifest = found["Quorvane.exe"].get((MANIFEST, 1), b"")
-    expect(b">UTF-8</activeCodePage>" in manifest, "the manifest of Quorvane.exe doesn't make UTF-8 the code page")
+    wanted = {"Quorvane.exe": both + [(CURSORS, 144)], "QuorvaneZHCN.dll": both}
+    texts = "CompanyName FileDescription FileVersion InternalName OriginalFilename ProductName ProductVersion".split()
+    for name, resources in found.items():
+        for key in wanted.get(name, []):
+            expect(resources.get(key), f"{name} has no resource {key[1]} of type {key[0]}")
+        version = resources.get((VERSION, 1), b"")
+        for text in texts:
+            expect(version.count(text.encode("utf-16-le") + b"\0\0") == 2, f"{name} doesn't tell {text} in both languages")
+        for part in (b'level="asInvoker"', b">UTF-8</activeCodePage>"):
+            expect(name.endswith(".dll") or part in resources.get((MANIFEST, 1), b""), f"the manifest of {name} lacks {part.decode()}")
     blocks, chinese = ({name for kind, name in found[n] if kind == STRINGS} for n in ("Quorvane.exe", "QuorvaneZHCN.dll"))
     expect(blocks and blocks == chinese, f"the two languages differ in their blocks of strings: {blocks ^ chinese or 'none'}")
 
