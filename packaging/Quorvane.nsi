@@ -197,7 +197,14 @@ Section "Uninstall"
     Delete "$SMPROGRAMS\Quorvane.lnk"
     DeleteRegKey HKCU "${UNINSTALL_KEY}"
     Delete "$INSTDIR\Uninstall.exe"
-    SetOutPath "$TEMP" ; a folder in use can't be removed
+    SetOutPath "$SYSDIR" ; a folder in use can't be removed
     RMDir "$INSTDIR" ; stays if the user has put something there
+    RMDir "$LOCALAPPDATA\Programs" ; or has other programs
+    ; What runs here is a copy, which can't remove itself. Windows would do it at its next start, but for an administrator.
+    StrCmp $EXEDIR $INSTDIR kept
+    ${GetParent} "$EXEDIR" $0
+    ${GetFileName} "$EXEDIR" $1
+    SetOutPath "$0"
+    ExecShell open "$SYSDIR\cmd.exe" "/c ping -n 3 127.0.0.1 >nul & rd /s /q $1" SW_HIDE
 kept:
 SectionEnd
