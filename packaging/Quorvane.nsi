@@ -3,7 +3,7 @@
 ; of the system.
 ;
 ; `./package` calls it with ARCHITECTURE, VERSION, NUMBERS, STAGE (what is installed), FILES (made of it: the macros
-; InstallFiles and RemoveFiles), OUT and SIGN (a command, or nothing).
+; InstallFiles and RemoveFiles), ICON, SIDE (the picture at the end), OUT and SIGN (a command, or nothing).
 
 !if "${ARCHITECTURE}" == "x64"
 Target amd64-unicode
@@ -34,6 +34,7 @@ InstallDirRegKey HKCU "${UNINSTALL_KEY}" "InstallLocation"
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${SIDE}"
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_FUNCTION StartProgram
 !insertmacro MUI_PAGE_DIRECTORY
