@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "framework/SystemHandles.h"
-#include "line/ComPort.h"
+#include "port/ComPort.h"
 #include "support/Hex.h"
 #include "support/Ports.h"
 

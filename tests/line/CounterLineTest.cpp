@@ -268,34 +268,35 @@ TEST_F(LineTest, ControlLinesAnswer) {
     EXPECT_EQ(Control("status") + Control("  # a remark"), before);
     EXPECT_TRUE(RunControlLine(line, "traffic on", now).traffic == true &&
                 RunControlLine(line, "traffic off", now).traffic == false && RunControlLine(line, "quit", now).quit);
-    EXPECT_NE(DescribeLineOptions().find("silent        neither"), std::string::npos);
 }
 
 TEST(LineOptions, AreTakenOrRefusedWithWords) {
     LineOptions options;
     std::string error;
-    constexpr std::array good{"--counters", "5,2",       "--rate", "0",      "--baud",    "0",
-                              "--fault",    "late=20 2", "--seed", "9",      "--pace",    "port",
-                              "--fault",    "twice",     "--wire", "a file", "--traffic", "off"};
-    ASSERT_TRUE(ParseLineOptions(good, {}, options, error)) << error;
-    EXPECT_TRUE(options.wirePath == "a file" && options.portPaces == true && !options.showsTraffic && !options.help);
+    const LineProgram program{"line", {}};
+    constexpr std::array good{"line",    "--counters", "7",      "--counters", "5,2",     "--rate",    "0",
+                              "--fault", "late=20 2",  "--seed", "9",          "--pace",  "port",      "--baud",
+                              "0",       "--fault",    "twice",  "--wire",     "/a file", "--traffic", "off"};
+    ASSERT_TRUE(ParseLineOptions(good, program, options, error)) << error;
+    EXPECT_TRUE(options.wirePath == "/a file" && options.portPaces == true && !options.showsTraffic);
+    EXPECT_EQ(options.help, "");
     CCounterLine line = StartLine(options, {2020, 1, 2, 3, 4, 5}, LineTime(0));
     line.Feed(BytesOf("02 ff 87 86 03"), LineTime(0));
     EXPECT_EQ(HexOf(line.TakeDue(10ms)), "02 05 00 05 03 02 05 00 05 03");
     EXPECT_EQ(line.Find(2, 1s)->Date(1s), (CalendarFields{2020, 1, 2, 3, 4, 6}));
-    ForEachRow("--pace fast | port or line; --traffic 1 | on or off; --counters 0,1,2,3,4,5,6 | one to six addresses; "
-               "--counters 255 | \"255\" is no number from 0 to 254; --counters , | one to six addresses; --rate -1 | "
-               "\"-1\" is no number from 0 to 100000; --baud 1000001 | \"1000001\" is no number from 0 to 1000000; "
-               "--fault torm | no such fault: \"torm\";",
-               [&](const std::string& text, const std::string& wrong) {
-                   const std::string name = text.substr(0, text.find(' ')), value = text.substr(name.size() + 1);
-                   EXPECT_FALSE(ParseLineOptions(std::array{name.c_str(), value.c_str()}, {}, options, error));
-                   EXPECT_EQ(error, name + ": " + wrong);
-               });
-    EXPECT_FALSE(ParseLineOptions(std::array{"--port", "COM2"}, {}, options, error));
-    EXPECT_TRUE(ParseLineOptions(std::array{"-h"}, {}, options, error) && options.help);
-    for (const char* const word : {"COM12", "com12", "Com12", "12"}) EXPECT_EQ(ComPortName(word), "COM12") << word;
-    for (const char* const word : {"COM257", "COM0", "com", "LPT1", ""}) EXPECT_EQ(ComPortName(word), std::nullopt);
+    ForEachRow(
+        "--pace fast | port or line; --traffic 1 | on or off; --counters 0,1,2,3,4,5,6 | one to six addresses; "
+        "--counters 255 | \"255\" is no number from 0 to 254; --counters , | one to six addresses; --rate -1 | "
+        "\"-1\" is no number from 0 to 100000; --baud 1000001 | \"1000001\" is no number from 0 to 1000000; "
+        "--fault torm | no such fault: \"torm\";",
+        [&](const std::string& text, const std::string& wrong) {
+            const std::string name = text.substr(0, text.find(' ')), value = text.substr(name.size() + 1);
+            EXPECT_FALSE(ParseLineOptions(std::array{"line", name.c_str(), value.c_str()}, program, options, error));
+            EXPECT_EQ(error, name + ": " + wrong);
+        });
+    EXPECT_FALSE(ParseLineOptions(std::array{"line", "--port", "COM2"}, program, options, error));
+    ASSERT_TRUE(ParseLineOptions(std::array{"line", "-h"}, program, options, error));
+    EXPECT_NE(options.help.find("silent        neither"), std::string::npos);
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "line/Descriptor.h"
+#include "port/Descriptor.h"
 #include "line/LineSplitter.h"
 
 class CControlInput {

@@ -20,7 +20,7 @@
 #include "line/LineFaults.h"
 #include "line/LineFrames.h"
 #include "line/LineRandom.h"
-#include "line/LineTime.h"
+#include "port/LineTime.h"
 #include "line/ReplyFaults.h"
 #include "line/ReplyQueue.h"
 

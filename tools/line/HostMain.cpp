@@ -5,42 +5,21 @@
 
 #include <algorithm>
 #include <array>
-#include <csignal>
 #include <cstdio>
 #include <ctime>
+#include <memory>
 #include <span>
 #include <string>
-#include <utility>
 
 #include "framework/Time.h"
 #include "line/ControlInput.h"
-#include "line/HostPort.h"
 #include "line/LineOptions.h"
 #include "line/LineRunner.h"
+#include "line/PseudoTerminal.h"
+#include "port/SerialDevice.h"
+#include "port/StopSignals.h"
 
 namespace {
-
-volatile sig_atomic_t stopAsked = 0;
-
-void AskToStop(int /*signal*/) {
-    stopAsked = 1;
-}
-
-// The signals that end the program stay blocked but while it sleeps, so none slips in between the test and the sleep.
-sigset_t BlockStopSignals() {
-    sigset_t stopSignals;
-    sigset_t before;
-    sigemptyset(&stopSignals);
-    struct sigaction action {};
-    action.sa_handler = AskToStop;
-    for (const int number : std::array{SIGINT, SIGTERM, SIGHUP}) {
-        sigaddset(&stopSignals, number);
-        sigaction(number, &action, nullptr);
-    }
-    pthread_sigmask(SIG_BLOCK, &stopSignals, &before);
-    signal(SIGPIPE, SIG_IGN);
-    return before;
-}
 
 void Say(const std::string& text) {
     std::printf("%s\n", text.c_str());
@@ -52,19 +31,21 @@ int Complain(const std::string& text) {
     return 1;
 }
 
-void ShowHelp() {
-    std::printf("quorvane-line: people counters on a simulated serial line\n"
-                "  --link PATH        symbolic link to the pseudo-terminal; goes away at the end\n"
-                "  --device PATH      an existing serial device instead of a pseudo-terminal\n"
-                "  --control PATH     FIFO for control lines, besides standard input\n"
-                "%s",
-                DescribeLineOptions().c_str());
+const LineProgram program{"quorvane-line",
+                          {{"--link", "PATH", "symbolic link to the pseudo-terminal; goes away at the end"},
+                           {"--device", "PATH", "an existing serial device instead of a pseudo-terminal"},
+                           {"--control", "PATH", "FIFO for control lines, besides standard input"}}};
+
+std::unique_ptr<CDescriptorPort> MakePort(LineOptions& options) {
+    const std::string& device = options.own["--device"];
+    if (device.empty()) return std::make_unique<CPseudoTerminal>(options.own["--link"]);
+    return std::make_unique<CSerialDevice>(device, options.configuration.baudRate);
 }
 
 class CHostFrontEnd {
 public:
-    CHostFrontEnd(const LineOptions& options, HostPortPlace place)
-        : port(std::move(place)), runner(options, CTime::Now().GetLocalFields(), SteadyLineTime(), port, Say) {}
+    explicit CHostFrontEnd(LineOptions& options)
+        : port(MakePort(options)), runner(options, CTime::Now().GetLocalFields(), SteadyLineTime(), *port, Say) {}
 
     bool Start(const LineOptions& options, std::string& error) {
         inputs[0].UseStandardInput();
@@ -73,10 +54,11 @@ public:
         return runner.Start(options.wirePath, error);
     }
 
-    void Run(const sigset_t& whileAsleep) {
+    void Run() {
         bool goOn = true;
-        while (stopAsked == 0 && goOn) {
-            Sleep(whileAsleep);
+        while (goOn) {
+            Sleep();
+            if (hasInput[3]) return;
             if (hasInput[0]) runner.Receive(SteadyLineTime());
             for (std::size_t at = 0; at < inputs.size(); ++at) {
                 if (!hasInput[at + 1]) continue;
@@ -90,9 +72,11 @@ public:
 
 private:
     // Until something happens; then `hasInput` tells where.
-    void Sleep(const sigset_t& whileAsleep) {
-        std::array<pollfd, 3> sources{
-            {{port.Descriptor(), POLLIN, 0}, {inputs[0].Descriptor(), POLLIN, 0}, {inputs[1].Descriptor(), POLLIN, 0}}};
+    void Sleep() {
+        std::array<pollfd, 4> sources{{{port->Descriptor(), POLLIN, 0},
+                                       {inputs[0].Descriptor(), POLLIN, 0},
+                                       {inputs[1].Descriptor(), POLLIN, 0},
+                                       {stop.Descriptor(), POLLIN, 0}}};
         timespec wait{};
         const auto due = runner.NextDue();
         if (due) {
@@ -100,14 +84,15 @@ private:
             wait.tv_sec = static_cast<time_t>(left / 1'000'000);
             wait.tv_nsec = static_cast<long>(left % 1'000'000 * 1000);
         }
-        const int ready = ppoll(sources.data(), sources.size(), due ? &wait : nullptr, &whileAsleep);
+        const int ready = ppoll(sources.data(), sources.size(), due ? &wait : nullptr, nullptr);
         for (std::size_t at = 0; at < sources.size(); ++at) hasInput[at] = ready > 0 && sources[at].revents != 0;
     }
 
-    CHostPort port;
+    CStopSignals stop;
+    std::unique_ptr<CDescriptorPort> port;
     CLineRunner runner;
     std::array<CControlInput, 2> inputs; // standard input and the FIFO
-    std::array<bool, 3> hasInput{};      // the port and both of them
+    std::array<bool, 4> hasInput{};      // the port, both of them, and the end
 };
 
 } // namespace
@@ -116,15 +101,13 @@ int main(int argumentCount, char** arguments) {
     LineOptions options;
     std::string error;
     const std::span<const char* const> all(arguments, static_cast<std::size_t>(argumentCount));
-    if (!ParseLineOptions(all.subspan(1), {"--link", "--device", "--control"}, options, error)) return Complain(error);
-    if (options.help) {
-        ShowHelp();
+    if (!ParseLineOptions(all, program, options, error)) return Complain(error);
+    if (!options.help.empty()) {
+        Say(options.help);
         return 0;
     }
-    const HostPortPlace place{options.own["--link"], options.own["--device"], options.configuration.baudRate};
-    const sigset_t whileAsleep = BlockStopSignals();
-    CHostFrontEnd host(options, place);
+    CHostFrontEnd host(options);
     if (!host.Start(options, error)) return Complain(error);
-    host.Run(whileAsleep);
+    host.Run();
     return 0;
 }

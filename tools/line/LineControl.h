@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "line/CounterLine.h"
-#include "line/LineTime.h"
+#include "port/LineTime.h"
 
 struct ControlAnswer {
     std::string text;              // for the user, without a line end: "ok", what was asked for, or "error: ..."

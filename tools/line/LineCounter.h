@@ -6,7 +6,7 @@
 #include "framework/Time.h"
 #include "line/LineFrames.h"
 #include "line/LineRandom.h"
-#include "line/LineTime.h"
+#include "port/LineTime.h"
 
 class CLineCounter {
 public:

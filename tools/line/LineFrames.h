@@ -11,8 +11,7 @@
 
 #include "framework/Time.h"
 #include "link/CounterFrame.h"
-
-using LineBytes = std::vector<std::uint8_t>;
+#include "port/LineBytes.h"
 
 // The address after it means all counters.
 inline constexpr int highestLineAddress = 254;

@@ -1,61 +1,103 @@
 // Options, each with one value but --help.
 #include "line/LineOptions.h"
 
-#include <algorithm>
+#include <functional>
 #include <limits>
+#include <string_view>
+
+#include <CLI/CLI.hpp>
 
 #include "line/LineControl.h"
 #include "line/LineWords.h"
 
 namespace {
 
-void ParseAddresses(std::string_view text, std::vector<std::uint8_t>& addresses, std::string& error) {
+// Takes a value in; words for the user if it doesn't fit, else none.
+using Taking = std::function<std::string(const std::string& value)>;
+
+std::string TakeAddresses(std::string_view text, std::vector<std::uint8_t>& addresses) {
     constexpr std::size_t mostCounters = counterCount;
+    std::string error;
     addresses.clear();
     for (const std::string_view word : SplitLineWords(text)) {
         const auto address = ParseLineNumber(word, 0, highestLineAddress, error);
-        if (!address) return;
+        if (!address) return error;
         addresses.push_back(static_cast<std::uint8_t>(*address));
     }
-    if (addresses.empty() || addresses.size() > mostCounters) error = "one to six addresses";
+    return addresses.empty() || addresses.size() > mostCounters ? "one to six addresses" : "";
 }
 
 template <class Number>
-void ParseInto(std::string_view text, int lowest, int highest, Number& target, std::string& error) {
-    const auto value = ParseLineNumber(text, lowest, highest, error);
-    if (value) target = static_cast<Number>(*value);
+Taking TakeNumber(int lowest, int highest, Number& target) {
+    return [=, &target](const std::string& text) {
+        std::string error;
+        const auto value = ParseLineNumber(text, lowest, highest, error);
+        if (value) target = static_cast<Number>(*value);
+        return error;
+    };
 }
 
-// Whether the value is the first of two words, of which it must be one.
-bool IsFirst(std::string_view value, std::string_view first, std::string_view second, std::string& error) {
-    if (value != first && value != second) error = std::string(first) + " or " + std::string(second);
-    return value == first;
+// The first of two words is true, the second false.
+template <class Flag>
+Taking TakeWord(const char* first, const char* second, Flag& target) {
+    return [=, &target](const std::string& text) {
+        target = text == first;
+        return text == first || text == second ? std::string() : std::string(first) + " or " + second;
+    };
 }
 
-// False if it is no option of both programs; if the value doesn't fit, `error` says so.
-bool TakeOption(std::string_view name, std::string_view value, LineOptions& options, std::string& error) {
+std::string TakeFault(std::string_view text, std::vector<LineFault>& faults) {
+    std::string error;
+    if (const auto fault = ParseLineFault(text, error)) faults.push_back(*fault);
+    return error;
+}
+
+void Take(const char* name, const std::string& value, const Taking& take) {
+    if (const std::string error = take(value); !error.empty()) throw CLI::ValidationError(name, error);
+}
+
+// Given twice, it counts as given last.
+void AddOption(CLI::App& app, const char* name, const char* kind, const char* words, const Taking& take) {
+    const auto takeOne = [take, name](const std::string& value) { Take(name, value, take); };
+    app.add_option_function<std::string>(name, takeOne, words)->type_name(kind)->take_last();
+}
+
+void AddFaultOption(CLI::App& app, std::vector<LineFault>& faults) {
+    constexpr const char* name = "--fault";
+    const auto takeAll = [&faults](const std::vector<std::string>& values) {
+        for (const std::string& value : values) {
+            Take(name, value, [&](const std::string& text) { return TakeFault(text, faults); });
+        }
+    };
+    app.add_option_function<std::vector<std::string>>(name, takeAll, "a fault from the start, as after \"fault\" below")
+        ->type_name("FAULT")
+        ->allow_extra_args(false);
+}
+
+void AddSharedOptions(CLI::App& app, LineOptions& options) {
     LineConfiguration& configuration = options.configuration;
-    if (name == "--counters") {
-        ParseAddresses(value, configuration.addresses, error);
-    } else if (name == "--rate") {
-        ParseInto(value, 0, highestLineRate, configuration.peoplePerMinute, error);
-    } else if (name == "--seed") {
-        ParseInto(value, 0, std::numeric_limits<int>::max(), configuration.seed, error);
-    } else if (name == "--baud") {
-        ParseInto(value, 0, 1'000'000, configuration.baudRate, error);
-    } else if (name == "--pace") {
-        options.portPaces = IsFirst(value, "port", "line", error);
-    } else if (name == "--traffic") {
-        options.showsTraffic = IsFirst(value, "on", "off", error);
-    } else if (name == "--fault") {
-        if (const auto fault = ParseLineFault(value, error)) options.faults.push_back(*fault);
-    } else if (name == "--wire") {
-        options.wirePath = value;
-        if (value.empty()) error = "the path of a file";
-    } else {
-        return false;
-    }
-    return true;
+    AddOption(app, "--counters", "LIST", "addresses, one to six, parted by commas (0,1,3); the same one twice collides",
+              [&configuration](const std::string& text) { return TakeAddresses(text, configuration.addresses); });
+    AddOption(app, "--rate", "N", "people per minute past each counter (30)",
+              TakeNumber(0, highestLineRate, configuration.peoplePerMinute));
+    AddOption(app, "--seed", "N", "another run of people and noise (1)",
+              TakeNumber(0, std::numeric_limits<int>::max(), configuration.seed));
+    AddOption(app, "--baud", "N", "pace of the line; 0: none (4800)", TakeNumber(0, 1'000'000, configuration.baudRate));
+    AddOption(app, "--pace", "line|port",
+              "whether the line waits each byte's time or the port does by itself (line, but for a\n"
+              "port with modem lines; a pair of virtual ports has them, and may have no pace)",
+              TakeWord("port", "line", options.portPaces));
+    AddFaultOption(app, options.faults);
+    AddOption(app, "--wire", "FILE",
+              "wire log: a line for each chunk, with microseconds of the monotonic clock, > for what\n"
+              "came from the program or < for what went to it, and the bytes in hex",
+              [&options](const std::string& text) {
+                  options.wirePath = text;
+                  return std::string(text.empty() ? "the path of a file" : "");
+              });
+    AddOption(app, "--traffic", "on|off",
+              "shows what passes on the line: seconds, > from or < to the program, bytes (on)",
+              TakeWord("on", "off", options.showsTraffic));
 }
 
 } // namespace
@@ -66,29 +108,27 @@ LineConfiguration UsualLineConfiguration() {
     return configuration;
 }
 
-bool ParseLineOptions(std::span<const char* const> arguments, std::initializer_list<std::string_view> ownNames,
-                      LineOptions& options, std::string& error) {
-    error.clear();
-    while (!arguments.empty()) {
-        const std::string name = arguments[0];
-        if (name == "--help" || name == "-h") {
-            options.help = true;
-            return true;
-        }
-        const bool hasValue = arguments.size() > 1;
-        const std::string value = hasValue ? arguments[1] : "";
-        if (std::ranges::find(ownNames, name) != ownNames.end()) {
-            options.own[name] = value;
-        } else if (!TakeOption(name, value, options, error)) {
-            error = "no such option: " + name + "; --help shows them";
-            return false;
-        }
-        if (!hasValue) error = "a value is missing";
-        if (!error.empty()) {
-            error.insert(0, name + ": ");
-            return false;
-        }
-        arguments = arguments.subspan(2);
+bool ParseLineOptions(std::span<const char* const> arguments, const LineProgram& program, LineOptions& options,
+                      std::string& error) {
+    CLI::App app("People counters on a simulated serial line.", program.name);
+    app.allow_windows_style_options(false);
+    for (const LineProgram::Option& own : program.options) {
+        AddOption(app, own.name, own.kind, own.words, [&options, &own](const std::string& text) {
+            options.own[own.name] = text;
+            return std::string();
+        });
+    }
+    AddSharedOptions(app, options);
+    app.footer("Control lines:\n" + DescribeControlLines() +
+               "\nFaults, each with its usual value (\"torn 3\", \"noise=4 * 5\", \"late=150 2\"):\n" +
+               DescribeLineFaults());
+    try {
+        app.parse(static_cast<int>(arguments.size()), arguments.data());
+    } catch (const CLI::CallForHelp&) {
+        options.help = app.help();
+    } catch (const CLI::ParseError& failure) {
+        error = failure.what();
+        return false;
     }
     return true;
 }
@@ -99,20 +139,4 @@ CCounterLine StartLine(const LineOptions& options, const CalendarFields& date, L
     CCounterLine line(configuration, now);
     for (const LineFault& fault : options.faults) line.Faults().Add(fault);
     return line;
-}
-
-std::string DescribeLineOptions() {
-    return "  --counters LIST    addresses, one to six, parted by commas (0,1,3); the same one twice collides\n"
-           "  --rate N           people per minute past each counter (30)\n"
-           "  --seed N           another run of people and noise (1)\n"
-           "  --baud N           pace of the line; 0: none (4800)\n"
-           "  --pace line|port   whether the line waits each byte's time or the port does by itself (line, but for a\n"
-           "                     port with modem lines; a pair of virtual ports has them, and may have no pace)\n"
-           "  --fault FAULT      a fault from the start, as after \"fault\" below; may be given again\n"
-           "  --wire FILE        wire log: a line for each chunk, with microseconds of the monotonic clock,\n"
-           "                     > for what came from the program or < for what went to it, and the bytes in hex\n"
-           "  --traffic on|off   shows what passes on the line: seconds, > from or < to the program, bytes (on)\n"
-           "Control lines:\n" +
-           DescribeControlLines() +
-           "Faults, each with its usual value (\"torn 3\", \"noise=4 * 5\", \"late=150 2\"):\n" + DescribeLineFaults();
 }

@@ -11,7 +11,7 @@
 
 #include "line/CounterLine.h"
 #include "line/LineOptions.h"
-#include "line/LinePort.h"
+#include "port/LinePort.h"
 #include "line/TrafficView.h"
 #include "line/WireLog.h"
 

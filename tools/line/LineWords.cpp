@@ -1,7 +1,6 @@
 // Words and numbers of a control line or an option.
 #include "line/LineWords.h"
 
-#include <algorithm>
 #include <charconv>
 #include <system_error>
 
@@ -24,16 +23,4 @@ std::optional<int> ParseLineNumber(std::string_view word, int lowest, int highes
     error =
         '"' + std::string(word) + "\" is no number from " + std::to_string(lowest) + " to " + std::to_string(highest);
     return std::nullopt;
-}
-
-std::optional<std::string> ComPortName(std::string_view word) {
-    constexpr std::string_view prefix = "COM";
-    const auto isSame = [](char each, char capital) { return each == capital || each == capital - 'A' + 'a'; };
-    if (word.size() > prefix.size() && std::ranges::equal(word.substr(0, prefix.size()), prefix, isSame)) {
-        word.remove_prefix(prefix.size());
-    }
-    std::string ignored;
-    const auto number = ParseLineNumber(word, 1, 256, ignored);
-    if (!number) return std::nullopt;
-    return std::string(prefix) + std::to_string(*number);
 }

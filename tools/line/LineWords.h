@@ -12,6 +12,3 @@ std::vector<std::string_view> SplitLineWords(std::string_view text);
 // A plain decimal number within the limits. Anything else gives none, and an `error` that names the word and the
 // limits.
 std::optional<int> ParseLineNumber(std::string_view word, int lowest, int highest, std::string& error);
-
-// "COM2" for "com2", and for "2" too; none for what is no port from COM1 to COM256.
-std::optional<std::string> ComPortName(std::string_view word);

@@ -7,7 +7,7 @@
 #include "line/LineFaults.h"
 #include "line/LineFrames.h"
 #include "line/LineRandom.h"
-#include "line/LineTime.h"
+#include "port/LineTime.h"
 
 struct SpokenReply {
     LineBytes bytes;

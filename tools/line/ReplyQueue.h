@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "line/LineFrames.h"
-#include "line/LineTime.h"
+#include "port/LineTime.h"
 
 class CReplyQueue {
 public:

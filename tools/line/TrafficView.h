@@ -7,7 +7,7 @@
 #include <string>
 
 #include "line/LineFrames.h"
-#include "line/LineTime.h"
+#include "port/LineTime.h"
 #include "line/WireLog.h"
 
 class CTrafficView {

@@ -11,48 +11,18 @@
 
 #include <windows.h>
 
-#include "framework/SystemHandles.h"
 #include "framework/SystemLibrary.h"
 #include "framework/Time.h"
-#include "line/ComPort.h"
 #include "line/ControlReader.h"
 #include "line/LineOptions.h"
 #include "line/LineRunner.h"
 #include "line/LineWords.h"
+#include "port/ComPort.h"
+#include "port/ExactWaits.h"
+#include "port/PortNames.h"
+#include "port/StopEvent.h"
 
 namespace {
-
-// Signalled when the program is to end. The console calls its handler on a thread of the system's choice, without an
-// argument to hand an object through.
-HANDLE StopEvent() {
-    static const CKernelHandle event(CreateEventA(nullptr, TRUE, FALSE, nullptr));
-    return event.GetHandle();
-}
-
-BOOL WINAPI AskToStop(DWORD /*event*/) {
-    SetEvent(StopEvent());
-    return TRUE;
-}
-
-// A wait is exact to a millisecond meanwhile; by itself Windows gives 16.
-class CExactWaits {
-public:
-    CExactWaits() {
-        const HMODULE module = LoadSystemLibrary(L"winmm.dll");
-        FindFunction(module, "timeEndPeriod", end);
-        FindFunction(module, "timeBeginPeriod", begin);
-        if (begin != nullptr) begin(1);
-    }
-    CExactWaits(const CExactWaits&) = delete;
-    CExactWaits& operator=(const CExactWaits&) = delete;
-    ~CExactWaits() {
-        if (end != nullptr) end(1);
-    }
-
-private:
-    UINT(WINAPI* begin)(UINT) = nullptr;
-    UINT(WINAPI* end)(UINT) = nullptr;
-};
 
 void Say(const std::string& text) {
     std::printf("%s\n", text.c_str());
@@ -64,29 +34,27 @@ int Complain(const std::string& text) {
     return 1;
 }
 
-void ShowHelp() {
-    std::printf("QuorvaneLine: people counters on a simulated serial line\n"
-                "  --port COM2        the COM port, joined to the program's by a null-modem cable or a pair of ports;\n"
-                "                     asked for if it isn't given\n"
-                "%s",
-                DescribeLineOptions().c_str());
-}
+const LineProgram program{"QuorvaneLine",
+                          {{"--port", "COM2",
+                            "the COM port, joined to the program's by a null-modem cable or a pair of ports;\n"
+                            "asked for if it isn't given"}}};
 
 // The next line that the user writes; none if there will be no more, or the program is to end.
-std::optional<std::string> AwaitLine(CControlReader& control) {
-    const std::array<HANDLE, 3> events{StopEvent(), control.LinesEvent(), control.EndEvent()};
+std::optional<std::string> AwaitLine(const CStopEvent& stop, CControlReader& control) {
+    const std::array<HANDLE, 3> events{stop.Event(), control.LinesEvent(), control.EndEvent()};
     WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE, INFINITE);
     return control.TakeLine();
 }
 
 // Opens the port that the user chooses, who may try until one opens. False if none does.
-bool OpenChosenPort(CControlReader& control, CComPort& port, CLineRunner& runner, const std::string& wirePath) {
+bool OpenChosenPort(const CStopEvent& stop, CControlReader& control, CComPort& port, CLineRunner& runner,
+                    const std::string& wirePath) {
     std::string list;
-    for (const std::string& name : ComPortNames()) list += " " + name;
+    for (const NamedPort& each : MachinePorts()) list += " " + each.name;
     Say("QuorvaneLine plays people counters on a COM port. Ports here:" + (list.empty() ? " none" : list) +
         "\nWhich one? Write its name, such as COM2. (QuorvaneLine.exe --port COM2 doesn't ask; --help shows the "
         "rest.)");
-    while (const auto text = AwaitLine(control)) {
+    while (const auto text = AwaitLine(stop, control)) {
         const auto words = SplitLineWords(*text);
         const auto name = words.size() == 1 ? ComPortName(words[0]) : std::nullopt;
         std::string error = "\"" + *text + "\" is no port from COM1 to COM256";
@@ -107,13 +75,13 @@ DWORD TimeToNextStep(const CComPort& port, std::optional<LineTime> due) {
     return std::min(look, static_cast<DWORD>(std::chrono::ceil<std::chrono::milliseconds>(left).count()));
 }
 
-void Run(CControlReader& control, const CComPort& port, CLineRunner& runner) {
+void Run(const CStopEvent& stop, CControlReader& control, const CComPort& port, CLineRunner& runner) {
     bool goOn = true;
     while (goOn) {
         const auto due = runner.NextDue();
         std::optional<CExactWaits> exact;
         if (due) exact.emplace();
-        std::vector<HANDLE> events{StopEvent(), control.LinesEvent()};
+        std::vector<HANDLE> events{stop.Event(), control.LinesEvent()};
         if (port.IsOpen()) events.push_back(port.InputEvent());
         const DWORD woken =
             WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE, TimeToNextStep(port, due));
@@ -131,24 +99,24 @@ int main(int argumentCount, char** arguments) {
     LineOptions options;
     std::string error;
     const std::span<const char* const> all(arguments, static_cast<std::size_t>(argumentCount));
-    if (!ParseLineOptions(all.subspan(1), {"--port"}, options, error)) return Complain(error);
-    if (options.help) {
-        ShowHelp();
+    if (!ParseLineOptions(all, program, options, error)) return Complain(error);
+    if (!options.help.empty()) {
+        Say(options.help);
         return 0;
     }
     const bool isPortGiven = options.own.contains("--port");
     const auto name = ComPortName(options.own["--port"]);
     if (isPortGiven && !name) return Complain("--port: COM1 to COM256");
-    SetConsoleCtrlHandler(AskToStop, TRUE);
+    const CStopEvent stop;
     CControlReader control;
     CComPort port(options.configuration.baudRate);
     CLineRunner runner(options, CTime::Now().GetLocalFields(), SteadyLineTime(), port, Say);
     if (isPortGiven) {
         port.Choose(*name);
         if (!runner.Start(options.wirePath, error)) return Complain(error);
-    } else if (!OpenChosenPort(control, port, runner, options.wirePath)) {
+    } else if (!OpenChosenPort(stop, control, port, runner, options.wirePath)) {
         return Complain("no port");
     }
-    Run(control, port, runner);
+    Run(stop, control, port, runner);
     return 0;
 }

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "framework/FileStream.h"
-#include "line/LineTime.h"
+#include "port/LineTime.h"
 
 enum class WireDirection : char {
     FromProgram = '>',

@@ -1,11 +1,14 @@
-// The place where the simulated line meets a program: what the runner needs of it, whatever the platform.
+// A place where programs meet on a serial line, whatever the platform.
+//
+// Nothing here waits: each platform has its own wait for input (a descriptor to poll, an event), which goes along with
+// whatever else a program waits for.
 #pragma once
 
 #include <cstdint>
 #include <span>
 #include <string>
 
-#include "line/LineFrames.h"
+#include "port/LineBytes.h"
 
 class CLinePort {
 public:

@@ -12,7 +12,8 @@
 #include <gtest/gtest.h>
 
 #include "line/ControlInput.h"
-#include "line/HostPort.h"
+#include "line/PseudoTerminal.h"
+#include "port/SerialDevice.h"
 #include "support/Hex.h"
 
 namespace {
@@ -33,13 +34,13 @@ std::string Hear(int descriptor, std::size_t size) {
 }
 
 // Started with a shell that gives it its input, and ended by a control line.
-TEST(HostPort, TheProgramPlaysCountersAtItsPort) {
+TEST(PseudoTerminal, TheProgramPlaysCountersAtItsPort) {
     std::string name = (std::filesystem::temp_directory_path() / "lineXXXXXX").string(), error;
     const std::filesystem::path folder = mkdtemp(name.data());
     const std::string link = folder / "com1";
     const auto openProgramsEnd = [&] { return CDescriptor(open(link.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK)); };
     std::ofstream(link) << "mine";
-    EXPECT_FALSE(CHostPort({.link = link, .device = ""}).Open(error) || CControlInput().UseFifo(link, error));
+    EXPECT_FALSE(CPseudoTerminal(link).Open(error) || CControlInput().UseFifo(link, error));
     EXPECT_EQ(ContentOf(link), "mine") << "no file is ever replaced, but a link";
     std::filesystem::remove(link);
     std::filesystem::create_symlink(folder / "nothing", link);
@@ -64,7 +65,7 @@ TEST(HostPort, TheProgramPlaysCountersAtItsPort) {
     std::ofstream(fifo) << "5\n"; // another writer goes on where the one before has stopped
     EXPECT_EQ(Hear(end.Get(), 1), "55");
     EXPECT_EQ(ask(5), "02 03 07 0a 03");
-    CHostPort device({.link = "", .device = link}), odd({.link = "", .device = link, .baudRate = 4801});
+    CSerialDevice device(link, 4800), odd(link, 4801);
     EXPECT_TRUE(device.Open(error) && !device.KeepsPace() && !odd.Open(error)) << error;
     device.Close();
     std::ofstream(fifo) << "pull\n"; // hangs up, and the link goes

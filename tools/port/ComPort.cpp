@@ -1,11 +1,10 @@
 // Overlapped reads and writes on a COM port.
-#include "line/ComPort.h"
+#include "port/ComPort.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
-#include "line/LineWords.h"
+#include "port/SystemWords.h"
 
 namespace {
 
@@ -15,21 +14,7 @@ constexpr LineTime writeLimit(1'000'000);
 constexpr DWORD lookStep = 10;
 constexpr DWORD readLimit = 512;
 
-// What the system says to an error, for the console that the program runs in.
-std::string ErrorText(DWORD error) {
-    std::array<wchar_t, 512> wide{};
-    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
-                                  wide.data(), static_cast<DWORD>(wide.size()), nullptr);
-    while (length > 0 && wide[length - 1] <= L' ') --length;
-    std::array<char, 1024> text{};
-    const int size = WideCharToMultiByte(GetConsoleOutputCP(), 0, wide.data(), static_cast<int>(length), text.data(),
-                                         static_cast<int>(text.size()), nullptr, nullptr);
-    return std::string(text.data(), static_cast<std::size_t>(size)) + " (error " + std::to_string(error) + ")";
-}
-
 } // namespace
-
-CComPort::CComPort(int baudRate) : baud(baudRate) {}
 
 bool CComPort::Open(std::string& error) {
     Close();
@@ -38,7 +23,8 @@ bool CComPort::Open(std::string& error) {
                             FILE_FLAG_OVERLAPPED, nullptr));
     if (port.IsEmpty()) {
         const DWORD reason = GetLastError();
-        error = "can't open " + name + ": " + ErrorText(reason);
+        error = (reason == ERROR_ACCESS_DENIED ? "another program holds " : "can't open ") + name + ": " +
+                SystemWords(reason);
         return false;
     }
     reading = std::make_unique<Transfer>();
@@ -46,7 +32,7 @@ bool CComPort::Open(std::string& error) {
     // What came while nobody listened was never heard.
     if (SetUp() && PurgeComm(port.GetHandle(), PURGE_RXCLEAR | PURGE_TXCLEAR) && Listen()) return true;
     const DWORD reason = GetLastError();
-    error = "can't set up " + name + ": " + ErrorText(reason);
+    error = "can't set up " + name + ": " + SystemWords(reason);
     Close();
     return false;
 }
@@ -168,16 +154,4 @@ bool CComPort::Write(std::span<const std::uint8_t> bytes) {
 
 DWORD CComPort::TimeToLook() const {
     return !reading->underWay || !waiting.empty() ? lookStep : INFINITE;
-}
-
-std::vector<std::string> ComPortNames() {
-    std::vector<char> all(65'536);
-    const DWORD length = QueryDosDeviceA(nullptr, all.data(), static_cast<DWORD>(all.size()));
-    std::vector<std::string> names;
-    for (const char* each = all.data(); each < all.data() + length && *each != '\0'; each += names.back().size() + 1) {
-        names.emplace_back(each);
-    }
-    std::erase_if(names, [](const std::string& each) { return ComPortName(each) != each; });
-    std::ranges::sort(names, {}, [](const std::string& each) { return std::pair(each.size(), each); });
-    return names;
 }

@@ -1,6 +1,6 @@
-// Time on the simulated line: microseconds of a monotonic clock, any origin.
+// Time on a line: microseconds of a monotonic clock, any origin.
 //
-// The line never asks a clock itself. Whoever feeds it says what time it is, so a test can run hours in no time.
+// What is pure never asks a clock itself. Whoever calls it says what time it is, so a test can run hours in no time.
 #pragma once
 
 #include <chrono>

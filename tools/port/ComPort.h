@@ -1,4 +1,4 @@
-// A COM port of Windows as the counters' end of a line.
+// A COM port of Windows.
 //
 // A read pends until bytes come and a write until they are gone, and nobody waits for either: the caller waits for the
 // events among others. For one thread.
@@ -8,23 +8,24 @@
 #include <memory>
 #include <span>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include <windows.h>
 
 #include "framework/SystemHandles.h"
-#include "line/LinePort.h"
-#include "line/LineTime.h"
+#include "port/LinePort.h"
+#include "port/LineTime.h"
 
 class CComPort final : public CLinePort {
 public:
-    explicit CComPort(int baudRate);
+    explicit CComPort(int baudRate) : baud(baudRate) {}
+    CComPort(std::string portName, int baudRate) : name(std::move(portName)), baud(baudRate) {}
     ~CComPort() override { CComPort::Close(); }
 
     // Which port Open opens: "COM1" to "COM256".
     void Choose(std::string portName) { name = std::move(portName); }
 
-    // 8 data bits, no parity, one stop bit, no flow control.
+    // 8 data bits, no parity, one stop bit, no flow control; refused while another program holds the port.
     bool Open(std::string& error) override;
     // Within a second, if the driver lets the handle go.
     void Close() override;
@@ -66,6 +67,3 @@ private:
     LineBytes waiting; // for the end of the write
     CFileHandle port;
 };
-
-// The ports that the system knows of, by rising number.
-std::vector<std::string> ComPortNames();
