@@ -16,7 +16,7 @@ struct Moment {
 
 enum class Answer : std::uint8_t {
     Whole,   // a record with a right checksum from the counter that was asked
-    Silent,  // no byte came
+    Silent,  // no byte came, or nothing but an echo of the request
     Spoilt,  // bytes came, but no whole record of the counter that was asked
     Doubled, // more than one whole record of that address: two counters have it
     NotAsked // the port was away, so nobody was asked
