@@ -16,5 +16,6 @@ CStopSignals::CStopSignals() {
     }
     pthread_sigmask(SIG_BLOCK, &set, nullptr);
     signal(SIGPIPE, SIG_IGN);
+    signal(SIGXFSZ, SIG_IGN);
     signals = CDescriptor(signalfd(-1, &set, SFD_CLOEXEC));
 }

@@ -7,7 +7,7 @@
 class CStopSignals {
 public:
     // From here on SIGINT, SIGTERM and SIGHUP end nothing by themselves, but for those that the program was started to
-    // ignore; nor does SIGPIPE. Before other threads are started.
+    // ignore; nor do SIGPIPE and SIGXFSZ, whose writes fail by themselves. Before other threads are started.
     CStopSignals();
 
     // For a poll: has input once such a signal has come, and keeps it.
