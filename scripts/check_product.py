@@ -15,7 +15,7 @@ ARCHITECTURE, BIN, CHECK = sys.argv[1], Path(sys.argv[2], "bin"), sys.argv[3]
 WIDE = ARCHITECTURE == "x64"
 SYMBOLS = Path("scripts/vista_symbols.txt")
 GUI, CONSOLE = 2, 3
-SUBSYSTEMS = {"Quorvane.exe": GUI, "Gallery.exe": GUI, "QuorvaneLine.exe": CONSOLE, "QuorvaneZHCN.dll": None}
+SUBSYSTEMS = {"Quorvane.exe": GUI, "Gallery.exe": GUI, "QuorvaneLine.exe": CONSOLE, "QuorvaneRead.exe": CONSOLE, "QuorvaneZHCN.dll": None}
 CURSORS, DIALOG, STRINGS, ICONS, VERSION, MANIFEST, DIALOG_LISTS = 12, 5, 6, 14, 16, 24, 240
 faults = []
 

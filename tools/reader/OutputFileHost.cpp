@@ -1,0 +1,69 @@
+// Files of the host.
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+#include "reader/OutputFile.h"
+
+namespace {
+
+bool Fail(std::string& error, int reason = errno) {
+    error = std::generic_category().message(reason);
+    return false;
+}
+
+} // namespace
+
+bool COutputFile::Open(const std::string& path, std::string& error) {
+    file = CDescriptor(open(path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_NOCTTY | O_CLOEXEC, 0666));
+    // What can't be read, such as standard output under its name, may still be written.
+    if (!file.IsOpen()) file = CDescriptor(open(path.c_str(), O_WRONLY | O_APPEND | O_NOCTTY | O_CLOEXEC));
+    if (!file.IsOpen()) return Fail(error);
+    if (!Size() || flock(file.Get(), LOCK_EX | LOCK_NB) == 0) return true;
+    Fail(error);
+    error.insert(0, "another program writes it: ");
+    file.Close();
+    return false;
+}
+
+std::optional<std::uint64_t> COutputFile::Size() const {
+    struct stat state {};
+    if (fstat(file.Get(), &state) != 0 || !S_ISREG(state.st_mode)) return std::nullopt;
+    return static_cast<std::uint64_t>(state.st_size);
+}
+
+std::string COutputFile::ReadAt(std::uint64_t offset, std::size_t size) const {
+    std::string text(size, '\0');
+    const ssize_t got = pread(file.Get(), text.data(), size, static_cast<off_t>(offset));
+    text.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+    return text;
+}
+
+bool COutputFile::Append(std::string_view text, std::string& error) {
+    const ssize_t written = write(file.Get(), text.data(), text.size());
+    if (written < 0) return Fail(error);
+    return static_cast<std::size_t>(written) == text.size() || Fail(error, ENOSPC);
+}
+
+bool COutputFile::Cut(std::uint64_t size) {
+    return ftruncate(file.Get(), static_cast<off_t>(size)) == 0;
+}
+
+bool ReplaceWholeFile(const std::string& path, std::string_view text, std::string& error) {
+    const std::string beside = path + ".new";
+    CDescriptor file(open(beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    if (!file.IsOpen()) return Fail(error);
+    const ssize_t written = write(file.Get(), text.data(), text.size());
+    const int reason = written < 0 ? errno : ENOSPC;
+    file.Close();
+    const bool isWhole = written >= 0 && static_cast<std::size_t>(written) == text.size();
+    if (isWhole && std::rename(beside.c_str(), path.c_str()) == 0) return true;
+    Fail(error, isWhole ? errno : reason);
+    unlink(beside.c_str());
+    return false;
+}

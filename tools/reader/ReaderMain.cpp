@@ -1,0 +1,42 @@
+// quorvane-read, on Windows QuorvaneRead.exe: the reader as a program.
+#include <string_view>
+
+#include "reader/ReaderOptions.h"
+
+#ifdef _WIN32
+#include "framework/SystemLibrary.h"
+#endif
+
+namespace {
+
+// Carries out each kind of command; gives the exit code.
+struct Running {
+    CConsole& console;
+
+    int operator()(const ReaderMistake& mistake) const {
+        console.Complain(mistake.words);
+        return 1;
+    }
+    int operator()(const ReaderText& shown) const { return console.Write(shown.text) ? 0 : 1; }
+    int operator()(const PortsOptions& options) const { return RunPorts(options, console); }
+    int operator()(const CountsOptions& options) const { return RunCounts(options, console); }
+    int operator()(const CheckOptions& options) const { return RunCheck(options, console); }
+    int operator()(const LogOptions& options) const {
+        const auto out = [this](std::string_view text) { return console.Write(text); };
+        const auto complain = [this](std::string_view text) {
+            console.Complain(text);
+            return true;
+        };
+        return RunLog(options, out, complain);
+    }
+};
+
+} // namespace
+
+int main(int argumentCount, char** arguments) {
+#ifdef _WIN32
+    KeepToSystemLibraries();
+#endif
+    CConsole console;
+    return std::visit(Running{console}, ParseReaderCommand({arguments, static_cast<std::size_t>(argumentCount)}));
+}

@@ -1,0 +1,70 @@
+// Rows on their way out.
+#include "reader/RoundTargets.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "reader/OutputFile.h"
+#include "reader/PromFormat.h"
+
+CRowStream::CRowStream(CConsole& readerConsole, RowFormat rowFormat)
+    : console(readerConsole), format(rowFormat), text(RowHeader(rowFormat)) {}
+
+bool CRowStream::TakeReading(const Reading& reading) {
+    AppendRow(text, reading, format);
+    return console.Write(std::exchange(text, {}));
+}
+
+CLiveTable::CLiveTable(CConsole& readerConsole, bool withSettings)
+    : console(readerConsole), format{RowKind::Table, withSettings} {}
+
+bool CLiveTable::EndRound(std::span<const Reading> round, bool isWhole) {
+    if (!isWhole) return true;
+    // Below a message the table begins anew, or it would go up into it.
+    if (complaints != console.Complaints()) drawn = 0;
+    complaints = console.Complaints();
+    std::string rows = RowHeader(format);
+    for (const Reading& reading : round) AppendRow(rows, reading, format);
+    // No line is to take two on a narrow terminal, and none keeps the end of a longer one.
+    std::string text = "\x1b[?7l";
+    if (drawn > 0) text += "\x1b[" + std::to_string(drawn) + "A";
+    for (const char each : rows) text += each == '\n' ? std::string("\x1b[K\n") : std::string(1, each);
+    text += "\x1b[?7h";
+    drawn = static_cast<std::size_t>(std::ranges::count(rows, '\n'));
+    return console.Write(text);
+}
+
+void CWritingTrouble::Tell(bool written, const std::string& error, std::size_t lost) {
+    lostRows += lost;
+    if (!written && !isThere) console.Complain(error + "; it is tried again with each round");
+    if (written && isThere) {
+        console.Complain("the output is written again; rows that are missing: " + std::to_string(lostRows));
+        lostRows = 0;
+    }
+    isThere = !written;
+}
+
+CRowFileTarget::CRowFileTarget(CConsole& readerConsole, RowFormat rowFormat, const std::string& path)
+    : format(rowFormat), file(path, RowHeader(rowFormat)), trouble(readerConsole) {}
+
+bool CRowFileTarget::EndRound(std::span<const Reading> round, bool) {
+    std::string rows, error;
+    for (const Reading& reading : round) AppendRow(rows, reading, format);
+    const bool written = file.Append(rows, error);
+    trouble.Tell(written, error, file.TakeLost());
+    return true;
+}
+
+CPromTarget::CPromTarget(CConsole& readerConsole, std::string filePath, std::string portName)
+    : console(readerConsole), path(std::move(filePath)), port(std::move(portName)), trouble(readerConsole) {}
+
+bool CPromTarget::EndRound(std::span<const Reading> round, bool isWhole) {
+    // Without those that were not asked any more it would look as if they had gone.
+    if (!isWhole) return true;
+    const std::string text = PromText(round, port);
+    if (path.empty()) return console.Write(text);
+    std::string error;
+    const bool written = ReplaceWholeFile(path, text, error);
+    trouble.Tell(written, path + ": " + error);
+    return true;
+}

@@ -1,0 +1,61 @@
+// Whole lines or none.
+#include "reader/RowFile.h"
+
+#include <algorithm>
+
+#include "reader/OutputFile.h"
+
+namespace {
+
+constexpr std::size_t mostWaiting = 64 * 1024;
+// Longer than any line of rows.
+constexpr std::size_t tailLength = 4096;
+
+// Where the last whole line of a file of that size ends. A line that is longer than any row is none of ours, and stays.
+std::uint64_t EndOfLines(const COutputFile& file, std::uint64_t size) {
+    const std::uint64_t from = size > tailLength ? size - tailLength : 0;
+    const std::string tail = file.ReadAt(from, tailLength);
+    const std::size_t end = tail.rfind('\n') + 1; // 0 if there is none
+    return end == 0 && from > 0 ? size : from + end;
+}
+
+} // namespace
+
+bool CRowFile::Append(std::string_view lines, std::string& error) {
+    waiting += lines;
+    DropOldest();
+    if (!Write(error)) {
+        error.insert(0, path + ": ");
+        return false;
+    }
+    waiting.clear();
+    return true;
+}
+
+bool CRowFile::Write(std::string& error) {
+    COutputFile file;
+    if (!file.Open(path, error)) return false;
+    const auto size = file.Size();
+    if (!size) return file.Append(waiting, error);
+    const std::uint64_t begin = EndOfLines(file, *size);
+    if (begin > 0 && file.ReadAt(0, header.size()) != header) {
+        error = "the file has other columns";
+        return false;
+    }
+    if (begin < *size && !file.Cut(begin)) {
+        error = "its torn last line can't be cut off";
+        return false;
+    }
+    if (file.Append(begin == 0 ? header + waiting : waiting, error)) return true;
+    // Even if this fails, the next time begins by it.
+    file.Cut(begin);
+    return false;
+}
+
+void CRowFile::DropOldest() {
+    if (waiting.size() <= mostWaiting) return;
+    const std::size_t end = waiting.find('\n', waiting.size() - mostWaiting) + 1;
+    const std::string_view dropped = std::string_view(waiting).substr(0, end);
+    lost += static_cast<std::size_t>(std::ranges::count(dropped, '\n'));
+    waiting.erase(0, end);
+}
