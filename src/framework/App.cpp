@@ -3,8 +3,6 @@
 #include <new>
 #include <string>
 
-#include <objbase.h>
-
 #include "framework/CommonControls.h"
 #include "framework/ResourceModule.h"
 #include "framework/SystemLibrary.h"
@@ -25,20 +23,6 @@ void StopWithoutMemory() {
     Complain("There is not enough memory. The program has to stop.");
     ::ExitProcess(ERROR_NOT_ENOUGH_MEMORY);
 }
-
-// What the shell opens may be a component that wants this thread prepared for components.
-class CComponents {
-public:
-    CComponents() : result(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)) {}
-    CComponents(const CComponents&) = delete;
-    CComponents& operator=(const CComponents&) = delete;
-    ~CComponents() {
-        if (SUCCEEDED(result)) ::CoUninitialize();
-    }
-
-private:
-    HRESULT result;
-};
 
 } // namespace
 
@@ -65,7 +49,6 @@ CWnd* CWinApp::MainWindow() {
 int CWinApp::Run() {
     KeepToSystemLibraries();
     std::set_new_handler(&StopWithoutMemory);
-    const CComponents components;
     // No more than is used: common controls before version 6 refuse the whole call for a class that they don't know.
     const INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX), ICC_DATE_CLASSES};
     const auto initialise = SystemCommonControls().initialise;

@@ -1,7 +1,5 @@
 #include "framework/ResourceModule.h"
 
-#include <vector>
-
 #include "framework/Text.h"
 
 namespace {
@@ -56,8 +54,12 @@ std::string ProgramFolder() {
 }
 
 std::wstring ProgramFolderWide() {
-    std::vector<wchar_t> path(32768); // the system's limit is beyond MAX_PATH
-    const DWORD length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    const std::wstring text(path.data(), length);
-    return text.substr(0, text.rfind(L'\\') + 1);
+    std::wstring path(MAX_PATH, L'\0');
+    // The system's limit is beyond MAX_PATH; what is cut fills the room.
+    DWORD length = 0;
+    while ((length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()))) == path.size()) {
+        path.resize(2 * path.size());
+    }
+    path.resize(length);
+    return path.substr(0, path.rfind(L'\\') + 1);
 }

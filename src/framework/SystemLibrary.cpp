@@ -1,7 +1,7 @@
 #include "framework/SystemLibrary.h"
 
+#include <array>
 #include <string>
-#include <vector>
 
 void KeepToSystemLibraries() {
     constexpr DWORD searchSystemFolder = 0x800; // LOAD_LIBRARY_SEARCH_SYSTEM32
@@ -11,7 +11,7 @@ void KeepToSystemLibraries() {
 }
 
 HMODULE LoadSystemLibrary(const wchar_t* name) {
-    std::vector<wchar_t> folder(32768);
+    std::array<wchar_t, MAX_PATH> folder{};
     const UINT length = ::GetSystemDirectoryW(folder.data(), static_cast<UINT>(folder.size()));
     if (length == 0 || length >= folder.size()) return nullptr;
     const std::wstring path = std::wstring(folder.data(), length) + L'\\' + name;

@@ -2,10 +2,9 @@
 
 #include <cstdio>
 
-#include <shellapi.h>
-
 #include "framework/FileStream.h"
 #include "framework/ResourceModule.h"
+#include "framework/Shell.h"
 #include "panel/TrafficText.h"
 #include "resources/ResourceIds.h"
 
@@ -49,5 +48,5 @@ void CTrafficLog::ShowTrafficTotals() {
 }
 
 void CTrafficLog::OpenLog() const {
-    ::ShellExecuteW(nullptr, L"open", logPath.c_str(), nullptr, nullptr, SW_SHOW);
+    SystemShell().openWide(nullptr, L"open", logPath.c_str(), nullptr, nullptr, SW_SHOW);
 }

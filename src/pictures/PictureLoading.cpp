@@ -12,6 +12,7 @@
 #include "framework/Dc.h"
 #include "framework/FileStream.h"
 #include "framework/SystemHandles.h"
+#include "framework/SystemLibrary.h"
 #include "pictures/PictureFile.h"
 #include "pictures/SkinBitmap.h"
 
@@ -56,8 +57,12 @@ CInterface<IPicture> DecodePicture(std::span<const std::uint8_t> bytes) {
     CInterface<IStream> stream;
     if (FAILED(::CreateStreamOnHGlobal(memory.GetHandle(), TRUE, stream.Receive()))) return picture;
     memory.Detach(); // the stream's now
-    ::OleLoadPicture(stream.GetHandle(), static_cast<LONG>(bytes.size()), FALSE, IID_IPicture,
-                     reinterpret_cast<void**>(picture.Receive()));
+    // Loaded here alone: the theme's own pictures are bitmaps.
+    decltype(&::OleLoadPicture) load = nullptr;
+    FindFunction(LoadSystemLibrary(L"oleaut32.dll"), "OleLoadPicture", load);
+    if (load == nullptr) return picture;
+    load(stream.GetHandle(), static_cast<LONG>(bytes.size()), FALSE, IID_IPicture,
+         reinterpret_cast<void**>(picture.Receive()));
     return picture;
 }
 

@@ -2,9 +2,8 @@
 
 #include <windows.h>
 
-#include <shellapi.h>
-
 #include "framework/ResourceModule.h"
+#include "framework/Shell.h"
 #include "pictures/ColorMath.h"
 
 namespace {
@@ -253,7 +252,7 @@ bool CIconButton::OnClicked() {
         open.lpVerb = "open";
         open.lpFile = url.c_str();
         open.nShow = SW_MAXIMIZE;
-        ::ShellExecuteExA(&open);
+        SystemShell().openWith(&open);
     }
     return false; // the parent hears of it as well, after the check state has changed
 }

@@ -3,8 +3,8 @@
 #include <array>
 
 #include <windows.h>
-#include <shellapi.h>
 
+#include "framework/Shell.h"
 #include "framework/SystemHandles.h"
 #include "skin/LinkTarget.h"
 
@@ -26,7 +26,7 @@ int CLinkOpener::Open(const std::string& target, int showCommand) {
 }
 
 int CLinkOpener::OpenByShell(const std::string& target, int showCommand) {
-    const HINSTANCE result = ::ShellExecuteA(nullptr, "open", target.c_str(), nullptr, nullptr, showCommand);
+    const HINSTANCE result = SystemShell().open(nullptr, "open", target.c_str(), nullptr, nullptr, showCommand);
     return static_cast<int>(reinterpret_cast<INT_PTR>(result));
 }
 

@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "framework/ResourceModule.h"
+#include "framework/Shell.h"
 #include "menu/OwnerDrawMenu.h"
 #include "PanelFixture.h"
 #include "support/Meanwhile.h"
@@ -89,6 +90,7 @@ TEST_F(PanelTest, TheLogHoldsOneRunLineByLine) {
     for (std::size_t i = 0; i < std::min(found.size(), form.size()); ++i)
         if (form[i] == '#' && found[i] >= '0' && found[i] <= '9') found[i] = '#';
     EXPECT_EQ(found, form);
+    SystemShell().openWide = &NoteOpened;
     panel->SendMessage(WM_COMMAND, ID_OPEN_LOG);
     EXPECT_EQ(opened, L"open " + path.wstring() + L" 5");
 
@@ -165,12 +167,3 @@ TEST_F(PanelTest, PopupsMarkWhatIsInForceAndLeaveNothing) {
 }
 
 } // namespace
-
-// The slot through which the program calls the import; the linker takes this one before that of the library.
-extern "C" decltype(&NoteOpened) openSlot
-#ifdef _WIN64
-    __asm__("__imp_ShellExecuteW");
-#else
-    __asm__("__imp__ShellExecuteW@24");
-#endif
-decltype(&NoteOpened) openSlot = &NoteOpened;
