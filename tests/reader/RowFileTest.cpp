@@ -1,0 +1,127 @@
+// What a growing file holds, whatever it held before and however full the disk is.
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "reader/AddressList.h"
+#include "reader/OutputFile.h"
+#include "reader/PortsText.h"
+#include "reader/RowFile.h"
+
+#ifndef _WIN32
+#include <sys/resource.h>
+
+#include <csignal>
+#endif
+
+namespace {
+
+struct RowFile : testing::Test {
+    ~RowFile() override { std::remove(path.c_str()); }
+    void Hold(const std::string& text) const { std::ofstream(path, std::ios::binary) << text; }
+    std::string Content() const {
+        std::ostringstream text;
+        text << std::ifstream(path, std::ios::binary).rdbuf();
+        return text.str();
+    }
+    std::string path = testing::TempDir() + "rows.csv", error;
+};
+
+TEST_F(RowFile, EndsInWholeLines) {
+    const std::string longLine(5000, 'x');
+    const struct {
+        std::string before, after; // empty: refused
+    } cases[] = {{"", "h\r\nrow\r\n"},
+                 {"h", "h\r\nrow\r\n"}, // torn within the header
+                 {"h\r", "h\r\nrow\r\n"},
+                 {"h\r\n", "h\r\nrow\r\n"},
+                 {"h\r\n1\r\n", "h\r\n1\r\nrow\r\n"},
+                 {"h\r\n1\r\n2", "h\r\n1\r\nrow\r\n"},
+                 {"h\r\n1\r\n2\r", "h\r\n1\r\nrow\r\n"},
+                 {"h\n1\n", ""},
+                 {"hh\r\n", ""},
+                 {longLine, ""}};
+    for (const auto& each : cases) {
+        Hold(each.before);
+        CRowFile file(path, "h\r\n");
+        EXPECT_EQ(file.Append("row\r\n", error), !each.after.empty()) << each.before << error;
+        EXPECT_EQ(Content(), each.after.empty() ? each.before : each.after);
+    }
+    EXPECT_EQ(error, path + ": the file has other columns");
+}
+
+TEST_F(RowFile, KeepsRowsWhileAnotherHoldsIt) {
+    CRowFile file(path, "");
+    {
+        COutputFile other;
+        ASSERT_TRUE(other.Open(path, error)) << error;
+        EXPECT_FALSE(file.Append("1\n", error));
+        EXPECT_TRUE(error.starts_with(path + ": ")) << error;
+        const std::string flood = std::string(1023, '.') + '\n';
+        for (int line = 0; line < 100; ++line) EXPECT_FALSE(file.Append(flood, error));
+    }
+    EXPECT_TRUE(file.Append("2\n", error)) << error;
+    const std::string content = Content();
+    EXPECT_TRUE(content.size() <= 64 * 1024 && content.size() > 62 * 1024 && content.ends_with("\n2\n"));
+    EXPECT_EQ(std::ranges::count(content, '\n') + static_cast<std::ptrdiff_t>(file.TakeLost()), 102);
+}
+
+TEST_F(RowFile, AReplacedFileIsTheOldOrTheNewOne) {
+    Hold("old");
+    EXPECT_TRUE(ReplaceWholeFile(path, "new\n", error)) << error;
+    EXPECT_EQ(Content(), "new\n");
+    EXPECT_FALSE(ReplaceWholeFile(path + "/nothing", "", error));
+    EXPECT_FALSE(std::ifstream(path + ".new").is_open());
+}
+
+#ifndef _WIN32
+TEST_F(RowFile, AFullDiskTearsNoLine) {
+    const auto limit = [](rlim_t size) {
+        rlimit files{};
+        getrlimit(RLIMIT_FSIZE, &files);
+        files.rlim_cur = size;
+        setrlimit(RLIMIT_FSIZE, &files);
+    };
+    const auto before = std::signal(SIGXFSZ, SIG_IGN);
+    CRowFile file(path, "header\n");
+    EXPECT_TRUE(file.Append("1\n", error));
+    limit(12);
+    EXPECT_FALSE(file.Append("2 and 3\n", error) || ReplaceWholeFile(path, "longer than that\n", error));
+    EXPECT_EQ(Content(), "header\n1\n");
+    limit(RLIM_INFINITY);
+    EXPECT_TRUE(file.Append("4\n", error));
+    EXPECT_EQ(Content(), "header\n1\n2 and 3\n4\n");
+    std::signal(SIGXFSZ, before);
+    EXPECT_FALSE(CRowFile("/dev/full", "").Append("1\n", error));
+}
+#endif
+
+TEST(PortsText, MarksWhatQuorvaneOffersAndHasStored) {
+    const std::vector<NamedPort> ports{{"COM1", ""},  {"COM3", "USB Serial Port"},
+                                       {"COM4", ""},  {"COM5", ""},
+                                       {"COM6", ""},  {"COM7", ""},
+                                       {"COM12", ""}, {"COM17", ""}};
+    const std::string offered = "(offered by Quorvane)\n";
+    const std::string six = "COM1   " + offered + "COM3   USB Serial Port " + offered + "COM4   " + offered +
+                            "COM5   " + offered + "COM6   " + offered + "COM7   " + offered;
+    EXPECT_EQ(PortsText(ports, std::nullopt), six + "COM12\nCOM17\n");
+    EXPECT_EQ(PortsText(ports, 17), six + "COM12\nCOM17  (stored by Quorvane)\n");
+    EXPECT_EQ(PortsText({{"COM1", ""}, {"COM256", ""}}, 1), "COM1    (offered by Quorvane, stored)\nCOM256\n");
+    EXPECT_EQ(PortsText({}, 2), "COM2  (stored by Quorvane, but not there)\n");
+    EXPECT_EQ(PortsText({{"/dev/ttyS0", ""}}, std::nullopt), "/dev/ttyS0\n");
+}
+
+TEST(AddressList, TakesRangesAndListsAndNothingElse) {
+    using Addresses = std::vector<std::uint8_t>;
+    EXPECT_EQ(AddressesOf("0-5"), (Addresses{0, 1, 2, 3, 4, 5}));
+    EXPECT_EQ(AddressesOf("5,0,3"), (Addresses{0, 3, 5}));
+    EXPECT_EQ(AddressesOf("4-5,0-1,1"), (Addresses{0, 1, 4, 5}));
+    for (const char* const text :
+         {"", ",", "6", "-1", "1-", "1-6", "3-1", "0,", ",0", "0;1", "0 1", "00", "255", "0-2-4"})
+        EXPECT_EQ(AddressesOf(text), std::nullopt) << text;
+}
+
+} // namespace
