@@ -42,7 +42,7 @@ std::vector<NamedPort> InPortOrder(std::vector<NamedPort> ports) {
         const std::string stem = each.name.substr(0, each.name.find_last_not_of("0123456789") + 1);
         return std::tuple(stem, NumberAtEnd(each.name), each.name, each.words.empty(), each.words);
     });
-    const auto rest = std::ranges::unique(ports, {}, &NamedPort::name);
-    ports.erase(rest.begin(), rest.end());
+    const auto isSame = [](const NamedPort& one, const NamedPort& next) { return one.name == next.name; };
+    ports.erase(std::unique(ports.begin(), ports.end(), isSame), ports.end());
     return ports;
 }

@@ -1,4 +1,5 @@
 // quorvane-read, on Windows QuorvaneRead.exe: the reader as a program.
+#include <exception>
 #include <string_view>
 
 #include "reader/ReaderOptions.h"
@@ -38,5 +39,10 @@ int main(int argumentCount, char** arguments) {
     KeepToSystemLibraries();
 #endif
     CConsole console;
-    return std::visit(Running{console}, ParseReaderCommand({arguments, static_cast<std::size_t>(argumentCount)}));
+    try {
+        return std::visit(Running{console}, ParseReaderCommand({arguments, static_cast<std::size_t>(argumentCount)}));
+    } catch (const std::exception& failure) {
+        console.Complain(failure.what());
+    }
+    return 1;
 }

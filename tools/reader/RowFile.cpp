@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::size_t mostWaiting = 64 * 1024;
+constexpr std::size_t mostWaiting = std::size_t{64} * 1024;
 // Longer than any line of rows.
 constexpr std::size_t tailLength = 4096;
 
