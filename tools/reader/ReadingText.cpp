@@ -82,6 +82,11 @@ std::string MomentText(const Moment& moment) {
     return text;
 }
 
+std::string ShareText(std::uint64_t part, std::uint64_t whole) {
+    const std::uint64_t tenths = whole == 0 ? 0 : part * 1000 / whole;
+    return std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10) + " %";
+}
+
 SettingsWords WordsOfSettings(const CounterRecord& settings) {
     return {std::to_string(settings.sensitivity), settings.language == 0 ? "en" : "zh",
             settings.direction == 0 ? "in" : "out", settings.sdDetect == 0 ? "yes" : "no",

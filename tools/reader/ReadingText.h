@@ -25,6 +25,9 @@ std::string WallText(WallSeconds wall, char separator = 'T');
 // "2026-11-26T10:00:00.123+01:00": local time to the millisecond, and its offset.
 std::string MomentText(const Moment& moment);
 
+// "99.9 %", rounded down, so that 100 % means all; of nothing 0.
+std::string ShareText(std::uint64_t part, std::uint64_t whole);
+
 // A counter's settings by name, in the order in which the formats have them.
 struct SettingsWords {
     std::string sensitivity;                        // "0" to "255"

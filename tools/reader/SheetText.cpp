@@ -16,12 +16,6 @@ std::string RightAligned(std::uint64_t value, std::size_t width) {
     return RightAligned(std::to_string(value), width);
 }
 
-// "99.9 %", rounded down, so that 100 % means all.
-std::string ShareText(std::uint64_t part, std::uint64_t whole) {
-    const std::uint64_t tenths = whole == 0 ? 0 : part * 1000 / whole;
-    return std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10) + " %";
-}
-
 std::string SignedSeconds(std::int64_t seconds) {
     std::string text(seconds >= 0 ? 1 : 0, '+');
     return text.append(std::to_string(seconds)).append(" s");
