@@ -11,8 +11,9 @@
 namespace {
 
 // Carries out each kind of command; gives the exit code.
-struct Running {
-    CConsole& console;
+class CRunning {
+public:
+    explicit CRunning(CConsole& standard) : console(standard) {}
 
     int operator()(const ReaderMistake& mistake) const {
         console.Complain(mistake.words);
@@ -22,14 +23,21 @@ struct Running {
     int operator()(const PortsOptions& options) const { return RunPorts(options, console); }
     int operator()(const CountsOptions& options) const { return RunCounts(options, console); }
     int operator()(const CheckOptions& options) const { return RunCheck(options, console); }
-    int operator()(const LogOptions& options) const {
-        const auto out = [this](std::string_view text) { return console.Write(text); };
-        const auto complain = [this](std::string_view text) {
+    int operator()(const LogOptions& options) const { return RunLog(options, Out(), Complaint()); }
+    int operator()(const ReportOptions& options) const { return RunReport(options, Out(), Complaint()); }
+
+private:
+    TextSink Out() const {
+        return [this](std::string_view text) { return console.Write(text); };
+    }
+    TextSink Complaint() const {
+        return [this](std::string_view text) {
             console.Complain(text);
             return true;
         };
-        return RunLog(options, out, complain);
     }
+
+    CConsole& console;
 };
 
 } // namespace
@@ -40,7 +48,7 @@ int main(int argumentCount, char** arguments) {
 #endif
     CConsole console;
     try {
-        return std::visit(Running{console}, ParseReaderCommand({arguments, static_cast<std::size_t>(argumentCount)}));
+        return std::visit(CRunning(console), ParseReaderCommand({arguments, static_cast<std::size_t>(argumentCount)}));
     } catch (const std::exception& failure) {
         console.Complain(failure.what());
     }

@@ -113,6 +113,18 @@ void AddLog(CLI::App& app, LogOptions& options) {
                          "  quorvane-read log Quorvane.log --summary\n"));
 }
 
+void AddReport(CLI::App& app, ReportOptions& options) {
+    using enum ReportLanguage;
+    CLI::App* const report = app.add_subcommand("report", "makes a page for a browser from rows in CSV");
+    report->add_option("FILE", options.path, "rows that `counts` or `log` wrote as CSV")->type_name("")->required();
+    report->add_option("--output,-o", options.output, "the page, such as day.html; without it, standard output")
+        ->type_name("FILE");
+    AddChoice<ReportLanguage>(*report, "--language", options.language, {{"en", English}, {"zh", Chinese}},
+                              "of the page (en)");
+    report->footer(Examples("  quorvane-read report counts.csv --output day.html\n"
+                            "  quorvane-read report counts.csv --output day.html --language zh\n"));
+}
+
 } // namespace
 
 ReaderCommand ParseReaderCommand(std::span<const char* const> arguments) {
@@ -120,6 +132,7 @@ ReaderCommand ParseReaderCommand(std::span<const char* const> arguments) {
     CountsOptions counts;
     CheckOptions check;
     LogOptions log;
+    ReportOptions report;
     CLI::App app("Reads people counters on a serial line, without a window.", "quorvane-read");
     app.allow_windows_style_options(false);
     app.set_version_flag("--version", "quorvane-read " PRODUCT_VERSION);
@@ -128,6 +141,7 @@ ReaderCommand ParseReaderCommand(std::span<const char* const> arguments) {
     AddCounts(app, counts);
     AddCheck(app, check);
     AddLog(app, log);
+    AddReport(app, report);
     app.footer(Examples("  quorvane-read ports\n  quorvane-read counts --port @\n  quorvane-read check --port @\n") +
                "`quorvane-read counts --help` and so on show the options of a command.\n");
     try {
@@ -142,5 +156,6 @@ ReaderCommand ParseReaderCommand(std::span<const char* const> arguments) {
     if (app.got_subcommand("ports")) return ports;
     if (app.got_subcommand("counts")) return counts;
     if (app.got_subcommand("check")) return check;
-    return log;
+    if (app.got_subcommand("log")) return log;
+    return report;
 }

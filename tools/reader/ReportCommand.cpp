@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "reader/OutputFile.h"
 #include "reader/ReportPage.h"
 #include "reader/ReportReader.h"
 #include "reader/SharedFile.h"
@@ -31,9 +32,15 @@ std::string ReadRows(const std::string& path, CReportReader& reader) {
 
 int RunReport(const ReportOptions& options, const TextSink& out, const TextSink& err) {
     CReportReader reader;
-    if (const std::string error = ReadRows(options.path, reader); !error.empty()) {
+    std::string error = ReadRows(options.path, reader);
+    if (!error.empty()) {
         err(options.path + ": " + error);
         return 1;
     }
-    return out(ReportPage(reader.Figures(), NameOfPath(options.path), reader.Unreadable(), options.language)) ? 0 : 1;
+    const std::string page =
+        ReportPage(reader.Figures(), NameOfPath(options.path), reader.Unreadable(), options.language);
+    if (options.output.empty()) return out(page) ? 0 : 1;
+    if (ReplaceWholeFile(options.output, page, error)) return 0;
+    err(options.output + ": " + error);
+    return 1;
 }

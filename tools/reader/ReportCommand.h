@@ -7,7 +7,8 @@
 #include "reader/TextSink.h"
 
 struct ReportOptions {
-    std::string path; // of the CSV file
+    std::string path;   // of the CSV file
+    std::string output; // path of the page, which is replaced in one step; empty: `out` gets it
     ReportLanguage language = ReportLanguage::English;
 };
 
