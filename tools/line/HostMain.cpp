@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdio>
 #include <ctime>
+#include <exception>
 #include <memory>
 #include <span>
 #include <string>
@@ -95,13 +96,10 @@ private:
     std::array<bool, 4> hasInput{};      // the port, both of them, and the end
 };
 
-} // namespace
-
-int main(int argumentCount, char** arguments) {
+int RunLine(std::span<const char* const> arguments) {
     LineOptions options;
     std::string error;
-    const std::span<const char* const> all(arguments, static_cast<std::size_t>(argumentCount));
-    if (!ParseLineOptions(all, program, options, error)) return Complain(error);
+    if (!ParseLineOptions(arguments, program, options, error)) return Complain(error);
     if (!options.help.empty()) {
         Say(options.help);
         return 0;
@@ -110,4 +108,15 @@ int main(int argumentCount, char** arguments) {
     if (!host.Start(options, error)) return Complain(error);
     host.Run();
     return 0;
+}
+
+} // namespace
+
+int main(int argumentCount, char** arguments) {
+    try {
+        return RunLine({arguments, static_cast<std::size_t>(argumentCount)});
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "quorvane-line: %s\n", failure.what());
+    }
+    return 1;
 }

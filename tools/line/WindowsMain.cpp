@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <exception>
 #include <optional>
 #include <span>
 #include <string>
@@ -92,14 +93,10 @@ void Run(const CStopEvent& stop, CControlReader& control, const CComPort& port, 
     }
 }
 
-} // namespace
-
-int main(int argumentCount, char** arguments) {
-    KeepToSystemLibraries();
+int RunLine(std::span<const char* const> arguments) {
     LineOptions options;
     std::string error;
-    const std::span<const char* const> all(arguments, static_cast<std::size_t>(argumentCount));
-    if (!ParseLineOptions(all, program, options, error)) return Complain(error);
+    if (!ParseLineOptions(arguments, program, options, error)) return Complain(error);
     if (!options.help.empty()) {
         Say(options.help);
         return 0;
@@ -119,4 +116,16 @@ int main(int argumentCount, char** arguments) {
     }
     Run(stop, control, port, runner);
     return 0;
+}
+
+} // namespace
+
+int main(int argumentCount, char** arguments) {
+    KeepToSystemLibraries();
+    try {
+        return RunLine({arguments, static_cast<std::size_t>(argumentCount)});
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "QuorvaneLine: %s\n", failure.what());
+    }
+    return 1;
 }
