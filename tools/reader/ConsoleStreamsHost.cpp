@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <system_error>
 
 #include "reader/ConsoleStreams.h"
@@ -34,5 +35,6 @@ bool WriteToStream(ConsoleStream stream, std::string_view text, std::string& err
 }
 
 bool IsTerminal(ConsoleStream stream) {
-    return isatty(DescriptorOf(stream)) == 1;
+    const char* const kind = std::getenv("TERM"); // NOLINT(concurrency-mt-unsafe): nothing here sets the environment
+    return isatty(DescriptorOf(stream)) == 1 && kind != nullptr && std::string_view(kind) != "dumb";
 }
