@@ -82,7 +82,7 @@ TEST(ReportFigures, PutPeopleWhereTheyBelongAndSayWhatIsMissing) {
              "10:30:00Z,\",\",1,ok,1,0\n" + day + "11:30:00Z,,1,silent,,\n" + day + "11:40:00Z,,0,ok,13,20\n" + day +
              "11:50:00Z,,1,o",
          "9h 1/0 Thu 26 Nov 5/0 total 5/0\n"
-         "Counters that did not answer in some hours (how many): 1 (1).\n"
+         "Hours without an answer by counter: no. 1: 1.\n"
          "Passed in pauses of more than an hour: 4 in, 0 out. They are in the totals, but in no hour.\n"
          "Rows that are no readings, and were left out: 1."},
         // A night without readings, cleared meanwhile; a jump; a row from before; rows ten years away and without

@@ -21,14 +21,14 @@ std::string TimesText(const std::vector<HourRun>& runs, ReportLanguage language)
     return text;
 }
 
-// "2 (5), 3 (744)": counters, and the hours in which they didn't answer.
-std::string SilentCountersText(const CReportFigures& figures) {
+// "no. 2: 5; no. 3: 744": counters, and the hours in which they didn't answer.
+std::string SilentCountersText(const CReportFigures& figures, const ReportWords& words) {
     std::string text;
     for (const auto& [address, counter] : figures.Counters()) {
         const std::uint64_t hours = counter.hours.Count();
         if (hours == 0) continue;
-        if (!text.empty()) text += ", ";
-        text += FillIn("{0} ({1})", {std::to_string(address), GroupedNumber(hours)});
+        if (!text.empty()) text += "; ";
+        text += FillIn(words.counterHour, {std::to_string(address), GroupedNumber(hours)});
     }
     return text;
 }
@@ -49,7 +49,7 @@ std::vector<std::string> MissingNotes(const CReportFigures& figures, std::uint64
     std::uint64_t hours = 0;
     for (const HourRun& run : runs) hours += static_cast<std::uint64_t>(run.end - run.begin) / 3600;
     if (hours > 0) notes.push_back(FillIn(words.hours, {GroupedNumber(hours), TimesText(runs, language)}));
-    const std::string silent = SilentCountersText(figures);
+    const std::string silent = SilentCountersText(figures, words);
     // Of a single counter the note above says it all.
     if (!silent.empty() && figures.Counters().size() > 1) notes.push_back(FillIn(words.counterHours, {silent}));
     note(words.jumps, figures.Count(StepKind::Ambiguous));

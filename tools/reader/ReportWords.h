@@ -17,12 +17,12 @@ struct ReportWords {
     std::string_view byHour, ofAllDays, byDay, byMonth; // headings; {0} days
     std::string_view hour, day, month;                  // column heads
     std::string_view counters, counter, answered;
-    std::string_view chart;                   // what a picture is called: {0} is its heading
-    std::string_view missing, nothingMissing; // the heading, and what stands there alone
-    std::string_view counterHours;            // {0} counters, each with its hours without an answer
-    std::string_view hours;                   // without answers: {0} of them, {1} when
-    std::string_view furtherTimes;            // {0} that aren't named
-    std::string_view furtherRows;             // {0} rows of a table that aren't shown
+    std::string_view chart;                     // what a picture is called: {0} is its heading
+    std::string_view missing, nothingMissing;   // the heading, and what stands there alone
+    std::string_view counterHours, counterHour; // {0} counters, each with its hours without an answer
+    std::string_view hours;                     // without answers: {0} of them, {1} when
+    std::string_view furtherTimes;              // {0} that aren't named
+    std::string_view furtherRows;               // {0} rows of a table that aren't shown
     std::string_view jumps, cleared, withoutHour, withoutDay, outOfOrder, unreadable;
     std::string_view source; // {0} the file, {1} readings
 };
