@@ -89,7 +89,9 @@ int RunLog(const LogOptions& options, const TextSink& out, const TextSink& err) 
     CLogDecoder decoder(options.summary ? static_cast<CLogSink&>(summary) : rows, SystemZoneOffset);
     bool written = true;
     const std::string error = ReadLog(options.path, decoder, [&] {
-        if (!options.summary) written = rows.Flush(out);
+        // Not even the column names of a file that turns out to be no log.
+        const bool isLog = decoder.UnreadableLines() < decoder.Lines();
+        if (isLog && !options.summary) written = rows.Flush(out);
         return written;
     });
     if (error.empty() && options.summary) written = out(SheetText(summary.sheet, options.path));
