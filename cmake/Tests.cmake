@@ -34,11 +34,16 @@ function(quorvane_ground ground architecture)
     set_tests_properties(${ground}-display ${ground}-prefix ${ground}-ports ${ground}-end PROPERTIES LABELS ground TIMEOUT 300)
 endfunction()
 
-# quorvane_test(NAME SOURCES... [LIBRARIES ...] [LABELS ...]): one GoogleTest program, run whole by CTest (under Wine
-# through the emulator when cross-compiling; labels say what it needs there). Programs land in <build>/tests, so that <build>/bin
-# holds the product alone.
+# quorvane_test(NAME SOURCES... [LIBRARIES ...] [LABELS ...] [ONLY CONDITION=TEST:TEST...]): one GoogleTest program, run whole by
+# CTest (under Wine through the emulator when cross-compiling; labels say what it needs there). Programs land in <build>/tests,
+# so that <build>/bin holds the product alone. ONLY names tests that another machine may have to leave out: see
+# tools/check/TestList.h.
 function(quorvane_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;LABELS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;LABELS;ONLY")
+    list(GET arg_LABELS 0 need)
+    list(JOIN arg_ONLY " " conditions)
+    set_property(GLOBAL APPEND PROPERTY quorvane_test_programs ${name})
+    set_property(GLOBAL APPEND_STRING PROPERTY quorvane_test_list "${need} ${name} 600 ${conditions}\n")
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE quorvane_options gtest_main ${arg_LIBRARIES})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
