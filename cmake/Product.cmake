@@ -5,9 +5,8 @@ function(quorvane_product target)
     set_target_properties(${target} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
     get_target_property(type ${target} TYPE)
-    # Of the same sources the same bytes: no time of the build, but a number made of the content, by which a debugger knows
-    # the file again.
-    target_link_options(${target} PRIVATE -Wl,--no-insert-timestamp,--build-id)
+    # A number made of the content, by which a debugger knows the file again.
+    target_link_options(${target} PRIVATE -Wl,--build-id)
     if(type STREQUAL EXECUTABLE)
         # A terminal server then hands it no substitute for the Windows folder.
         target_link_options(${target} PRIVATE -Wl,--tsaware)
