@@ -45,6 +45,7 @@ struct CSimulatedGround final : CReaderGround, CLinePort, CRoundTarget {
         beforeRequest(bytes[1]);
         line.Feed(bytes, now);
         asked = line.Find(bytes[1], now)->Counts();
+        now += stall;
         return true;
     }
 
@@ -52,6 +53,7 @@ struct CSimulatedGround final : CReaderGround, CLinePort, CRoundTarget {
     bool EndRound(std::span<const Reading> round, bool isWhole) override { return rounds += isWhole, !round.empty(); }
 
     LineTime now{}, end = LineTime::max();
+    LineTime stall{}; // of this program when it has sent
     CCounterLine line{{.addresses = {0, 1, 2, 3, 4, 5}, .peoplePerMinute = 60}, LineTime(0)};
     std::function<bool(LineTime)> isAway = [](LineTime) { return false; };
     std::function<void(std::uint8_t)> beforeRequest = [](std::uint8_t) {};
@@ -145,6 +147,11 @@ TEST_F(RoundReader, AnswersOfBeforeAndFloodsAreNobodysAnswer) {
     ASSERT_TRUE(silent);
     EXPECT_EQ(silent->judgement.answer, Answer::Silent) << "counts of a minute ago";
     EXPECT_EQ(silent->judgement.others, std::vector<std::uint8_t>{3});
+    RunControlLine(ground.line, "clear", ground.now);
+    ground.stall = 300ms;
+    const auto stalled = inquiry.Ask(3, Question::Counts);
+    EXPECT_TRUE(stalled && stalled->judgement.answer == Answer::Whole) << "it was heard in time, if not seen";
+    ground.stall = 0ms;
     ground.floods = true;
     const LineTime begin = ground.now;
     const auto flooded = inquiry.Ask(3, Question::Counts);

@@ -76,7 +76,8 @@ CLineInquiry::Hearing CLineInquiry::Hear(Heard& heard, LineTime until) {
         if (!ground.AwaitInput(until)) return Hearing::Ended;
         if (!TakeInput(heard)) return Hearing::Gone;
     }
-    return Hearing::Done;
+    // Where the system was too busy to wake this in time, the answer waits.
+    return TakeInput(heard) ? Hearing::Done : Hearing::Gone;
 }
 
 bool CLineInquiry::TakeInput(Heard& heard) {
