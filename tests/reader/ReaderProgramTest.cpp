@@ -185,6 +185,7 @@ TEST_F(ReaderProgram, RefusesInOneLine) {
                                  counts + " --baud 0",
                                  counts + " --format xml",
                                  counts + " --output " + testing::TempDir() + "no_such_folder/rows.csv",
+                                 counts + " --format prom --output " + testing::TempDir() + "no_such_folder/file.prom",
                                  counts + " more",
                                  "check --seconds -1 --port " + Port(),
                                  "ports use COM257",

@@ -65,6 +65,12 @@ bool CPromTarget::EndRound(std::span<const Reading> round, bool isWhole) {
     if (path.empty()) return console.Write(text);
     std::string error;
     const bool written = ReplaceWholeFile(path, text, error);
-    trouble.Tell(written, path + ": " + error);
-    return true;
+    error.insert(0, path + ": ");
+    if (!written && !anyWritten) {
+        // One that never could be written is rather misspelt than full.
+        console.Complain(error);
+        return false;
+    }
+    trouble.Tell(written, error);
+    return anyWritten = true;
 }

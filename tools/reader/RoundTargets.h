@@ -72,7 +72,8 @@ private:
     CWritingTrouble trouble;
 };
 
-// The last whole round as a file for a collector, or on standard output.
+// The last whole round as a file for a collector, or on standard output. If not even the first round could be written,
+// that is the end.
 class CPromTarget final : public CRoundTarget {
 public:
     CPromTarget(CConsole& readerConsole, std::string filePath, std::string portName);
@@ -86,4 +87,5 @@ private:
     std::string path; // empty: standard output
     std::string port;
     CWritingTrouble trouble;
+    bool anyWritten = false;
 };
