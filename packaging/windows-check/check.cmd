@@ -191,11 +191,11 @@ echo ----
 echo %~1
 exit /b 0
 
-rem Title, what must be seen. Other answers than y, n and s are asked again.
+rem Title, what must be seen. Enter alone, or no more input, is s; other answers than y, n and s are asked again.
 :ask
 echo.
 echo [%~1] %~2
-set answer=
+set answer=s
 set /p answer=y, n or s? 
 if /i "%answer%"=="y" goto answered
 if /i "%answer%"=="n" goto answered
