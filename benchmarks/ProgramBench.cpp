@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "MeasuredProgram.h"
+#include "framework/ResourceModule.h"
+#include "panel/TrafficLog.h"
 #include "resources/Product.h"
 #include "resources/ResourceIds.h"
 
@@ -72,11 +74,32 @@ double Hover(const CMeasuredProgram& program, bool over) {
     return Milliseconds() - begun;
 }
 
-// The share of one processor in percent.
-double Share(const CMeasuredProgram& program, int seconds) {
-    const double before = program.GetUse().processor, begun = Milliseconds();
-    ::Sleep(static_cast<DWORD>(seconds) * 1000);
-    return 1e5 * (program.GetUse().processor - before) / (Milliseconds() - begun);
+class CBenchLog : public CTrafficLog {
+public:
+    CBenchLog() { PrepareLog(); }
+    void ShowPortState(bool /*open*/) override {}
+};
+
+// A line of the log, in microseconds, once the file beside this program has that many bytes.
+std::vector<double> LogLines(LONGLONG size) {
+    constexpr int lines = 200;
+    constexpr std::uint8_t poll[] = {0x02, 0x00, 0x81, 0x81, 0x03};
+    CBenchLog log;
+    {
+        const CFileHandle file(::CreateFileW((ProgramFolderWide() + L"Quorvane.log").c_str(), GENERIC_WRITE, 0, nullptr,
+                                             OPEN_EXISTING, 0, nullptr));
+        LARGE_INTEGER end{};
+        end.QuadPart = size;
+        ::SetFilePointerEx(file.GetHandle(), end, nullptr, FILE_BEGIN);
+        ::SetEndOfFile(file.GetHandle());
+    }
+    std::vector<double> times;
+    for (int line = 0; line < lines; ++line) {
+        const double begun = Milliseconds();
+        log.LogTransmitted(poll, sizeof poll);
+        times.push_back(1e3 * (Milliseconds() - begun));
+    }
+    return times;
 }
 
 int Fail(const char* what) {
@@ -87,9 +110,9 @@ int Fail(const char* what) {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
-    if (argumentCount < 2) return Fail("which folder?");
+    if (argumentCount != 3) return Fail("which folder, how many seconds?");
     const std::string folder = std::string(arguments[1]) + "\\";
-    const int seconds = argumentCount > 2 ? std::atoi(arguments[2]) : 30;
+    const int seconds = std::atoi(arguments[2]);
     CMeasuredProgram program(folder + "Quorvane.exe", PRODUCT_TITLE), empty(folder + "EmptyWindow.exe", "Empty window");
     std::vector<double> start[2], memory[2], paint[2], close[2], popup, hover;
     for (int turn = 0; turn < turns; ++turn) {
@@ -116,13 +139,15 @@ int main(int argumentCount, char** arguments) {
     Tell("close_ms", close[0], close[1]);
     Tell("popup_ms", popup);
     Tell("hover_ms", hover);
+    Tell("log_line_1MB_us", LogLines(1'000'000));
+    Tell("log_line_4GB_us", LogLines(4'300'000'000));
+    const CBenchLog emptied;
     if (!program.Start() || !empty.Start()) return Fail("no window");
-    ::Sleep(500);
     Press(program, IDC_START);
-    ::Sleep(3000);
-    const double before = empty.GetUse().processor;
-    const double share = Share(program, seconds);
-    Tell("polling_percent", {share}, {1e2 * (empty.GetUse().processor - before) / seconds});
+    ::Sleep(2000);
+    std::printf("polls\n");
+    std::fflush(stdout);
+    ::Sleep(static_cast<DWORD>(seconds) * 1000);
     program.Close();
     empty.Close();
     return 0;
