@@ -1,6 +1,9 @@
 #include "pictures/SkinPicture.h"
 
 #include <algorithm>
+#include <map>
+#include <optional>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -21,10 +24,43 @@ std::wstring AbsolutePath(const std::string& path) {
     return absolute;
 }
 
+// A file in one state of its content.
+struct FileState {
+    std::wstring path;
+    FILETIME written{};
+    DWORD size = 0;
+
+    auto Key() const { return std::tuple(path, written.dwLowDateTime, written.dwHighDateTime, size); }
+    bool operator<(const FileState& other) const { return Key() < other.Key(); }
+};
+
+// Nothing for what is no file.
+std::optional<FileState> StateOf(const std::string& path) {
+    FileState state{AbsolutePath(path)};
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (::GetFileAttributesExW(state.path.c_str(), GetFileExInfoStandard, &data) == FALSE) return {};
+    state.written = data.ftLastWriteTime;
+    state.size = data.nFileSizeLow;
+    return state;
+}
+
+// The pictures of files that somebody holds.
+std::map<FileState, std::weak_ptr<CSkinBitmap>>& HeldPictures() {
+    static std::map<FileState, std::weak_ptr<CSkinBitmap>> held;
+    std::erase_if(held, [](const auto& entry) { return entry.second.expired(); });
+    return held;
+}
+
 } // namespace
 
 bool CSkinPicture::LoadFromFile(const std::string& path) {
     Attach(nullptr);
+    const auto state = StateOf(path);
+    auto& held = HeldPictures();
+    if (const auto found = state ? held.find(*state) : held.end(); found != held.end()) {
+        Hold(found->second.lock());
+        return true;
+    }
     if (KindOfPath(path) == PictureKind::Bitmap) {
         const CBitmapRows rows(ToWide(path));
         if (std::int64_t{rows.GetWidth()} * rows.GetHeight() > mostKept) {
@@ -39,20 +75,34 @@ bool CSkinPicture::LoadFromFile(const std::string& path) {
         Attach(loaded.Detach());
     } else {
         const CBitmap former(CopyFrom(loaded.GetHandle())); // a copy, because copies are the quicker to draw from
+        if (state && !IsEmpty()) held[*state] = bitmap;
     }
     return !IsEmpty();
 }
 
 void CSkinPicture::Attach(HBITMAP whole) {
-    bitmap.Attach(whole);
-    largeFile.clear();
-    size = {bitmap.GetWidth(), bitmap.GetHeight()};
+    auto own = std::make_shared<CSkinBitmap>();
+    own->Attach(whole);
+    Hold(std::move(own));
 }
 
 HBITMAP CSkinPicture::CopyFrom(HBITMAP source) {
-    const HBITMAP former = bitmap.CopyFrom(source);
-    Attach(bitmap.Detach());
-    return former;
+    auto own = std::make_shared<CSkinBitmap>();
+    const CBitmap none(own->CopyFrom(source));
+    CSkinBitmap former;
+    if (bitmap.use_count() == 1) {
+        former.Attach(bitmap->Detach());
+    } else {
+        const CBitmap nothing(former.CopyFrom(bitmap->GetHandle())); // the others keep theirs
+    }
+    Hold(std::move(own));
+    return former.Detach();
+}
+
+void CSkinPicture::Hold(std::shared_ptr<CSkinBitmap> whole) {
+    bitmap = std::move(whole);
+    largeFile.clear();
+    size = {bitmap->GetWidth(), bitmap->GetHeight()};
 }
 
 CSkinBitmap CSkinPicture::CutTo(const CRect& within, CRect& place) const {
@@ -89,7 +139,7 @@ CSkinBitmap CSkinPicture::GetRow(int row, int columns, int rows, const CSize& mo
 
 void CSkinPicture::DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int cornerHeight) const {
     if (largeFile.empty()) {
-        bitmap.DrawNineSlice(dc, rect, cornerWidth, cornerHeight);
+        bitmap->DrawNineSlice(dc, rect, cornerWidth, cornerHeight);
         return;
     }
     CSkinBitmap stretched;
@@ -99,7 +149,7 @@ void CSkinPicture::DrawNineSlice(HDC dc, const CRect& rect, int cornerWidth, int
 
 void CSkinPicture::BuildNineSlice(CSkinBitmap& out, const CRect& rect, int cornerWidth, int cornerHeight) const {
     if (largeFile.empty()) {
-        bitmap.BuildNineSlice(out, rect, cornerWidth, cornerHeight);
+        bitmap->BuildNineSlice(out, rect, cornerWidth, cornerHeight);
         return;
     }
     out.CreateBlank(rect);
@@ -108,7 +158,7 @@ void CSkinPicture::BuildNineSlice(CSkinBitmap& out, const CRect& rect, int corne
 
 void CSkinPicture::CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cells) const {
     if (largeFile.empty()) {
-        bitmap.CopyCells(out, cells);
+        bitmap->CopyCells(out, cells);
         return;
     }
     const CBitmapRows file(largeFile);

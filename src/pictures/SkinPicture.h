@@ -2,11 +2,14 @@
 //
 // A picture of a usual size is kept whole. A larger one stays in its file, if its rows can be read from there one by
 // one, and is read anew when a piece of it is wanted: pieces are small, as no control is larger than the screen. What
-// such a file doesn't hold any more is black. User-interface thread only.
+// such a file doesn't hold any more is black. Controls that show the same file share its pixels. User-interface thread
+// only.
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include <windows.h>
 
@@ -16,9 +19,12 @@
 
 class CSkinPicture {
 public:
+    CSkinPicture() : bitmap(std::make_shared<CSkinBitmap>()) {}
+
     // As LoadFromFile of CSkinBitmap, with black as the back colour.
     bool LoadFromFile(const std::string& path);
-    // Instead of what was held: a bitmap of the picture's from now on, or a private copy (CopyFrom of CSkinBitmap).
+    // Instead of what was held: a bitmap that is the picture's from now on, or a copy of the caller's (as CopyFrom of
+    // CSkinBitmap).
     void Attach(HBITMAP whole);
     HBITMAP CopyFrom(HBITMAP source);
 
@@ -38,8 +44,9 @@ public:
 
 private:
     void CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cells) const;
+    void Hold(std::shared_ptr<CSkinBitmap> whole);
 
-    CSkinBitmap bitmap;
-    std::wstring largeFile; // where the picture stays, if `bitmap` doesn't hold it
+    std::shared_ptr<CSkinBitmap> bitmap; // never null; not changed once it is held
+    std::wstring largeFile;              // where the picture stays, if `bitmap` doesn't hold it
     CSize size;
 };

@@ -106,6 +106,7 @@ protected:
 private:
     int Finish(bool redraw) const;
     void FreeImages();
+    int TakeIcons(SharedIcon first, bool fillsSecond, SharedIcon second);
     void EnsureToolTip();
     void CancelHover();
     bool OnClicked();
@@ -152,7 +153,7 @@ private:
     int checked = 0;
     std::uint8_t buttonType = unbound;
     std::string url;
-    std::array<IconImage, 2> icons;
+    std::array<SharedIcon, 2> icons;
     std::array<BitmapImage, 2> bitmaps;
     HWND menuOwner = nullptr;
     bool menuOpen = false; // the drop-down menu is showing

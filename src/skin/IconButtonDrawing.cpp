@@ -47,7 +47,7 @@ void CIconButton::DrawItem(DRAWITEMSTRUCT& item) {
 
     const std::string text = GetWindowText();
     CRect caption = whole;
-    if (!icons[0].icon.IsEmpty()) DrawIcon(dc, whole, !text.empty(), caption);
+    if (icons[0] != nullptr) DrawIcon(dc, whole, !text.empty(), caption);
     if (!bitmaps[0].bitmap.IsEmpty()) {
         // The colours that a black-and-white mask takes on; the parent may have set others.
         dc.SetTextColor(RGB(0, 0, 0));
@@ -96,7 +96,7 @@ CPoint CIconButton::PlaceOf(const CRect& item, int width, int height, bool hasCa
 }
 
 void CIconButton::DrawIcon(CDC& dc, const CRect& item, bool hasCaption, CRect& caption) {
-    const IconImage& image = icons[ImageSlot(!icons[1].icon.IsEmpty())];
+    const IconImage& image = *icons[ImageSlot(icons[1] != nullptr)];
     const CPoint place = PlaceOf(item, image.width, image.height, hasCaption, caption);
     ::DrawStateA(dc.GetHandle(), nullptr, nullptr, reinterpret_cast<LPARAM>(image.icon.GetHandle()), 0, place.x,
                  place.y, image.width, image.height, DST_ICON | (disabled ? DSS_DISABLED : DSS_NORMAL));

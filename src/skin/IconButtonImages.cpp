@@ -6,47 +6,47 @@
 
 namespace {
 
-HANDLE LoadPicture(int id, UINT kind, const char* type) {
+HBITMAP LoadPicture(int id) {
     const char* name = MAKEINTRESOURCEA(static_cast<WORD>(id));
-    return ::LoadImageA(FindResourceModule(name, type), name, kind, 0, 0, LR_DEFAULTCOLOR);
+    const HINSTANCE module = FindResourceModule(name, RT_BITMAP);
+    return static_cast<HBITMAP>(::LoadImageA(module, name, IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR));
 }
 
 HICON GrayOfFirstHandle() {
     return reinterpret_cast<HICON>(INT_PTR{CIconButton::grayOfFirst});
 }
 
-bool TakeSize(IconImage& image) {
-    return !image.icon.IsEmpty() && MeasureIcon(image.icon.GetHandle(), image.width, image.height);
-}
-
 } // namespace
 
 int CIconButton::SetIcons(int firstId, int secondId) {
-    const auto first = static_cast<HICON>(LoadPicture(firstId, IMAGE_ICON, RT_GROUP_ICON));
+    const SharedIcon first = LoadSharedIcon(firstId);
+    if (first == nullptr) return SetIconHandles(nullptr, nullptr);
     // Tested before the number is cut to a resource's 16 bits.
-    if (secondId == grayOfFirst) return SetIconHandles(first, GrayOfFirstHandle());
-    const HANDLE second = secondId != 0 ? LoadPicture(secondId, IMAGE_ICON, RT_GROUP_ICON) : nullptr;
-    return SetIconHandles(first, static_cast<HICON>(second));
+    if (secondId == grayOfFirst) return TakeIcons(first, true, MeasureIcon(CreateGrayIcon(first->icon.GetHandle())));
+    const SharedIcon second = secondId != 0 ? LoadSharedIcon(secondId) : nullptr;
+    return TakeIcons(first, second != nullptr, second);
 }
 
 int CIconButton::SetIconHandles(HICON first, HICON second) {
-    FreeImages();
     const bool wantsGray = second == GrayOfFirstHandle();
-    CIcon ownSecond(wantsGray ? nullptr : second);
-    if (first == nullptr) return Finish(true);
-    icons[0].icon.Attach(first);
-    icons[1].icon = wantsGray ? CreateGrayIcon(first) : std::move(ownSecond);
-    const bool fillsSecond = second != nullptr;
-    if (!TakeSize(icons[0]) || (fillsSecond && !TakeSize(icons[1]))) {
+    CIcon ownFirst(first), ownSecond(wantsGray ? nullptr : second);
+    if (first == nullptr) {
         FreeImages();
-        return ImageUnreadable;
+        return Finish(true);
     }
+    if (wantsGray) ownSecond = CreateGrayIcon(first);
+    return TakeIcons(MeasureIcon(std::move(ownFirst)), second != nullptr, MeasureIcon(std::move(ownSecond)));
+}
+
+int CIconButton::TakeIcons(SharedIcon first, bool fillsSecond, SharedIcon second) {
+    FreeImages();
+    if (first == nullptr || (fillsSecond && second == nullptr)) return ImageUnreadable;
+    icons = {std::move(first), std::move(second)};
     return Finish(true);
 }
 
 int CIconButton::SetBitmaps(int firstId, COLORREF firstTransparent, int secondId, COLORREF secondTransparent) {
-    const auto first = static_cast<HBITMAP>(LoadPicture(firstId, IMAGE_BITMAP, RT_BITMAP));
-    const auto second = secondId != 0 ? static_cast<HBITMAP>(LoadPicture(secondId, IMAGE_BITMAP, RT_BITMAP)) : nullptr;
+    const HBITMAP first = LoadPicture(firstId), second = secondId != 0 ? LoadPicture(secondId) : nullptr;
     return SetBitmapHandles(first, firstTransparent, second, secondTransparent);
 }
 

@@ -1,6 +1,10 @@
 #include "skin/IconImages.h"
 
+#include <map>
+#include <utility>
+
 #include "framework/Dc.h"
+#include "framework/ResourceModule.h"
 #include "pictures/ColorMath.h"
 
 namespace {
@@ -30,12 +34,25 @@ void GrayPixels(HDC from, HDC to, int width, int height) {
 
 } // namespace
 
-bool MeasureIcon(HICON icon, int& width, int& height) {
-    const IconParts parts(icon);
-    if (!parts.known) return false;
-    width = static_cast<int>(parts.info.xHotspot * 2);
-    height = static_cast<int>(parts.info.yHotspot * 2);
-    return true;
+SharedIcon MeasureIcon(CIcon icon) {
+    const IconParts parts(icon.GetHandle());
+    if (!parts.known) return nullptr;
+    const auto width = static_cast<int>(parts.info.xHotspot * 2);
+    const auto height = static_cast<int>(parts.info.yHotspot * 2);
+    return std::make_shared<const IconImage>(IconImage{std::move(icon), width, height});
+}
+
+SharedIcon LoadSharedIcon(int id) {
+    static std::map<std::pair<HINSTANCE, int>, std::weak_ptr<const IconImage>> held;
+    const char* name = MAKEINTRESOURCEA(static_cast<WORD>(id));
+    const HINSTANCE module = FindResourceModule(name, RT_GROUP_ICON);
+    auto& entry = held[{module, id}];
+    SharedIcon icon = entry.lock();
+    if (icon == nullptr) {
+        const HANDLE loaded = ::LoadImageA(module, name, IMAGE_ICON, 0, 0, LR_DEFAULTCOLOR);
+        entry = icon = MeasureIcon(CIcon(static_cast<HICON>(loaded)));
+    }
+    return icon;
 }
 
 CIcon CreateGrayIcon(HICON icon) {

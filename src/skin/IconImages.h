@@ -1,6 +1,8 @@
 // The images of an icon button, and how they are made fit for drawing. The images own their handles.
 #pragma once
 
+#include <memory>
+
 #include <windows.h>
 
 #include "framework/Gdi.h"
@@ -19,8 +21,15 @@ struct BitmapImage {
     COLORREF transparentColor = 0;
 };
 
-// The size of an icon is told by its hot spot, which lies in its middle. False for what is no icon.
-bool MeasureIcon(HICON icon, int& width, int& height);
+// Buttons that show the same icon share it.
+using SharedIcon = std::shared_ptr<const IconImage>;
+
+// With its size, which its hot spot tells: that lies in its middle. Null for what is no icon.
+SharedIcon MeasureIcon(CIcon icon);
+
+// The icon of that number in the resources, in its usual size, shared with whoever shows it already; null if there is
+// none. User-interface thread only.
+SharedIcon LoadSharedIcon(int id);
 
 // The same icon in grey, with the same mask. Empty if it can't be made.
 CIcon CreateGrayIcon(HICON icon);

@@ -3,6 +3,7 @@
 
 #include "pictures/PictureFile.h"
 #include "pictures/Pictures.h"
+#include "pictures/SkinPicture.h"
 #include "support/Seed.h"
 
 namespace {
@@ -84,6 +85,21 @@ TEST(PictureLoading, BrokenFilesDoNoHarmAndNoHandleIsKept) {
                 const CRgn region(picture.CreateRegion(0xFF00FF, 0x101010));
         }
     });
+}
+
+// Whoever shows a file shares its pixels; who asks once it is another file gets those of the other.
+TEST(PictureLoading, PicturesOfOneFileShareItsPixels) {
+    CSkinPicture first, second, third;
+    {
+        const CPictureFile file("shared.bmp", MakeBitmapFile(24, 4, 1));
+        EXPECT_TRUE(first.LoadFromFile(file.name) && second.LoadFromFile(file.name));
+    }
+    CSkinBitmap former;
+    former.Attach(second.CopyFrom(MakePicture({"ab"}).GetHandle())); // the caller's, while the first still shows it
+    EXPECT_EQ(first.GetWidth() * 100 + second.GetWidth() * 10 + former.GetWidth(), 424);
+    const CPictureFile other("shared.bmp", MakeBitmapFile(24, 3, 1));
+    EXPECT_TRUE(third.LoadFromFile(other.name));
+    EXPECT_EQ(first.GetWidth() * 10 + third.GetWidth(), 43);
 }
 
 } // namespace
