@@ -6,7 +6,7 @@ function(quorvane_product target)
         RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
     get_target_property(type ${target} TYPE)
     # A number made of the content, by which a debugger knows the file again.
-    target_link_options(${target} PRIVATE -Wl,--build-id)
+    target_link_options(${target} PRIVATE -Wl,--build-id,--no-insert-timestamp)
     if(type STREQUAL EXECUTABLE)
         # A terminal server then hands it no substitute for the Windows folder.
         target_link_options(${target} PRIVATE -Wl,--tsaware)
