@@ -34,6 +34,15 @@ function(quorvane_ground ground architecture)
     set_tests_properties(${ground}-display ${ground}-prefix ${ground}-ports ${ground}-end PROPERTIES LABELS ground TIMEOUT 300)
 endfunction()
 
+# quorvane_test_scripts(SOURCE...): compiles the resource scripts among them anew when anything changes that one of them includes, of
+# which the resource compiler reports nothing.
+function(quorvane_test_scripts)
+    list(FILTER ARGN INCLUDE REGEX "[.]rc$")
+    file(GLOB included CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/*/*.rc ${PROJECT_SOURCE_DIR}/tests/*/*Ids.h)
+    set_source_files_properties(${ARGN} PROPERTIES
+        OBJECT_DEPENDS "${included};${PROJECT_SOURCE_DIR}/src/resources/Quorvane.manifest")
+endfunction()
+
 # quorvane_test(NAME SOURCES... [LIBRARIES ...] [LABELS ...] [ONLY CONDITION=TEST:TEST...]): one GoogleTest program, run whole by
 # CTest (under Wine through the emulator when cross-compiling; labels say what it needs there). Programs land in <build>/tests,
 # so that <build>/bin holds the product alone. ONLY names tests that another machine may have to leave out: see
@@ -45,6 +54,7 @@ function(quorvane_test name)
     set_property(GLOBAL APPEND PROPERTY quorvane_test_programs ${name})
     set_property(GLOBAL APPEND_STRING PROPERTY quorvane_test_list "${need} ${name} 600 ${conditions}\n")
     add_executable(${name} ${arg_SOURCES})
+    quorvane_test_scripts(${arg_SOURCES})
     target_link_libraries(${name} PRIVATE quorvane_options gtest_main ${arg_LIBRARIES})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_compile_options(${name} PRIVATE ${quorvane_test_compile_options})
