@@ -26,9 +26,13 @@ HBITMAP CreatePixels(int width, int height) {
 }
 
 // The one context that bitmaps are copied from: making one costs more than most copies. Never destroyed, as bitmaps of
-// static storage may be drawn late. User-interface thread only.
+// static storage may be drawn late. Tried again at each call until the system gives one. User-interface thread only.
 const CMemoryDC& SourceContext() {
-    static const auto* const context = new CMemoryDC(nullptr);
+    static const auto* context = new CMemoryDC(nullptr);
+    if (context->GetHandle() == nullptr) {
+        delete context;
+        context = new CMemoryDC(nullptr);
+    }
     return *context;
 }
 
@@ -178,6 +182,10 @@ void CSkinBitmap::CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cell
     const CMemoryDC& source = SourceContext();
     const CSelectObject picture(source, GetHandle());
     const CMemoryDC target(nullptr);
+    if (source.GetHandle() == nullptr || target.GetHandle() == nullptr) {
+        out.Close(); // who keeps it would show black; without it the next paint tries again
+        return;
+    }
     const CSelectObject canvas(target, out.GetHandle());
     for (const auto& [to, from] : cells) {
         ::StretchBlt(target.GetHandle(), to.left, to.top, to.Width(), to.Height(), source.GetHandle(), from.left,
