@@ -5,7 +5,6 @@
 #include "dialogs/AboutDlg.h"
 #include "dialogs/ComSettingDlg.h"
 #include "dialogs/StoredValues.h"
-#include "framework/App.h"
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
 #include "link/CommandQueue.h"
@@ -75,8 +74,7 @@ void CFrameDlg::CreatePanel() {
     panel = new CCounterPanel;
     panel->frame = this;
     if (!panel->Create(*this)) {
-        if (CWinApp* app = CWinApp::Current()) app->Fail("The main window can't be made. The program has to stop.");
-        EndDialog(IDABORT);
+        EndDialog(IDABORT); // the application tells it
         return;
     }
     FitPanel();

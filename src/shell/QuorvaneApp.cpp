@@ -38,7 +38,8 @@ bool CQuorvaneApp::InitInstance() {
     CFrameDlg frame(nullptr);
     mainWindow = &frame;
     frame.language = chinese; // also where the library is missing
-    frame.DoModal();
+    const INT_PTR end = frame.DoModal();
+    if (end == -1 || end == IDABORT) Fail("The main window can't be made. The program has to stop.");
     StopCommands(); // for an end that the frame didn't see coming; else there is nothing left to wait for
     mainWindow = nullptr;
     return false;
