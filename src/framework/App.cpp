@@ -1,10 +1,12 @@
 #include "framework/App.h"
 
+#include <atomic>
 #include <new>
 #include <string>
 
 #include "framework/CommonControls.h"
 #include "framework/ResourceModule.h"
+#include "framework/SystemHandles.h"
 #include "framework/SystemLibrary.h"
 #include "framework/Text.h"
 #include "framework/Wnd.h"
@@ -18,10 +20,25 @@ void Complain(const char* text) {
     ::MessageBoxA(nullptr, text, name, MB_OK | MB_ICONERROR | MB_SYSTEMMODAL);
 }
 
-// No handler of the program can go on without memory, and a half-done state would show false counts.
-void StopWithoutMemory() {
+DWORD WINAPI TellOfMemory(void*) {
     Complain("There is not enough memory. The program has to stop.");
     ::ExitProcess(ERROR_NOT_ENOUGH_MEMORY);
+}
+
+// No handler of the program can go on without memory, and a half-done state would show false counts. The box's loop
+// would run more of them, each of which would want memory again and bring up a further box: so the box has a thread of
+// its own, and every thread that wants memory stands still. Where the system gives no thread, a second want ends all.
+void StopWithoutMemory() {
+    static std::atomic<DWORD> tellingThread{0};
+    const DWORD own = ::GetCurrentThreadId();
+    DWORD telling = 0;
+    if (tellingThread.compare_exchange_strong(telling, own)) {
+        const CKernelHandle thread(::CreateThread(nullptr, 0, &TellOfMemory, nullptr, 0, nullptr));
+        if (!thread.IsEmpty()) ::Sleep(INFINITE);
+        TellOfMemory(nullptr);
+    }
+    if (telling == own) ::ExitProcess(ERROR_NOT_ENOUGH_MEMORY);
+    ::Sleep(INFINITE);
 }
 
 } // namespace
