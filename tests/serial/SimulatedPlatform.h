@@ -58,7 +58,8 @@ public:
     bool isByDefault = false; // its configuration
     std::atomic<std::size_t> openHandles = 0;
 
-    std::atomic<int> failingCall{0}; // the n-th from now on, 0 for none
+    std::atomic<int> failingCall{0};      // the n-th from now on, 0 for none
+    std::atomic<bool> staysBroken{false}; // all calls after that one fail too, until this is taken back
     static constexpr DWORD failure = ERROR_IO_DEVICE;
 
     // The transfer that the driver has not given back, and its bytes.
@@ -97,7 +98,8 @@ public:
         return Fails() ? nullptr : Remember(::CreateEventA(security, manual, signalled, name));
     }
     BOOL CloseHandle(HANDLE handle) override {
-        EXPECT_FALSE(handle == device && pending != nullptr && transfers != Transfers::NeverEnd) << "too early";
+        const bool maySettle = transfers != Transfers::NeverEnd && !staysBroken;
+        EXPECT_FALSE(handle == device && pending != nullptr && maySettle) << "too early";
         if (handle == device) HoldIf(Call::CloseHandle);
         const std::scoped_lock hold(lock);
         EXPECT_EQ(handles.erase(handle), 1U);
@@ -187,7 +189,11 @@ private:
         holding = false;
     }
     static BOOL Refuse(DWORD error) { return ::SetLastError(error), FALSE; }
-    bool Fails() { return failingCall != 0 && --failingCall == 0 && !Refuse(failure); }
+    bool Fails() {
+        const bool isHit = failingCall != 0 && --failingCall == 0;
+        if (isHit && staysBroken) failingCall = 1;
+        return isHit && !Refuse(failure);
+    }
     bool Succeeds(HANDLE used) {
         const std::scoped_lock hold(lock);
         EXPECT_TRUE(handles.contains(used)) << "a call on a handle that isn't open";
