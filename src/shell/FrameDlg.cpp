@@ -7,6 +7,7 @@
 #include "dialogs/StoredValues.h"
 #include "framework/Dc.h"
 #include "framework/ResourceModule.h"
+#include "framework/SystemHandles.h"
 #include "link/CommandQueue.h"
 #include "panel/CounterPanel.h"
 #include "resources/Product.h"
@@ -28,6 +29,26 @@ BOOL CALLBACK PassColorChange(HWND window, LPARAM) {
     ::SendMessageA(window, WM_SYSCOLORCHANGE, 0, 0);
     return TRUE;
 }
+
+// Of copies that start at the same moment one at a time looks for others and takes its name. One that hangs in between
+// keeps the rest for a while only.
+class CStartTurn {
+public:
+    CStartTurn() {
+        const DWORD waited = ::WaitForSingleObject(mutex.GetHandle(), patience);
+        isOurs = waited == WAIT_OBJECT_0 || waited == WAIT_ABANDONED;
+    }
+    CStartTurn(const CStartTurn&) = delete;
+    CStartTurn& operator=(const CStartTurn&) = delete;
+    ~CStartTurn() {
+        if (isOurs) ::ReleaseMutex(mutex.GetHandle());
+    }
+
+private:
+    static constexpr DWORD patience = 3000; // ms
+    CKernelHandle mutex{::CreateMutexA(nullptr, FALSE, "Quorvane.Start")};
+    bool isOurs = false;
+};
 
 } // namespace
 
@@ -53,21 +74,23 @@ bool CFrameDlg::OnInitDialog() {
     CDialog::OnInitDialog();
     SendMessage(WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon));
     SendMessage(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon));
-    if (AnotherCopyRuns()) {
+    if (!TakeName()) {
         // Nothing after this: log, ports and stored values belong to the copy that runs.
         CDialog::OnOK();
         return true;
     }
-    SetWindowText(title);
     if (ReadRegistryInt("COM", port.portNumber, 1) == 0) WriteRegistryInt("COM", 1);
     availablePorts = EnumeratePorts();
     CreatePanel();
     return true;
 }
 
-bool CFrameDlg::AnotherCopyRuns() const {
+bool CFrameDlg::TakeName() {
+    const CStartTurn turn;
     // This window doesn't match: its caption is still that of the template.
-    return ::FindWindowA(nullptr, title.c_str()) != nullptr;
+    if (::FindWindowA(nullptr, title.c_str()) != nullptr) return false;
+    SetWindowText(title);
+    return true;
 }
 
 void CFrameDlg::CreatePanel() {

@@ -35,7 +35,8 @@ protected:
     bool OnInitDialog() override;
 
 private:
-    bool AnotherCopyRuns() const;
+    // False if another copy has it.
+    bool TakeName();
     void CreatePanel();
     void FitPanel();
     // `limit` in ms.

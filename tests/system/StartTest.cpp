@@ -1,4 +1,5 @@
 // How the program starts, in a Chinese folder and beside another copy, and how it ends.
+#include <algorithm>
 #include <filesystem>
 
 #include "SystemTest.h"
@@ -20,6 +21,22 @@ TEST_F(Start, ASecondCopyLeavesTheFirstAlone) {
     ExpectPollingGoesOn();
     EXPECT_EQ(Stored("COM"), 77U);
     EXPECT_TRUE(LogText().starts_with(log));
+}
+
+// Each makes sure that it is alone before it shows its name to the others.
+TEST_F(Start, OfCopiesStartedTogetherOneStays) {
+    Store("COM", nearNumber);
+    for (int round = 0; round < 6; ++round) {
+        CProgram copies[3];
+        for (CProgram& copy : copies) ASSERT_TRUE(copy.Launch());
+        const auto count = [&] { return std::ranges::count_if(copies, &CProgram::IsRunning); };
+        EXPECT_TRUE(Await([&] { return count() == 1; })) << count() << " copies run in round " << round;
+        HWND frame = nullptr;
+        EXPECT_TRUE(Await([&] { return ::IsWindowVisible(frame = ::FindWindowA(nullptr, CProgram::title)) != FALSE; }));
+        ::PostMessageA(frame, WM_CLOSE, 0, 0);
+        EXPECT_TRUE(Await([&] { return count() == 0; }));
+        for (const CProgram& copy : copies) EXPECT_EQ(copy.AwaitExit(), 0U);
+    }
 }
 
 TEST_F(Start, InAFolderOfChineseLettersWithItsLibraryAndWithNone) {
