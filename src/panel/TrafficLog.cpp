@@ -15,9 +15,10 @@ void CTrafficLog::PrepareLog() {
 
 void CTrafficLog::AppendLogLine(const std::string& text) const {
     // Opened and closed for every line: the file is complete at every moment, and free for other programs between
-    // lines.
-    const CFileStream file(::_wfopen(logPath.c_str(), L"a+"));
-    if (!file.IsEmpty()) std::fprintf(file.GetHandle(), "%s\n", FormatLogLine(CTime::Now(), text).c_str());
+    // lines. In binary mode the longest line is one write, and nobody looks for an end mark in a file of any size.
+    const CFileStream file(::_wfopen(logPath.c_str(), L"ab"));
+    const std::string line = FormatLogLine(CTime::Now(), text) + "\r\n";
+    if (!file.IsEmpty()) std::fwrite(line.data(), 1, line.size(), file.GetHandle());
 }
 
 void CTrafficLog::LogTransfer(const char* arrow, std::atomic<std::int32_t>& total, int editId, const void* buffer,

@@ -1,6 +1,8 @@
 // What became of the user's commands, the traffic log and its totals, the port, and the popups of the top bar.
 #include <filesystem>
 #include <fstream>
+#include <random>
+#include <thread>
 
 #include "framework/ResourceModule.h"
 #include "framework/Shell.h"
@@ -101,6 +103,66 @@ TEST_F(PanelTest, TheLogHoldsOneRunLineByLine) {
     ReleasePanel();
     CreatePanel();
     EXPECT_EQ(log(), "");
+}
+
+// What cannot be written is lost, and nothing else: the next line stands behind the last one.
+TEST_F(PanelTest, AHurtLogCostsItsOwnLinesAlone) {
+    namespace files = std::filesystem;
+    const files::path path = ProgramFolderWide() + L"Quorvane.log";
+    const std::string folder = ProgramFolder();
+    HANDLE lock = nullptr;
+    const auto end = [&](std::uintmax_t from) {
+        std::ifstream file(path, std::ios::binary);
+        file.seekg(static_cast<std::streamoff>(from));
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    const struct {
+        const char* what;
+        std::function<void()> hurt, heal;
+        bool isWritten, isKept; // the line that is logged meanwhile; the one before
+    } rows[] = {{"locked",
+                 [&] { lock = ::CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr); },
+                 [&] { ::CloseHandle(lock); }, false, true},
+                {"deleted", [&] { files::remove(path); }, [] {}, true, false},
+                {"a folder", [&] { files::remove(path), files::create_directory(path); }, [&] { files::remove(path); },
+                 false, false},
+                {"beyond 4 GiB", [&] { files::resize_file(path, (1ULL << 32) + 5); }, [] {}, true, true}};
+    for (const auto& [what, hurt, heal, isWritten, isKept] : rows) {
+        SCOPED_TRACE(what);
+        panel->LogReceived("a", 1);
+        hurt();
+        const auto before = files::is_regular_file(path) ? files::file_size(path) : 0;
+        panel->LogReceived("b", 1);
+        heal();
+        panel->LogReceived("c", 1);
+        std::string tail = end(isKept ? before : 0);
+        for (std::size_t at = 0; (at = tail.find("20", at)) != std::string::npos;) tail.erase(at, 21); // the times
+        EXPECT_EQ(tail, isWritten ? "RX-->62 \r\nRX-->63 \r\n" : "RX-->63 \r\n");
+        EXPECT_EQ(Text(IDC_RECEIVED_EDIT), "63 ");
+    }
+    files::remove(path);
+}
+
+// In a process of its own, which ends in the middle of line after line.
+TEST_F(PanelTest, KilledAtAnyInstantTheLogEndsInAWholeLine) {
+    const std::string bytes(512, 'x');
+    for (int round = 0; round < 4; ++round) {
+        const auto child = [&] {
+            std::thread([] {
+                ::Sleep(100 + std::random_device{}() % 100);
+                ::TerminateProcess(::GetCurrentProcess(), 7);
+            }).detach();
+            for (;;) panel->LogReceived(bytes.data(), 512);
+        };
+        EXPECT_EXIT(child(), testing::ExitedWithCode(7), "");
+        std::ifstream log(ProgramFolder() + "Quorvane.log", std::ios::binary);
+        int lines = 0;
+        for (std::string line; std::getline(log, line); ++lines) {
+            EXPECT_EQ(line.size(), 21 + 5 + 3 * bytes.size() + 1);
+            EXPECT_FALSE(log.eof()) << "the last line has no end";
+        }
+        EXPECT_GT(lines, 10);
+    }
 }
 
 TEST_F(PanelTest, ThePortIsChosenOpenedAndClosed) {
