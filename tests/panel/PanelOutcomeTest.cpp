@@ -152,6 +152,7 @@ TEST_F(PanelTest, KilledAtAnyInstantTheLogEndsInAWholeLine) {
                 ::Sleep(100 + std::random_device{}() % 100);
                 ::TerminateProcess(::GetCurrentProcess(), 7);
             }).detach();
+            panel->DestroyWindow(); // showing the bytes would take most of the time
             for (;;) panel->LogReceived(bytes.data(), 512);
         };
         EXPECT_EXIT(child(), testing::ExitedWithCode(7), "");
@@ -161,7 +162,7 @@ TEST_F(PanelTest, KilledAtAnyInstantTheLogEndsInAWholeLine) {
             EXPECT_EQ(line.size(), 21 + 5 + 3 * bytes.size() + 1);
             EXPECT_FALSE(log.eof()) << "the last line has no end";
         }
-        EXPECT_GT(lines, 10);
+        EXPECT_GT(lines, 100);
     }
 }
 
