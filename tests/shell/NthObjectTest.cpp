@@ -153,9 +153,10 @@ TEST_F(NthObject, IsRefusedAtTheStartOrInARepaint) {
     const int total = requests;
     StartRefusing(0, [&] {
         const auto look = Look();
-        for (requests = 0; requests >= repaints; ++repaints) {
+        for (bool wasHit = true; wasHit; repaints += wasHit) {
             requests = 0, refused = repaints + 1;
             Repaint();
+            wasHit = requests >= refused;
             refused = 0;
             ASSERT_EQ(Look() == look, true) << "after repaint " << repaints;
         }
