@@ -22,3 +22,7 @@ if(QUORVANE_SANITIZE)
         -fsanitize=${QUORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(quorvane_options INTERFACE -fsanitize=${QUORVANE_SANITIZE})
 endif()
+# Fuzzers are led by what their inputs reach, in every library beneath them.
+if(QUORVANE_FUZZ)
+    target_compile_options(quorvane_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
