@@ -188,6 +188,8 @@ TEST_F(ReaderProgram, RefusesInOneLine) {
                                  counts + " --format prom --output " + testing::TempDir() + "no_such_folder/file.prom",
                                  counts + " more",
                                  "check --seconds -1 --port " + Port(),
+                                 counts + " --output \"\"",
+                                 "ports use \"\"",
                                  "ports use COM257",
                                  "log no_such_file"};
     for (const std::string& arguments : cases) {

@@ -37,6 +37,12 @@ CLI::Option* AddChoice(CLI::App& app, const char* name, Value& value, const std:
     return app.add_option_function<std::string>(name, take, words)->type_name(names);
 }
 
+// A port or a path. An empty one, such as a script's variable that was never set, would mean that none was given.
+CLI::Option* AddName(CLI::App& app, const char* name, std::string& target, const char* kind, const char* words) {
+    const auto fault = [](const std::string& text) { return std::string(text.empty() ? "is empty" : ""); };
+    return app.add_option(name, target, words)->type_name(kind)->check(fault);
+}
+
 CLI::Option* AddNumber(CLI::App& app, const char* name, int& value, int lowest, int highest, const char* words) {
     return app.add_option(name, value, words)->type_name("N")->check(CLI::Range(lowest, highest));
 }
@@ -50,9 +56,7 @@ CLI::Option* AddLineOptions(CLI::App& app, LineOfCounters& line) {
         line.addresses = *chosen;
     };
     line.addresses = *AddressesOf("0-5");
-    app.add_option("--port,-p", line.port, "the line's port, as the command `ports` lists it")
-        ->type_name("PORT")
-        ->required();
+    AddName(app, "--port,-p", line.port, "PORT", "the line's port, as the command `ports` lists it")->required();
     AddNumber(app, "--baud", line.baudRate, 300, 115'200, "speed of the line (4800)");
     return app.add_option_function<std::string>(addresses, take, "who is asked: 0-5, or 0,3,5 (0-5)")
         ->type_name("LIST");
@@ -61,10 +65,9 @@ CLI::Option* AddLineOptions(CLI::App& app, LineOfCounters& line) {
 void AddPorts(CLI::App& app, PortsOptions& options) {
     CLI::App* const ports = app.add_subcommand("ports", "lists the serial ports of this machine");
     ports->footer(Examples("  quorvane-read ports\n  quorvane-read ports use COM17\n"));
-    ports->add_subcommand("use", "makes Quorvane open a port at its next start, one that it doesn't offer too")
-        ->add_option("PORT", options.use, "such as COM17")
-        ->type_name("")
-        ->required();
+    CLI::App* const use =
+        ports->add_subcommand("use", "makes Quorvane open a port at its next start, one that it doesn't offer too");
+    AddName(*use, "PORT", options.use, "", "such as COM17")->required();
 }
 
 void AddCounts(CLI::App& app, CountsOptions& options) {
@@ -82,8 +85,7 @@ void AddCounts(CLI::App& app, CountsOptions& options) {
     AddChoice<CountsFormat>(*counts, "--format", options.format,
                             {{"table", Table}, {"csv", Csv}, {"jsonl", JsonLines}, {"prom", Prom}},
                             "of the rows (table); prom: one file for a text collector");
-    counts->add_option("--output,-o", options.output, "adds the rows to a file; with prom, replaces it")
-        ->type_name("FILE");
+    AddName(*counts, "--output,-o", options.output, "FILE", "adds the rows to a file; with prom, replaces it");
     counts->footer(Examples("  quorvane-read counts --port @\n"
                             "  quorvane-read counts --port @ --every 60 --format csv --output counts.csv\n"
                             "  quorvane-read counts --port @ --addresses 0,3,5 --settings --format jsonl\n") +
@@ -103,7 +105,7 @@ void AddCheck(CLI::App& app, CheckOptions& options) {
 
 void AddLog(CLI::App& app, LogOptions& options) {
     CLI::App* const log = app.add_subcommand("log", "reads a traffic log of Quorvane");
-    log->add_option("FILE", options.path, "a Quorvane.log, or a copy of one")->type_name("")->required();
+    AddName(*log, "FILE", options.path, "", "a Quorvane.log, or a copy of one")->required();
     AddChoice<RowKind>(*log, "--format", options.format.kind,
                        {{"table", RowKind::Table}, {"csv", RowKind::Csv}, {"jsonl", RowKind::JsonLines}},
                        "of the rows (csv)");
@@ -116,9 +118,8 @@ void AddLog(CLI::App& app, LogOptions& options) {
 void AddReport(CLI::App& app, ReportOptions& options) {
     using enum ReportLanguage;
     CLI::App* const report = app.add_subcommand("report", "makes a page for a browser from rows in CSV");
-    report->add_option("FILE", options.path, "rows that `counts` or `log` wrote as CSV")->type_name("")->required();
-    report->add_option("--output,-o", options.output, "the page, such as day.html; without it, standard output")
-        ->type_name("FILE");
+    AddName(*report, "FILE", options.path, "", "rows that `counts` or `log` wrote as CSV")->required();
+    AddName(*report, "--output,-o", options.output, "FILE", "the page, such as day.html; without it, standard output");
     AddChoice<ReportLanguage>(*report, "--language", options.language, {{"en", English}, {"zh", Chinese}},
                               "of the page (en)");
     report->footer(Examples("  quorvane-read report counts.csv --output day.html\n"
