@@ -92,10 +92,12 @@ function(quorvane_test name)
     endif()
 endfunction()
 
-# quorvane_fuzzer(NAME SOURCE LIBRARY): one libFuzzer program, run by CTest for some seconds. What it found in earlier runs is where
-# it goes on from; an input that fails is kept beside it.
-function(quorvane_fuzzer name source library)
-    add_executable(${name} ${source})
+# quorvane_fuzzer(NAME LIBRARY): one libFuzzer program, NAME.cpp, run by CTest for QUORVANE_FUZZ_SECONDS of the environment, or 5.
+# It goes on from the inputs in corpus/NAME beside its source and from what it found in earlier runs; what it finds, and an input
+# that fails, is kept in the build's folder.
+function(quorvane_fuzzer name library)
+    add_executable(${name} ${name}.cpp)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     if(NOT TARGET fuzzers)
         add_custom_target(fuzzers)
     endif()
@@ -105,7 +107,8 @@ function(quorvane_fuzzer name source library)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
     set(corpus ${PROJECT_BINARY_DIR}/corpus/${name})
     file(MAKE_DIRECTORY ${corpus})
-    add_test(NAME ${name} COMMAND ${name} -max_total_time=8 -timeout=10 -artifact_prefix=${corpus}.failed- ${corpus})
+    add_test(NAME ${name} COMMAND sh -c "exec \"$@\" -max_total_time=\${QUORVANE_FUZZ_SECONDS:-5}" sh $<TARGET_FILE:${name}>
+        -timeout=10 -artifact_prefix=${corpus}.failed- ${corpus} ${CMAKE_CURRENT_SOURCE_DIR}/corpus/${name})
     set_tests_properties(${name} PROPERTIES LABELS fuzz PASS_REGULAR_EXPRESSION "Done [1-9][0-9]* runs"
         FAIL_REGULAR_EXPRESSION "ERROR: |runtime error: ")
 endfunction()

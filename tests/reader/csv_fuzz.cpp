@@ -1,7 +1,7 @@
 // Fuzzes the way from a CSV text to a page: in one piece or byte by byte, it is the same page.
 #include <cstdlib>
 
-#include "TokenText.h"
+#include "support/TokenText.h"
 #include "reader/ReportPage.h"
 #include "reader/ReportReader.h"
 

@@ -1,7 +1,7 @@
 // Fuzzes the decoder of logs: in one piece or byte by byte, a text says the same.
 #include <cstdlib>
 
-#include "TokenText.h"
+#include "support/TokenText.h"
 #include "reader/LogDecoder.h"
 
 namespace {
