@@ -55,7 +55,7 @@ void CCommandQueue::Shut() {
 }
 
 unsigned CCommandQueue::RunWorker(void* queue) noexcept {
-    if (queue != nullptr) static_cast<CCommandQueue*>(queue)->Work();
+    static_cast<CCommandQueue*>(queue)->Work();
     return 0;
 }
 

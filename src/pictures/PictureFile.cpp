@@ -134,8 +134,9 @@ bool IsPlausibleBitmap(std::span<const std::uint8_t> header, std::uint64_t fileS
 }
 
 PlainLayout PlainLayoutOf(std::span<const std::uint8_t> header, std::uint64_t fileSize) {
+    if (!IsPlausibleBitmap(header, fileSize)) return {};
     BitmapShape shape;
-    if (!IsPlausibleBitmap(header, fileSize) || !ReadShape(header, shape)) return {};
+    ReadShape(header, shape);
     const std::uint32_t size = DwordAt(header, 14);
     constexpr std::uint32_t largestInfoHeader = 124;
     const bool plain = shape.compression == None || shape.compression == BitFields;
