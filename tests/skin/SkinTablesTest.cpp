@@ -17,10 +17,10 @@ TEST(SkinTables, CharactersLightTheirSegments) {
                                                {'d', {6, 46, 17, 46}}, {'e', {3, 29, 3, 43}},  {'f', {3, 6, 3, 23}},
                                                {'g', {6, 26, 17, 26}}, {'.', {6, 46, 8, 46}},  {'+', {12, 17, 14, 17}},
                                                {'*', {12, 37, 14, 37}}};
-    const std::map<char, std::string> lit{{'0', "abcdef"},  {'1', "bc"},     {'2', "abged"},  {'3', "abcdg"},
-                                          {'4', "bcfg"},    {'5', "acdfg"},  {'6', "acdefg"}, {'7', "abc"},
-                                          {'8', "abcdefg"}, {'9', "abcdfg"}, {'-', "g"},      {' ', ""},
-                                          {'/', ""},        {'\xFF', ""},    {'.', "."},      {':', "+*"}};
+    const std::map<char, std::string> lit{
+        {'0', "abcdef"}, {'1', "bc"},  {'2', "abged"},   {'3', "abcdg"},  {'4', "bcfg"}, {'5', "acdfg"},
+        {'6', "acdefg"}, {'7', "abc"}, {'8', "abcdefg"}, {'9', "abcdfg"}, {'-', "g"},    {' ', ""},
+        {'/', ""},       {'A', ""},    {'\xFF', ""},     {'.', "."},      {':', "+*"}};
     const auto linesOf = [&](const std::string& letters, int x) {
         std::vector<SegmentLine> lines;
         for (const auto& [letter, line] : segments)
@@ -55,6 +55,13 @@ TEST(SkinTables, ALinksTargetTakesThePlaceholder) {
     EXPECT_EQ(BrowserCommand(browser, longest), browser + " " + longest);
     EXPECT_EQ(BrowserCommand(browser, longest + "t"), std::nullopt);
     EXPECT_TRUE(BrowserCommand("b %1" + browser, longest + "t")); // what is cut off needs no room
+}
+
+TEST(SkinTables, AFailureToOpenIsToldByItsCode) {
+    const std::string opening = "Unable to open hyperlink:\n\n";
+    EXPECT_EQ(OpenFailureText(2), opening + "The specified file was not found.");
+    EXPECT_EQ(OpenFailureText(32), opening + "The specified dynamic-link library was not found.");
+    EXPECT_EQ(OpenFailureText(1), opening + "Unknown Error (1) occurred.");
 }
 
 } // namespace
