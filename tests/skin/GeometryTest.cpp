@@ -44,7 +44,8 @@ RC_GTEST_PROP(StripLayout, FramesAreCountedRoundedDown, (std::uint8_t width)) {
 }
 
 RC_GTEST_PROP(StripLayout, SlotsAndButtonsLieSideBySide, (const std::vector<std::uint8_t>& lengths)) {
-    const int y = Among(-3, 180), height = Among(0, 20) * Among(0, 21), width = Among(1, 50), average = Among(0, 9);
+    const int y = *rc::gen::oneOf(rc::gen::inRange(-3, 180), rc::gen::element(-1, 175, 176)),
+              height = Among(0, 20) * Among(0, 21), width = Among(1, 50), average = Among(0, 9);
     std::optional<int> slot;
     for (int each = 0; each < 176; ++each)
         if (y >= 0 && y < 176 && y >= each * (height / 4) && y < (each + 1) * (height / 4)) slot = each;
