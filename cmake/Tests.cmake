@@ -76,6 +76,10 @@ function(quorvane_test name)
     set_tests_properties(${name} PROPERTIES
         LABELS "${arg_LABELS}" TIMEOUT 300
         ENVIRONMENT "GTEST_OUTPUT=xml:${PROJECT_BINARY_DIR}/results/${name}.xml")
+    if(QUORVANE_COVERAGE)
+        set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT LLVM_PROFILE_FILE=${PROJECT_BINARY_DIR}/profiles/${name}.profraw)
+        set_property(TEST ${name} PROPERTY FIXTURES_SETUP profiles)
+    endif()
     if("looks" IN_LIST arg_LABELS)
         add_dependencies(${name} approved_looks)
     endif()

@@ -23,7 +23,8 @@ TEST(ReplyMailbox, GivesEachBlockOnceAndNothingForOtherNumbers) {
         underWay.erase(wParam);
     };
     const auto takeAny = [&] {
-        const auto any = std::next(underWay.begin(), underWay.empty() ? 0 : random() % underWay.size());
+        const std::size_t steps = underWay.empty() ? 0 : random() % underWay.size();
+        const auto any = std::next(underWay.begin(), static_cast<std::ptrdiff_t>(steps));
         take(any == underWay.end() ? 1 : any->first + (random() % 4 == 0 ? 8 : 0));
     };
     for (int number = 0; number < 5000 && !testing::Test::HasFailure(); ++number) {

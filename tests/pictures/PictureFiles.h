@@ -32,7 +32,7 @@ inline FileBytes MakeBitmapFile(int bits, int width, int height, int named = 0, 
     for (const int value :
          {offset + size, 0, offset, 40, width, height, 1 | bits << 16, fields ? 3 : 0, size, 0, 0, named, 0})
         Append(bytes, 4, static_cast<std::uint32_t>(value));
-    for (const unsigned part : {0, 1, 2})
+    for (const unsigned part : {0U, 1U, 2U})
         if (fields) Append(bytes, 4, bits == 16 ? std::array{0xF800U, 0x7E0U, 0x1FU}[part] : 0xFF0000U >> 8 * part);
     std::minstd_rand random(static_cast<unsigned>(bits));
     while (bytes.size() < static_cast<std::size_t>(offset + size)) Append(bytes, 1, random() >> 8);
