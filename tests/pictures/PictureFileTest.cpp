@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include "pictures/PictureFiles.h"
-#include "support/Seed.h"
 
 namespace {
 
@@ -119,34 +118,6 @@ TEST(PlainLayout, SaysWhereRowsAndColorsLie) {
     for (const FileBytes& file : {coded, CoreFile()}) {
         EXPECT_TRUE(IsPlausible(file));
         EXPECT_EQ(PlainLayoutOf(HeaderOf(file, largestPlainHeader), file.size()).width, 0);
-    }
-}
-
-// Whatever the bytes: nothing beyond them is read, and what a layout refers to is there.
-TEST(PictureFile, HostileBytesAreReadWithinTheirEnd) {
-    const unsigned seed = TestSeed();
-    SCOPED_TRACE(SeedText(seed));
-    std::mt19937 random(seed);
-    const auto below = [&](std::size_t end) { return static_cast<unsigned>(random() % end); };
-    const FileBytes files[] = {MakeBitmapFile(4, 9, 5),
-                               MakeBitmapFile(8, 9, 5),
-                               MakeBitmapFile(16, 9, 5, 0, true),
-                               MakeBitmapFile(24, 9, 5),
-                               CoreFile(),
-                               MakeIconFile({MakePngFile(), MakeIconImage()})};
-    for (int round = 0; round < 40'000; ++round) {
-        FileBytes file = files[below(std::size(files))];
-        const unsigned values[] = {0, 1, 255, 128, below(256)};
-        for (unsigned i = below(6); i > 0; --i)
-            file[below(std::min<std::size_t>(file.size(), 70))] = static_cast<std::uint8_t>(values[below(5)]);
-        if (below(4) == 0) file.resize(below(file.size()));
-        const FileBytes header = HeaderOf(file, below(4) == 0 ? below(200) : largestPlainHeader);
-        const PlainLayout layout = PlainLayoutOf(header, file.size());
-        IsPlausibleIcon(file);
-        if (layout.width == 0) continue;
-        for (const std::int64_t row : {std::int64_t{0}, layout.height - 1})
-            ASSERT_LE(layout.OffsetOfRow(row) + layout.stride, file.size());
-        ASSERT_LE(layout.colors + layout.colorsSize, header.size());
     }
 }
 
