@@ -5,6 +5,7 @@
 #include "framework/FileStream.h"
 #include "framework/ResourceModule.h"
 #include "framework/Shell.h"
+#include "framework/SystemHandles.h"
 #include "panel/TrafficText.h"
 #include "resources/ResourceIds.h"
 
@@ -15,10 +16,17 @@ void CTrafficLog::PrepareLog() {
 
 void CTrafficLog::AppendLogLine(const std::string& text) const {
     // Opened and closed for every line: the file is complete at every moment, and free for other programs between
-    // lines. In binary mode the longest line is one write, and nobody looks for an end mark in a file of any size.
-    const CFileStream file(::_wfopen(logPath.c_str(), L"ab"));
+    // lines. Each line is one write, and of one that finds no room nothing stays.
+    const CFileHandle file(::CreateFileW(logPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                         OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    LARGE_INTEGER end{};
+    if (::SetFilePointerEx(file.GetHandle(), {}, &end, FILE_END) == FALSE) return;
     const std::string line = FormatLogLine(CTime::Now(), text) + "\r\n";
-    if (!file.IsEmpty()) std::fwrite(line.data(), 1, line.size(), file.GetHandle());
+    DWORD written = 0;
+    ::WriteFile(file.GetHandle(), line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+    if (written == line.size()) return;
+    ::SetFilePointerEx(file.GetHandle(), end, nullptr, FILE_BEGIN);
+    ::SetEndOfFile(file.GetHandle());
 }
 
 void CTrafficLog::LogTransfer(const char* arrow, std::atomic<std::int32_t>& total, int editId, const void* buffer,

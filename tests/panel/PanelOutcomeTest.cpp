@@ -6,6 +6,7 @@
 
 #include "framework/ResourceModule.h"
 #include "framework/Shell.h"
+#include "framework/SystemHandles.h"
 #include "menu/OwnerDrawMenu.h"
 #include "PanelFixture.h"
 #include "support/Meanwhile.h"
@@ -105,12 +106,28 @@ TEST_F(PanelTest, TheLogHoldsOneRunLineByLine) {
     EXPECT_EQ(log(), "");
 }
 
+// Makes the file as long as it can be here, but for `room` bytes; gives its length.
+std::uintmax_t GrowToTheBrim(const std::filesystem::path& path, LONGLONG room) {
+    const CFileHandle file(::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    const auto resize = [&](LONGLONG size) {
+        LARGE_INTEGER end{};
+        end.QuadPart = size;
+        return ::SetFilePointerEx(file.GetHandle(), end, nullptr, FILE_BEGIN) != FALSE &&
+               ::SetEndOfFile(file.GetHandle()) != FALSE;
+    };
+    LONGLONG fits = 0;
+    for (LONGLONG step = 1LL << 62; step > 0; step /= 2) fits += resize(fits + step) ? step : 0;
+    resize(fits - room);
+    return static_cast<std::uintmax_t>(fits - room);
+}
+
 // What cannot be written is lost, and nothing else: the next line stands behind the last one.
 TEST_F(PanelTest, AHurtLogCostsItsOwnLinesAlone) {
     namespace files = std::filesystem;
     const files::path path = ProgramFolderWide() + L"Quorvane.log";
     const std::string folder = ProgramFolder();
     HANDLE lock = nullptr;
+    std::uintmax_t full = 0;
     const auto end = [&](std::uintmax_t from) {
         std::ifstream file(path, std::ios::binary);
         file.seekg(static_cast<std::streamoff>(from));
@@ -126,7 +143,13 @@ TEST_F(PanelTest, AHurtLogCostsItsOwnLinesAlone) {
                 {"deleted", [&] { files::remove(path); }, [] {}, true, false},
                 {"a folder", [&] { files::remove(path), files::create_directory(path); }, [&] { files::remove(path); },
                  false, false},
-                {"beyond 4 GiB", [&] { files::resize_file(path, (1ULL << 32) + 5); }, [] {}, true, true}};
+                {"beyond 4 GiB", [&] { files::resize_file(path, (1ULL << 32) + 5); }, [] {}, true, true},
+                {"without room for a whole line", [&] { full = GrowToTheBrim(path, 10); },
+                 [&] {
+                     EXPECT_EQ(files::file_size(path), full) << "a part of a line stays";
+                     files::resize_file(path, 0);
+                 },
+                 false, false}};
     for (const auto& [what, hurt, heal, isWritten, isKept] : rows) {
         SCOPED_TRACE(what);
         panel->LogReceived("a", 1);
