@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <random>
 #include <string>
 #include <thread>
 #include <vector>
@@ -44,6 +45,7 @@ public:
     void BringFaults(const std::vector<std::string>& faults) {
         const std::scoped_lock hold(lock);
         line.Faults().Clear();
+        noisy = false;
         for (const std::string& text : faults) {
             std::string error;
             const auto fault = ParseLineFault(text, error);
@@ -51,6 +53,8 @@ public:
             line.Faults().Add(*fault);
         }
     }
+    // Sends bytes of all kinds beside the answers, as fast as they are taken, until BringFaults.
+    void MakeNoise() { noisy = true; }
     // The requests that came in, as HexOf gives them; of one command if `code` is given ("81" for polls).
     std::vector<std::string> Heard(const std::string& code = "") const {
         const std::scoped_lock hold(lock);
@@ -96,6 +100,7 @@ private:
             }
             line.Feed(std::span(part, got), Now());
             answer = line.TakeDue(stands ? 1h : Now());
+            for (int i = 0; noisy && i < 256; ++i) answer.push_back(static_cast<std::uint8_t>(random() >> 16));
             spoken.insert(spoken.end(), answer.begin(), answer.end());
         }
         if (!answer.empty())
@@ -111,6 +116,7 @@ private:
     std::vector<std::string> heard;
     std::size_t heardBytes = 0;
     LineBytes spoken;
-    std::atomic<bool> stops{false};
+    std::minstd_rand random;
+    std::atomic<bool> noisy{false}, stops{false};
     std::thread thread;
 };

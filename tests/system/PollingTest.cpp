@@ -1,5 +1,6 @@
 // Polling as the wire, the log and the window show it, on a good line and on bad ones.
 #include <fstream>
+#include <functional>
 #include <sstream>
 
 #include "framework/Time.h"
@@ -72,13 +73,44 @@ TEST_F(Polling, OnBadLines) {
         EXPECT_TRUE(counters->AwaitFrames(7, "81")); // each address at least once
         ExpectAddressButtons(shown);
     }
-    for (UINT message = WM_POLL_REPLY; message <= WM_SHOW_COUNTER; ++message) { // another program makes up replies
-        for (const WPARAM block : {WPARAM{7}, WPARAM{0x10000}, ~WPARAM{0}})
-            ::PostMessageA(program.Panel(), message, block, 17);
-    }
-    EXPECT_TRUE(program.Answers() && program.Box() == nullptr);
     program.Click(IDC_ADDRESS_BUTTON_FIRST); // another one may have come back first
     ExpectPollingGoesOn();
+}
+
+TEST_F(Polling, GoesOnAfterWhatAllowsNoAnswer) {
+    const auto noise = [this] {
+        counters->MakeNoise();
+        ExpectAddressButtons("");
+        const std::size_t size = LogText().size();
+        for (int i = 0; i < 20 && !HasFailure(); ++i, std::this_thread::sleep_for(100ms)) {
+            const auto asked = Clock::now();
+            EXPECT_TRUE(program.Answers());
+            EXPECT_LT(Clock::now() - asked, 500ms);
+        }
+        EXPECT_GT(LogText().size(), size + 10'000);
+        counters->BringFaults({});
+    };
+    const auto sleep = [this] {
+        program.Freeze(true);
+        EXPECT_TRUE(counters->AwaitSilence());
+        program.Freeze(false);
+        ::PostMessageA(program.Frame(), WM_POWERBROADCAST, PBT_APMRESUMEAUTOMATIC, 0);
+    };
+    // Another program makes up replies and all else that a window class may call its own.
+    const auto messages = [this] {
+        for (UINT message = WM_USER; message < WM_USER + 0x100; ++message)
+            for (const HWND window : {program.Frame(), program.Panel()})
+                for (const WPARAM block : {WPARAM{7}, WPARAM{0x10000}, ~WPARAM{0}})
+                    for (const LPARAM length : {LPARAM{17}, LPARAM{-1}}) ::PostMessageA(window, message, block, length);
+        EXPECT_TRUE(program.Answers() && program.Box() == nullptr);
+    };
+    PollAll();
+    for (const auto& hurt : std::initializer_list<std::function<void()>>{noise, sleep, messages}) {
+        hurt();
+        ExpectAddressButtons(all);
+        program.Click(IDC_ADDRESS_BUTTON_FIRST); // another one may have come back first
+        ExpectPollingGoesOn();
+    }
 }
 
 TEST_F(Polling, PortAndRateAreChosen) {

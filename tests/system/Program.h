@@ -145,6 +145,12 @@ public:
         ::PostMessageA(frame, WM_CLOSE, 0, 0);
         return AwaitExit();
     }
+    // All its threads stand still, as while the computer sleeps, or go on.
+    void Freeze(bool stands) const {
+        const auto change = reinterpret_cast<LONG(WINAPI*)(HANDLE)>(reinterpret_cast<void*>(
+            ::GetProcAddress(::GetModuleHandleA("ntdll.dll"), stands ? "NtSuspendProcess" : "NtResumeProcess")));
+        ASSERT_TRUE(change != nullptr && change(process) == 0);
+    }
     bool HasStarted() const { return process != nullptr; }
     bool IsRunning() const { return process != nullptr && !AwaitExit(0ms); }
 
