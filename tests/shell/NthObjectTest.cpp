@@ -33,6 +33,7 @@ void operator delete(void* memory, std::size_t) noexcept {
 
 namespace {
 
+const bool everyRequest = std::getenv("QUORVANE_TEST_EVERY_REQUEST") != nullptr;
 int requests = 0, refused = 0; // since the counting began; which one is refused, 0 for none
 
 bool Refuses() {
@@ -114,11 +115,14 @@ protected:
             }
             return ended;
         });
+        allocationsLeft = memory; // from here on, without the test's own
         outcome.result = run();
         ended = true;
         EXPECT_TRUE(PumpUntil([&] { return meanwhile.IsDone(); }));
         return outcome;
     }
+
+    long memory = LONG_MAX; // how many requests a start is given
 
     void Repaint() const {
         ::RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
@@ -164,7 +168,7 @@ TEST_F(NthObject, IsRefusedAtTheStartOrInARepaint) {
     std::map<std::string, int> outcomes;
     const unsigned seed = TestSeed();
     SCOPED_TRACE(SeedText(seed));
-    const int step = std::getenv("QUORVANE_TEST_EVERY_REQUEST") != nullptr ? 1 : 32;
+    const int step = everyRequest ? 1 : 32;
     for (int n = 1 + static_cast<int>(seed % 32) % step; n <= total && !HasFailure(); n += step) {
         SCOPED_TRACE(n);
         const StartOutcome outcome = StartRefusing(n, works);
@@ -187,17 +191,20 @@ TEST_F(NthObject, IsRefusedAtTheStartOrInARepaint) {
 TEST_F(NthObject, OfMemoryEndsTheProgramWithOneMessage) {
     const auto child = [this](long n) {
         std::thread([] {
-            HWND box = nullptr;
-            while ((box = ::FindWindowA("#32770", "Quorvane")) == nullptr) ::Sleep(5);
+            const auto next = [](HWND box) { // the frame has the same caption before it shows
+                do box = ::FindWindowExA(nullptr, box, "#32770", "Quorvane");
+                while (box != nullptr && ::IsWindowVisible(box) == FALSE);
+                return box;
+            };
+            while (next(nullptr) == nullptr) ::Sleep(5);
             ::Sleep(500); // more than a poll's interval
-            box = ::FindWindowA("#32770", "Quorvane");
-            if (::FindWindowExA(nullptr, box, "#32770", "Quorvane") != nullptr)
-                ::TerminateProcess(::GetCurrentProcess(), 77);
+            const HWND box = next(nullptr);
+            if (next(box) != nullptr) ::TerminateProcess(::GetCurrentProcess(), 77);
             ::PostMessageA(box, WM_COMMAND, IDOK, 0);
             ::Sleep(5000);
             ::TerminateProcess(::GetCurrentProcess(), 78);
         }).detach();
-        allocationsLeft = n;
+        memory = n;
         StartRefusing(0, [this] {
             const HWND start = FindControl(frame, IDC_START);
             ::SendMessageA(::GetParent(start), WM_COMMAND, IDC_START, reinterpret_cast<LPARAM>(start));
@@ -206,8 +213,15 @@ TEST_F(NthObject, OfMemoryEndsTheProgramWithOneMessage) {
         });
         std::_Exit(79);
     };
-    for (const long n : {300L, 1'000'000L})
-        EXPECT_EXIT(child(n), testing::ExitedWithCode(ERROR_NOT_ENOUGH_MEMORY), "") << n;
+    StartRefusing(0, [] {});
+    const long total = memory - allocationsLeft;
+    const unsigned seed = TestSeed();
+    SCOPED_TRACE(SeedText(seed));
+    std::vector<long> points{1 + static_cast<long>(seed % static_cast<unsigned>(total)), 1'000'000};
+    if (everyRequest)
+        for (long n = 1 + points[0] % 5; n <= total; n += 5) points.push_back(n);
+    for (const long n : points) EXPECT_EXIT(child(n), testing::ExitedWithCode(ERROR_NOT_ENOUGH_MEMORY), "") << n;
+    std::cout << points.size() << " of " << total << " requests of a start\n";
 }
 
 } // namespace
