@@ -61,6 +61,26 @@ attend() {
     return "$status"
 }
 
+checks=0 failures=0
+
+# check WHAT COMMAND...: a line for it, and what COMMAND said if it failed.
+check() {
+    local what=$1
+    checks=$((checks + 1))
+    shift
+    if "$@" >"$scratch/check.log" 2>&1; then say "ok      $what"; else
+        failures=$((failures + 1))
+        say "FAILED  $what"
+        tail -n 20 "$scratch/check.log"
+    fi
+}
+
+# conclude: how many checks passed, as the last line and as the exit code.
+conclude() {
+    say "$((checks - failures)) passed, $failures failed"
+    exit $((failures > 0))
+}
+
 signal_started() {
     local group
     for group in "${started[@]}"; do kill "-$1" -- "-$group"; done 2>/dev/null
