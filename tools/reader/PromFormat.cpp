@@ -74,7 +74,7 @@ void AppendCounts(CPromWriter& writer) {
                   [&](const Reading& reading) {
                       if (reading.status) writer.Sample(reading, std::to_string(reading.status->outCount));
                   });
-    writer.Metric("quorvane_counter_clock_seconds", "gauge", "The counter's own clock, in Unix time.",
+    writer.Metric("quorvane_sensor_clock_seconds", "gauge", "The counter's own clock, in Unix time.",
                   [&](const Reading& reading) {
                       if (reading.status && reading.status->deviceTime != 0)
                           writer.Sample(reading, std::to_string(reading.status->deviceTime));
@@ -82,9 +82,9 @@ void AppendCounts(CPromWriter& writer) {
 }
 
 void AppendAnswers(CPromWriter& writer) {
-    writer.Metric("quorvane_counter_up", "gauge", "Whether the counter gave a whole answer.",
+    writer.Metric("quorvane_sensor_up", "gauge", "Whether the counter gave a whole answer.",
                   [&](const Reading& reading) { writer.Sample(reading, reading.answer == Answer::Whole ? "1" : "0"); });
-    writer.Metric("quorvane_counter_answer", "gauge", "What the counter answered: 1 for what it was, 0 for the others.",
+    writer.Metric("quorvane_sensor_answer", "gauge", "What the counter answered: 1 for what it was, 0 for the others.",
                   [&](const Reading& reading) {
                       for (const Answer each :
                            {Answer::Whole, Answer::Silent, Answer::Spoilt, Answer::Doubled, Answer::NotAsked}) {
@@ -101,7 +101,7 @@ std::string PromText(std::span<const Reading> round, std::string_view port) {
     AppendCounts(writer);
     AppendAnswers(writer);
     if (std::ranges::any_of(round, [](const Reading& reading) { return reading.settings.has_value(); })) {
-        writer.Metric("quorvane_counter_settings_info", "gauge", "The counter's settings, as labels.",
+        writer.Metric("quorvane_sensor_settings_info", "gauge", "The counter's settings, as labels.",
                       [&](const Reading& reading) {
                           if (reading.settings) writer.Sample(reading, "1", LabelsOfSettings(*reading.settings));
                       });

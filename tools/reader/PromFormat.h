@@ -9,5 +9,5 @@
 
 // The whole file. `round` has one reading for each asked address; `port` becomes a label of every sample, so that the
 // files of several lines go together, and may hold any characters. A counter that gave no whole answer has no sample of
-// its counts and its clock, but says so in `quorvane_counter_up` and `quorvane_counter_answer`.
+// its counts and its clock, but says so in `quorvane_sensor_up` and `quorvane_sensor_answer`.
 std::string PromText(std::span<const Reading> round, std::string_view port);
