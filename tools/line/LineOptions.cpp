@@ -9,6 +9,7 @@
 
 #include "line/LineControl.h"
 #include "line/LineWords.h"
+#include "resources/Product.h"
 
 namespace {
 
@@ -112,6 +113,7 @@ bool ParseLineOptions(std::span<const char* const> arguments, const LineProgram&
                       std::string& error) {
     CLI::App app("People counters on a simulated serial line.", program.name);
     app.allow_windows_style_options(false);
+    app.set_version_flag("--version", std::string(program.name) + " " PRODUCT_VERSION);
     for (const LineProgram::Option& own : program.options) {
         AddOption(app, own.name, own.kind, own.words, [&options, &own](const std::string& text) {
             options.own[own.name] = text;
@@ -126,6 +128,8 @@ bool ParseLineOptions(std::span<const char* const> arguments, const LineProgram&
         app.parse(static_cast<int>(arguments.size()), arguments.data());
     } catch (const CLI::CallForHelp&) {
         options.help = app.help();
+    } catch (const CLI::CallForVersion& version) {
+        options.help = version.what();
     } catch (const CLI::ParseError& failure) {
         error = failure.what();
         return false;
