@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include "reader/OutputFile.h"
+
 #ifdef _WIN32
 #include "support/Ports.h"
 #else
@@ -47,12 +49,15 @@ struct Outcome {
     int code = 0;
 };
 
-Outcome RunReader(const std::string& arguments) {
-    FILE* const program = Start(std::string(READER_PROGRAM) + ' ' + arguments + " 2>&1", readMode);
+Outcome OutcomeOf(FILE* program) {
     Outcome outcome;
     for (int each = 0; (each = std::fgetc(program)) != EOF;) outcome.text += static_cast<char>(each);
     outcome.code = CodeOf(program);
     return outcome;
+}
+
+Outcome RunReader(const std::string& arguments) {
+    return OutcomeOf(Start(std::string(READER_PROGRAM) + ' ' + arguments + " 2>&1", readMode));
 }
 
 // With T in place of each time.
@@ -225,6 +230,38 @@ TEST_F(ReaderProgram, GoesOnWhenThePortComesBackAndEndsWithItsReader) {
     EXPECT_EQ(CodeOf(program), 1);
 }
 
+TEST_F(ReaderProgram, ASingleRoundWaitsForItsFile) {
+    const std::string rows = testing::TempDir() + "reader_held.csv", poll = "> 02 00 81 81 03";
+    const std::string arguments = " counts --addresses 0 --format csv --port " + Port() + " --output " + rows;
+    COutputFile other;
+    std::string error;
+    ASSERT_TRUE(other.Open(rows, error)) << error;
+    Tell("traffic on");
+    FILE* const program = Start(READER_PROGRAM + arguments + " 2>&1", readMode);
+    EXPECT_TRUE(Hears(poll));
+    std::this_thread::sleep_for(1s); // beyond the round
+    other.Close();
+    const Outcome late = OutcomeOf(program);
+    EXPECT_TRUE(late.code == 0 && late.text.find("; it is tried again\n") != std::string::npos &&
+                late.text.ends_with("written again; rows that are missing: 0\n"))
+        << late.text;
+    std::ostringstream text;
+    text << std::ifstream(rows, std::ios::binary).rdbuf();
+    EXPECT_EQ(WithoutTimes(text.str()), "time,address,in,out,clock,answer\r\nT,0,12,65535,T,ok\r\n");
+#ifndef _WIN32
+    ASSERT_TRUE(other.Open(rows, error)) << error;
+    FILE* const ended = Start("echo $$; exec " + (READER_PROGRAM + arguments) + " --every 1 2>&1", "r");
+    int id = 0;
+    ASSERT_EQ(std::fscanf(ended, "%d", &id), 1);
+    EXPECT_TRUE(Hears(poll, 3)); // of its second round
+    kill(id, SIGTERM);
+    const Outcome lost = OutcomeOf(ended);
+    EXPECT_TRUE(lost.code == 1 && lost.text.find("given up; rows that are missing: ") != std::string::npos)
+        << lost.text;
+#endif
+    std::remove(rows.c_str());
+}
+
 #ifdef _WIN32
 TEST_F(ReaderProgram, TellsQuorvaneItsPort) {
     EXPECT_EQ(RunReader("ports use com17").text, "Quorvane opens COM17 at its next start\n");
@@ -249,7 +286,7 @@ TEST_F(ReaderProgram, EndsBySignalsWithItsLastLineWhole) {
         EXPECT_EQ(CodeOf(program), 0);
     }
     std::ostringstream text;
-    text << std::ifstream(rows).rdbuf();
+    text << std::ifstream(rows, std::ios::binary).rdbuf();
     std::remove(rows.c_str());
     EXPECT_TRUE(std::regex_match(WithoutTimes(text.str()),
                                  std::regex("time,.*\r\n(T,0,12,65535,T,ok\r\n|T,2,0,7,T,ok\r\n){6,}")))

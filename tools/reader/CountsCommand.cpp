@@ -82,7 +82,7 @@ int RunCounts(const CountsOptions& options, CConsole& console) {
     RoundPlan plan{options.line.addresses, options.withSettings, std::nullopt};
     if (options.every) plan.every = std::chrono::seconds(*options.every);
     const RoundsResult result = CRoundReader(ground, inquiry, *target).Run(plan);
-    return target->IsInTrouble() ? failed : ExitCodeOf(result);
+    return target->Finish(ground) ? ExitCodeOf(result) : failed;
 }
 
 int RunCheck(const CheckOptions& options, CConsole& console) {

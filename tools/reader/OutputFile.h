@@ -18,6 +18,8 @@ public:
     // `error`.
     bool Open(const std::string& path, std::string& error);
     void Close() { file.Close(); }
+    // Whether `Open` failed for another program that has the file.
+    bool IsHeld() const { return isHeld; }
 
     // In bytes; none for what is no file, such as a pipe, which can neither be read back nor cut.
     std::optional<std::uint64_t> Size() const;
@@ -29,6 +31,7 @@ public:
     bool Cut(std::uint64_t size);
 
 private:
+    bool isHeld = false;
 #ifdef _WIN32
     CFileHandle file;
 #else

@@ -25,8 +25,9 @@ bool COutputFile::Open(const std::string& path, std::string& error) {
     if (!file.IsOpen()) file = CDescriptor(open(path.c_str(), O_WRONLY | O_APPEND | O_NOCTTY | O_CLOEXEC));
     if (!file.IsOpen()) return Fail(error);
     if (!Size() || flock(file.Get(), LOCK_EX | LOCK_NB) == 0) return true;
+    isHeld = errno == EWOULDBLOCK;
     Fail(error);
-    error.insert(0, "another program writes it: ");
+    if (isHeld) error.insert(0, "another program writes it: ");
     file.Close();
     return false;
 }

@@ -26,7 +26,9 @@ bool Seek(HANDLE file, std::uint64_t offset) {
 bool COutputFile::Open(const std::string& path, std::string& error) {
     file.Attach(CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
                             FILE_ATTRIBUTE_NORMAL, nullptr));
-    return !file.IsEmpty() || Fail(error);
+    if (!file.IsEmpty()) return true;
+    isHeld = GetLastError() == ERROR_SHARING_VIOLATION;
+    return Fail(error);
 }
 
 std::optional<std::uint64_t> COutputFile::Size() const {

@@ -20,8 +20,8 @@ public:
     // False if nobody takes rows any more.
     virtual bool TakeReading(const Reading& reading) = 0;
     virtual bool EndRound(std::span<const Reading> round, bool isWhole) = 0;
-    // Whether rows couldn't be written by now.
-    virtual bool IsInTrouble() const { return false; }
+    // After the last round: writes what still waits. False if rows couldn't be written.
+    virtual bool Finish(CReaderGround&) { return true; }
 };
 
 struct RoundPlan {

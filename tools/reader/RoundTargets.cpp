@@ -2,10 +2,18 @@
 #include "reader/RoundTargets.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "reader/OutputFile.h"
 #include "reader/PromFormat.h"
+
+namespace {
+
+// A virus scanner and a backup have let go of a file by then.
+constexpr LineTime patience = std::chrono::seconds(30), tryInterval = std::chrono::milliseconds(500);
+
+} // namespace
 
 CRowStream::CRowStream(CConsole& readerConsole, RowFormat rowFormat)
     : console(readerConsole), format(rowFormat), text(RowHeader(rowFormat)) {}
@@ -36,7 +44,7 @@ bool CLiveTable::EndRound(std::span<const Reading> round, bool isWhole) {
 
 void CWritingTrouble::Tell(bool written, const std::string& error, std::size_t lost) {
     lostRows += lost;
-    if (!written && !isThere) console.Complain(error + "; it is tried again with each round");
+    if (!written && !isThere) console.Complain(error + "; it is tried again");
     if (written && isThere) {
         console.Complain("the output is written again; rows that are missing: " + std::to_string(lostRows));
         lostRows = 0;
@@ -44,14 +52,41 @@ void CWritingTrouble::Tell(bool written, const std::string& error, std::size_t l
     isThere = !written;
 }
 
+void CWritingTrouble::GiveUp(std::size_t waiting) {
+    console.Complain("the output is given up; rows that are missing: " + std::to_string(lostRows + waiting));
+}
+
 CRowFileTarget::CRowFileTarget(CConsole& readerConsole, RowFormat rowFormat, const std::string& path)
     : format(rowFormat), file(path, RowHeader(rowFormat)), trouble(readerConsole) {}
 
-bool CRowFileTarget::EndRound(std::span<const Reading> round, bool) {
-    std::string rows, error;
-    for (const Reading& reading : round) AppendRow(rows, reading, format);
+bool CRowFileTarget::Start(std::string& error) {
+    const bool written = file.Append("", error);
+    if (!written && !file.IsHeld()) return false;
+    trouble.Tell(written, error);
+    return true;
+}
+
+bool CRowFileTarget::Append(std::string_view rows) {
+    std::string error;
     const bool written = file.Append(rows, error);
     trouble.Tell(written, error, file.TakeLost());
+    return written;
+}
+
+bool CRowFileTarget::EndRound(std::span<const Reading> round, bool) {
+    std::string rows;
+    for (const Reading& reading : round) AppendRow(rows, reading, format);
+    Append(rows);
+    return true;
+}
+
+bool CRowFileTarget::Finish(CReaderGround& ground) {
+    const LineTime end = ground.Now() + patience;
+    while (trouble.IsThere() && !Append("")) {
+        if (ground.Now() < end && ground.Rest(ground.Now() + tryInterval)) continue;
+        trouble.GiveUp(file.Waiting());
+        return false;
+    }
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "reader/Console.h"
 #include "reader/ReadingFormat.h"
@@ -46,6 +47,7 @@ public:
 
     // `lost` rows had to be given up for it.
     void Tell(bool written, const std::string& error, std::size_t lost = 0);
+    void GiveUp(std::size_t waiting);
     bool IsThere() const { return isThere; }
 
 private:
@@ -59,14 +61,17 @@ class CRowFileTarget final : public CRoundTarget {
 public:
     CRowFileTarget(CConsole& readerConsole, RowFormat rowFormat, const std::string& path);
 
-    // Whether rows can be written now. False with words in `error`.
-    bool Start(std::string& error) { return file.Append("", error); }
+    // Whether rows can be written, be it later for another program that has the file. False with words in `error`.
+    bool Start(std::string& error);
     bool TakeReading(const Reading&) override { return true; }
     // True whatever the disk does: a later round may have better luck.
     bool EndRound(std::span<const Reading> round, bool isWhole) override;
-    bool IsInTrouble() const override { return trouble.IsThere(); }
+    // Tries for half a minute, or once if the program is to end.
+    bool Finish(CReaderGround& ground) override;
 
 private:
+    bool Append(std::string_view rows);
+
     RowFormat format;
     CRowFile file;
     CWritingTrouble trouble;
@@ -80,7 +85,7 @@ public:
 
     bool TakeReading(const Reading&) override { return true; }
     bool EndRound(std::span<const Reading> round, bool isWhole) override;
-    bool IsInTrouble() const override { return trouble.IsThere(); }
+    bool Finish(CReaderGround&) override { return !trouble.IsThere(); }
 
 private:
     CConsole& console;

@@ -19,6 +19,10 @@ std::uint64_t EndOfLines(const COutputFile& file, std::uint64_t size) {
     return end == 0 && from > 0 ? size : from + end;
 }
 
+std::size_t LinesIn(std::string_view text) {
+    return static_cast<std::size_t>(std::ranges::count(text, '\n'));
+}
+
 } // namespace
 
 bool CRowFile::Append(std::string_view lines, std::string& error) {
@@ -32,9 +36,15 @@ bool CRowFile::Append(std::string_view lines, std::string& error) {
     return true;
 }
 
+std::size_t CRowFile::Waiting() const {
+    return LinesIn(waiting);
+}
+
 bool CRowFile::Write(std::string& error) {
     COutputFile file;
-    if (!file.Open(path, error)) return false;
+    const bool opened = file.Open(path, error);
+    isHeld = !opened && file.IsHeld();
+    if (!opened) return false;
     const auto size = file.Size();
     if (!size) return file.Append(waiting, error);
     const std::uint64_t begin = EndOfLines(file, *size);
@@ -55,7 +65,6 @@ bool CRowFile::Write(std::string& error) {
 void CRowFile::DropOldest() {
     if (waiting.size() <= mostWaiting) return;
     const std::size_t end = waiting.find('\n', waiting.size() - mostWaiting) + 1;
-    const std::string_view dropped = std::string_view(waiting).substr(0, end);
-    lost += static_cast<std::size_t>(std::ranges::count(dropped, '\n'));
+    lost += LinesIn(std::string_view(waiting).substr(0, end));
     waiting.erase(0, end);
 }

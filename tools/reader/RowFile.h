@@ -16,6 +16,10 @@ public:
     // away or look into it. A torn last line, as a crash leaves it, is cut off first. False with words in `error`.
     bool Append(std::string_view lines, std::string& error);
 
+    // Whether the last call failed for another program that has the file.
+    bool IsHeld() const { return isHeld; }
+    // Lines that are kept.
+    std::size_t Waiting() const;
     // Lines that were given up since the last call, for want of room to keep them.
     std::size_t TakeLost() { return std::exchange(lost, 0); }
 
@@ -27,4 +31,5 @@ private:
     std::string header;
     std::string waiting;
     std::size_t lost = 0;
+    bool isHeld = false;
 };
