@@ -75,6 +75,20 @@ check() {
     fi
 }
 
+# links_lead FOLDER: whether each link in its pages leads to a file that is there, and to a heading there; there are some.
+links_lead() {
+    local page link file number=0 astray=0
+    while IFS=: read -r page link; do
+        number=$((number + 1)) link=$(printf '%b' "${link//%/\\x}")
+        file=$page
+        [[ $link == '#'* ]] || file=$1/${link%%#*}
+        [[ -f $file && ($link != *'#'* || $(grep -cF " id=\"${link#*#}\"" "$file") == 1) ]] && continue
+        astray=1
+        say "$page: $link"
+    done < <(grep -oHP '(href|src)="\K[^"]*' "$1"/*.html | grep -v '^[^:]*:https*://')
+    ((number > 0 && astray == 0))
+}
+
 # conclude: how many checks passed, as the last line and as the exit code.
 conclude() {
     say "$((checks - failures)) passed, $failures failed"
