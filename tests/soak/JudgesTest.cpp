@@ -1,0 +1,81 @@
+// What the judges of a soak let pass, and what they catch.
+#include <gtest/gtest.h>
+
+#include "soak/LogJudge.h"
+#include "soak/WireJudge.h"
+#include "support/Hex.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+std::string Judged(CWireJudge& judge, const std::string& body, LineTime now) {
+    return judge.Judge(LineRequest{FrameOf(body)}, now);
+}
+
+TEST(WireJudge, AFrameNeedsItsPress) {
+    const std::string update = "ff 88 12 07 02 16 21 20 00 00 00 00 00 00 15 e4";
+    CWireJudge judge;
+    EXPECT_NE(Judged(judge, "00 81", 1s), "");
+    judge.SeePolling(1s);
+    EXPECT_EQ(Judged(judge, "00 81", 2s), "");
+    EXPECT_EQ(Judged(judge, "00 82", 2s), "");
+    EXPECT_NE(Judged(judge, "01 82", 2s), "") << "not polled";
+    EXPECT_NE(Judged(judge, "06 81", 2s), "") << "no counter's address";
+    EXPECT_NE(Judged(judge, "00 81", 4s), "") << "long after the last polling";
+    judge.PressClear(10s);
+    EXPECT_EQ(Judged(judge, "03 87", 11s), "");
+    EXPECT_NE(Judged(judge, "03 87", 11s), "") << "one press, two frames";
+    judge.PressUpdate(20s, UpdateForm{{0x12, 0x07, 0x02, 0x16, 0x21, 0x20}, 0x15, 0xE4, 3});
+    EXPECT_EQ(Judged(judge, update, 21s), "");
+    EXPECT_NE(Judged(judge, update, 21s), "");
+    EXPECT_NE(Judged(judge, "ff 89 04", 21s), "") << "the window reads 3";
+    judge.PressUpdate(24s, UpdateForm{{0x12, 0x07, 0x02, 0x16, 0x21, 0x20}, 0x15, 0xE4, 5});
+    EXPECT_EQ(Judged(judge, "ff 89 05", 25s), "") << "the first press had no address to send";
+    judge.PressClear(30s);
+    EXPECT_NE(Judged(judge, "03 87", 31s), "") << "an Update goes to all, and so do the Clears behind it";
+    judge.PressUpdate(40s, UpdateForm{{0x12, 0x07, 0x02, 0x16, 0x21, 0x20}, 0x16, 0xE4, 3});
+    EXPECT_NE(Judged(judge, update, 41s), "") << "another sensitivity";
+    judge.PressClear(50s);
+    EXPECT_NE(Judged(judge, "ff 87", 56s), "") << "too late";
+}
+
+// Two polls and their answers on the wire, and what a log has of them.
+std::string Judged(const std::vector<std::string>& log, bool disturbed) {
+    CLogJudge judge;
+    judge.Hear(FrameOf("00 81"), 10s);
+    judge.Speak(BytesOf("01 02 03 04 05"), 10s);
+    judge.Hear(FrameOf("01 81"), 11s);
+    judge.Speak(BytesOf("06 07 08 09 0a"), 11s);
+    if (disturbed) judge.Disturb(11s);
+    std::string text;
+    for (const std::string& line : log) text += "2026/11/26 10:00:00: " + line + "\r\n";
+    const std::string wrong = judge.Read(text, 12s);
+    return wrong.empty() ? judge.Read("", 20s) : wrong;
+}
+
+TEST(LogJudge, EachByteHasItsPlace) {
+    const std::string first = "TX-->02 00 81 81 03 ", second = "TX-->02 01 81 82 03 ";
+    const std::string one = "RX-->01 02 03 04 05 ", two = "RX-->06 07 08 09 0a ", none = "RX-->";
+    const struct {
+        std::vector<std::string> log;
+        bool passes, passesDisturbed;
+    } rows[] = {{{first, one, second, two}, true, true},
+                {{first, none, second, "RX-->01 02 03 04 05 06 07 08 09 0a "}, true, true},
+                {{first, one, second, "RX-->06 08 09 0a "}, false, true},
+                {{first, one, second, "RX-->06 07 08 09 0b "}, false, false},
+                {{first, two, second, one}, false, false},
+                {{first, one}, false, false},                                     // on the wire and not in the log
+                {{first, one, second, two, "TX-->02 02 81 83 03 "}, false, true}, // never on the wire
+                {{second, one, first, two}, false, false},
+                {{first, one, one, second, two}, false, false},
+                {{first, one, "TX-->02 00 82 82 03", none, second, two}, false, true},
+                {{first, one, second, "RX-->0 "}, false, false}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.log));
+        EXPECT_EQ(Judged(row.log, false).empty(), row.passes) << Judged(row.log, false);
+        EXPECT_EQ(Judged(row.log, true).empty(), row.passesDisturbed) << Judged(row.log, true);
+    }
+}
+
+} // namespace

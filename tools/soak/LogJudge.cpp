@@ -1,0 +1,142 @@
+#include "soak/LogJudge.h"
+
+#include <algorithm>
+#include <span>
+
+#include "framework/Text.h"
+#include "link/CounterFrame.h"
+#include "reader/LogLine.h"
+
+namespace {
+
+constexpr LineTime disturbance = std::chrono::seconds(1);
+constexpr LineTime patience = std::chrono::seconds(3); // between a line of the log and its frame on the wire
+constexpr LineTime silenceBetween = std::chrono::milliseconds(50);
+
+// Takes the bytes, and what stands between them, away from the front of `from`; false if they aren't all there.
+bool TakeSubsequence(std::span<const std::uint8_t> bytes, std::deque<std::uint8_t>& from) {
+    auto at = from.begin();
+    for (const std::uint8_t byte : bytes) {
+        at = std::find(at, from.end(), byte);
+        if (at == from.end()) return false;
+        ++at;
+    }
+    from.erase(from.begin(), at);
+    return true;
+}
+
+} // namespace
+
+std::string TextOf(const LineBytes& bytes) {
+    std::string text;
+    for (const std::uint8_t byte : bytes) text += FormatText(" %02x", byte);
+    return text;
+}
+
+void CLogJudge::Restart(LineTime now) {
+    unfinished.clear();
+    lastSecond.clear();
+    logged.clear();
+    heard.clear();
+    ways = {0};
+    nextPoll = 0;
+    expectsReceived = false;
+    Disturb(now);
+}
+
+void CLogJudge::Disturb(LineTime now) {
+    disturbedUntil = now + disturbance;
+    for (Frame& each : logged) each.mayBeLost = true;
+    doubtful.insert(doubtful.end(), spoken.begin(), spoken.end());
+    spoken.clear();
+}
+
+// What is certain again begins with an answer of its own.
+void CLogJudge::Speak(const LineBytes& bytes, LineTime now) {
+    if (disturbedUntil && now > *disturbedUntil && now - lastSpoken > silenceBetween) disturbedUntil.reset();
+    lastSpoken = now;
+    for (const std::uint8_t byte : bytes) (disturbedUntil ? doubtful : spoken).push_back(byte);
+}
+
+std::string CLogJudge::Read(std::string_view text, LineTime now) {
+    unfinished += text;
+    for (std::size_t end = 0; (end = unfinished.find("\r\n")) != std::string::npos;) {
+        const std::string line = unfinished.substr(0, end);
+        unfinished.erase(0, end + 2);
+        ++lines;
+        if (std::string wrong = TakeLine(line, now); !wrong.empty()) return wrong.append(": ").append(line);
+    }
+    return Match(now);
+}
+
+std::string CLogJudge::TakeLine(std::string_view line, LineTime now) {
+    LogLine parsed{};
+    if (!ParseLogLine(line, parsed)) return "no line of a log";
+    const std::string second(line.substr(0, 19));
+    if (second < lastSecond) return "the log's time runs backwards";
+    lastSecond = second;
+    const LineBytes bytes(parsed.Bytes().begin(), parsed.Bytes().end());
+    if (parsed.isSent) return TakeSent(bytes, now);
+    if (!expectsReceived) return "an answer without a request";
+    expectsReceived = false;
+    return TakeReceived(bytes);
+}
+
+std::string CLogJudge::TakeSent(const LineBytes& frame, LineTime now) {
+    expectsReceived = true;
+    logged.push_back({frame, now, disturbedUntil && now <= *disturbedUntil});
+    if (frame.size() < 4 || frame[2] != static_cast<std::uint8_t>(RequestCode::Poll)) return {};
+    if (frame[1] != nextPoll) return "a poll out of turn";
+    nextPoll = static_cast<std::uint8_t>((nextPoll + 1) % counterCount);
+    return {};
+}
+
+// First come doubtful bytes of which any may be missing, then certain ones.
+std::string CLogJudge::TakeReceived(const LineBytes& bytes) {
+    constexpr std::size_t shortest = 4; // of what can be told from chance
+    const std::span<const std::uint8_t> all(bytes);
+    for (std::size_t cut = 0; cut < all.size(); ++cut) {
+        const auto certain = all.subspan(cut);
+        if (cut > 0 && (doubtful.empty() || certain.size() < shortest)) break;
+        if (certain.size() > spoken.size() || !std::equal(certain.begin(), certain.end(), spoken.begin())) continue;
+        if (!TakeSubsequence(all.first(cut), doubtful)) continue;
+        spoken.erase(spoken.begin(), spoken.begin() + static_cast<std::ptrdiff_t>(certain.size()));
+        doubtful.clear();
+        return {};
+    }
+    return TakeSubsequence(all, doubtful) ? "" : "bytes in the log that were not said so";
+}
+
+// Lost frames may look like those that came, so all ways to pair the two are followed: each is how many logged frames
+// it has used up. A frame's line is there before the frame is heard, but not in what was read a moment ago.
+std::string CLogJudge::Match(LineTime now) {
+    constexpr LineTime moment = std::chrono::milliseconds(100);
+    while (!heard.empty() && now - heard.front().time >= moment) {
+        std::set<std::size_t> next;
+        for (const std::size_t way : ways) Follow(way, next);
+        if (next.empty()) break;
+        ways = std::move(next);
+        heard.pop_front();
+    }
+    if (!heard.empty() && now - heard.front().time > patience)
+        return "a frame on the wire that isn't in the log:" + TextOf(heard.front().bytes);
+    std::set<std::size_t> kept;
+    for (std::size_t way : ways) {
+        const auto isOld = [&] { return way < logged.size() && now - logged[way].time > patience; };
+        while (isOld() && logged[way].mayBeLost) ++way;
+        if (!isOld()) kept.insert(way);
+    }
+    if (kept.empty()) return "a frame in the log that never came onto the wire:" + TextOf(logged[*ways.begin()].bytes);
+    const std::size_t used = *kept.begin();
+    logged.erase(logged.begin(), logged.begin() + static_cast<std::ptrdiff_t>(used));
+    ways.clear();
+    for (const std::size_t way : kept) ways.insert(way - used);
+    return {};
+}
+
+void CLogJudge::Follow(std::size_t way, std::set<std::size_t>& next) const {
+    for (; way < logged.size(); ++way) {
+        if (logged[way].bytes == heard.front().bytes) next.insert(way + 1);
+        if (!logged[way].mayBeLost) return;
+    }
+}

@@ -1,0 +1,124 @@
+#include "soak/ProcessFigures.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+#include <span>
+#include <vector>
+
+#include <psapi.h>
+#include <winternl.h>
+
+namespace {
+
+// The system's own counts are asked for first; a system that has none keeps a table of GDI handles in each process,
+// with entries of one form for both word sizes.
+constexpr std::size_t tableAt = sizeof(void*) == 8 ? 0xF8 : 0x94; // its address in the process's block
+constexpr std::size_t entrySize = 24;
+constexpr std::size_t typeAt = 14;
+constexpr std::size_t entryCount = 65536;
+
+std::map<int, int> CountGdiEntries(HANDLE process) {
+    PROCESS_BASIC_INFORMATION basic{};
+    ULONG length = 0;
+    if (::NtQueryInformationProcess(process, ProcessBasicInformation, &basic, sizeof basic, &length) != 0) return {};
+    const auto* const block = reinterpret_cast<const std::byte*>(basic.PebBaseAddress);
+    const void* table = nullptr;
+    if (::ReadProcessMemory(process, block + tableAt, &table, sizeof table, nullptr) == FALSE || table == nullptr)
+        return {};
+    std::vector<std::byte> entries(entrySize * entryCount);
+    if (::ReadProcessMemory(process, table, entries.data(), entries.size(), nullptr) == FALSE) return {};
+    std::map<int, int> kinds;
+    for (std::size_t at = typeAt; at < entries.size(); at += entrySize) {
+        constexpr int kindMask = 0x7F; // above it: whether the object is one of the system's own
+        const int kind = std::to_integer<int>(entries[at]) & kindMask;
+        if (kind != 0) ++kinds[kind];
+    }
+    return kinds;
+}
+
+void TakeGdiFigures(HANDLE process, ProcessFigures& figures) {
+    figures.gdiObjects = static_cast<int>(::GetGuiResources(process, GR_GDIOBJECTS));
+    if (figures.gdiObjects != 0) return;
+    for (const auto& [kind, count] : CountGdiEntries(process)) {
+        figures.gdiObjects += count;
+        figures.gdiKinds += (figures.gdiKinds.empty() ? "" : " ") + std::to_string(kind) + ":" + std::to_string(count);
+    }
+}
+
+// The list of the system's handles; what it tells beside a process's threads is no count on every system.
+int CountHandles(DWORD processId) {
+    struct Entry {
+        void* object;
+        ULONG_PTR processId, handle;
+        ULONG access;
+        USHORT trace, type;
+        ULONG attributes, reserved;
+    };
+    // The header doesn't name this question, whose process ids are of full width.
+    using Query = NTSTATUS(NTAPI*)(ULONG, void*, ULONG, ULONG*);
+    const auto query = reinterpret_cast<Query>(reinterpret_cast<void (*)()>(&::NtQuerySystemInformation));
+    constexpr ULONG allHandles = 64;
+    std::vector<ULONG_PTR> room(1 << 18);
+    ULONG length = 0;
+    if (query(allHandles, room.data(), static_cast<ULONG>(room.size() * sizeof(ULONG_PTR)), &length) != 0) return 0;
+    const std::span entries(reinterpret_cast<const Entry*>(room.data() + 2), room[0]);
+    return static_cast<int>(std::ranges::count(entries, processId, &Entry::processId));
+}
+
+void TakeSystemFigures(DWORD processId, ProcessFigures& figures) {
+    ULONG length = 1 << 20;
+    std::vector<std::max_align_t> room(length / sizeof(std::max_align_t));
+    if (::NtQuerySystemInformation(SystemProcessInformation, room.data(), length, &length) != 0) return;
+    const auto* at = reinterpret_cast<const std::byte*>(room.data());
+    for (;;) {
+        const auto& each = *reinterpret_cast<const SYSTEM_PROCESS_INFORMATION*>(at);
+        if (reinterpret_cast<std::uintptr_t>(each.UniqueProcessId) == processId) {
+            figures.threads = static_cast<int>(each.NumberOfThreads);
+        }
+        if (each.NextEntryOffset == 0) return;
+        at += each.NextEntryOffset;
+    }
+}
+
+struct WindowCount {
+    DWORD processId;
+    int count;
+};
+
+BOOL CALLBACK CountChild(HWND, LPARAM count) {
+    ++reinterpret_cast<WindowCount*>(count)->count;
+    return TRUE;
+}
+
+BOOL CALLBACK CountWindow(HWND window, LPARAM count) {
+    DWORD owner = 0;
+    ::GetWindowThreadProcessId(window, &owner);
+    if (owner != reinterpret_cast<WindowCount*>(count)->processId) return TRUE;
+    ::EnumChildWindows(window, &CountChild, count);
+    return CountChild(window, count);
+}
+
+} // namespace
+
+ProcessFigures FiguresOf(HANDLE process) {
+    ProcessFigures figures;
+    PROCESS_MEMORY_COUNTERS memory{};
+    memory.cb = sizeof memory;
+    if (::GetProcessMemoryInfo(process, &memory, sizeof memory) != FALSE)
+        figures.memory = static_cast<std::int64_t>(memory.PagefileUsage / 1024);
+    const DWORD id = ::GetProcessId(process);
+    TakeSystemFigures(id, figures);
+    figures.handles = CountHandles(id);
+    TakeGdiFigures(process, figures);
+    WindowCount windows{id, 0};
+    ::EnumWindows(&CountWindow, reinterpret_cast<LPARAM>(&windows));
+    figures.windows = windows.count;
+    return figures;
+}
+
+std::string ProcessFigures::Text() const {
+    return "memory " + std::to_string(memory) + " KiB, handles " + std::to_string(handles) + ", threads " +
+           std::to_string(threads) + ", GDI objects " + std::to_string(gdiObjects) + ", windows " +
+           std::to_string(windows) + (gdiKinds.empty() ? "" : " (" + gdiKinds + ")");
+}

@@ -1,0 +1,150 @@
+#include "soak/SoakedProgram.h"
+
+#include <string_view>
+#include <vector>
+
+#include "framework/SystemHandles.h"
+#include "resources/Product.h"
+#include "resources/ResourceIds.h"
+#include "soak/Waiting.h"
+
+namespace {
+
+struct Search {
+    int id;
+    HWND found;
+};
+
+BOOL CALLBACK FindById(HWND child, LPARAM search) {
+    auto& wanted = *reinterpret_cast<Search*>(search);
+    if (::GetDlgCtrlID(child) != wanted.id) return TRUE;
+    wanted.found = child;
+    return FALSE;
+}
+
+struct BoxSearch {
+    DWORD process;
+    HWND frame, found;
+};
+
+BOOL CALLBACK FindBox(HWND window, LPARAM search) {
+    auto& wanted = *reinterpret_cast<BoxSearch*>(search);
+    constexpr ATOM dialogClass = 32770;
+    DWORD owner = 0;
+    ::GetWindowThreadProcessId(window, &owner);
+    if (owner != wanted.process || window == wanted.frame || ::IsWindowVisible(window) == FALSE ||
+        ::IsWindowEnabled(window) == FALSE || ::GetClassLongA(window, GCW_ATOM) != dialogClass)
+        return TRUE;
+    wanted.found = window;
+    return FALSE;
+}
+
+// A corner of a window that has none of its own beneath, and what it shows.
+struct Mark {
+    HWND window;
+    COLORREF shown;
+};
+
+constexpr int markAt = 3;
+
+BOOL CALLBACK MarkLeaf(HWND window, LPARAM marks) {
+    if (::IsWindowVisible(window) == FALSE || ::GetWindow(window, GW_CHILD) != nullptr) return TRUE;
+    HDC const dc = ::GetDC(window);
+    ::SetPixel(dc, markAt, markAt, ::GetPixel(dc, markAt, markAt) ^ 0x00FFFFFF);
+    reinterpret_cast<std::vector<Mark>*>(marks)->push_back({window, ::GetPixel(dc, markAt, markAt)});
+    ::ReleaseDC(window, dc);
+    return TRUE;
+}
+
+bool IsWiped(const Mark& mark) {
+    HDC const dc = ::GetDC(mark.window);
+    const COLORREF now = ::GetPixel(dc, markAt, markAt);
+    ::ReleaseDC(mark.window, dc);
+    return now != mark.shown;
+}
+
+} // namespace
+
+std::string CSoakedProgram::Folder() {
+    char path[MAX_PATH]{};
+    ::GetModuleFileNameA(nullptr, path, sizeof path);
+    const std::string own(path);
+    return own.substr(0, own.rfind('\\', own.rfind('\\') - 1)) + "\\bin\\";
+}
+
+bool CSoakedProgram::Start() {
+    STARTUPINFOA start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION made{};
+    const std::string folder = Folder(), path = folder + "Quorvane.exe";
+    if (!::CreateProcessA(path.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start, &made))
+        return false;
+    ::CloseHandle(made.hThread);
+    process.Attach(made.hProcess);
+    const bool shown = AwaitFor(30'000, [this] {
+        frame = ::FindWindowA(nullptr, PRODUCT_TITLE);
+        return ::IsWindowVisible(frame) != FALSE;
+    });
+    DWORD_PTR result = 0;
+    return shown && ::SendMessageTimeoutA(frame, WM_NULL, 0, 0, SMTO_NORMAL, 10'000, &result) != 0;
+}
+
+bool CSoakedProgram::Close(bool sessionEnds) {
+    ::PostMessageA(frame, sessionEnds ? WM_ENDSESSION : WM_CLOSE, sessionEnds ? 1 : 0, 0);
+    DWORD code = 1;
+    if (::WaitForSingleObject(Process(), 10'000) == WAIT_OBJECT_0) ::GetExitCodeProcess(Process(), &code);
+    frame = nullptr;
+    return code == 0;
+}
+
+void CSoakedProgram::Kill() {
+    ::TerminateProcess(Process(), 1);
+    ::WaitForSingleObject(Process(), 10'000);
+    frame = nullptr;
+}
+
+bool CSoakedProgram::IsRunning() const {
+    return !process.IsEmpty() && ::WaitForSingleObject(Process(), 0) == WAIT_TIMEOUT;
+}
+
+HWND CSoakedProgram::Control(int id) const {
+    Search search{id, nullptr};
+    if (frame != nullptr) ::EnumChildWindows(frame, &FindById, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+// A window that doesn't answer has no text.
+std::string CSoakedProgram::Text(int id) const {
+    char text[256]{};
+    DWORD_PTR length = 0;
+    ::SendMessageTimeoutA(Control(id), WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text), SMTO_NORMAL, 5000,
+                          &length);
+    return text;
+}
+
+bool CSoakedProgram::IsPortOpen() const {
+    const std::string caption = Text(IDC_PORT);
+    return caption == "Close COM" || caption == "\xE5\x85\xB3\xE9\x97\xAD\xE4\xB8\xB2\xE5\x8F\xA3";
+}
+
+std::string CSoakedProgram::PaintsWithin(DWORD time) const {
+    std::vector<Mark> marks;
+    ::EnumChildWindows(frame, &MarkLeaf, reinterpret_cast<LPARAM>(&marks));
+    ::Sleep(time);
+    std::string text;
+    for (const Mark& mark : marks) text += IsWiped(mark) ? std::to_string(::GetDlgCtrlID(mark.window)) + " " : "";
+    ::RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+    return text;
+}
+
+// Not by the last active popup: another program may have brought the frame to the front before it.
+HWND CSoakedProgram::Box() const {
+    BoxSearch search{::GetProcessId(Process()), frame, nullptr};
+    ::EnumWindows(&FindBox, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+HWND CSoakedProgram::ShownPopup() {
+    const HWND popup = ::FindWindowA("#32768", nullptr);
+    return ::IsWindowVisible(popup) != FALSE ? popup : nullptr;
+}
