@@ -33,7 +33,7 @@ void CComSettingDlg::DoDataExchange(CDataExchange& exchange) {
 
 bool CComSettingDlg::OnInitDialog() {
     CDialog::OnInitDialog();
-    for (const std::int32_t number : FindPorts(probe))
+    for (const std::int32_t number : CPortFinder(probe).Await())
         portCombo.SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(PortName(number).c_str()));
     SetDlgItemText(IDC_COM_SETTING_PORT, text.port);
     SetDlgItemText(IDC_COM_SETTING_BAUD, text.baudRate);

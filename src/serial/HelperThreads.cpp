@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <windows.h>
-
-#include "framework/WorkerThread.h"
 
 namespace {
 
@@ -27,26 +26,35 @@ constexpr std::uint32_t headStart = 100;
 
 } // namespace
 
+CHelperRun::CHelperRun(std::function<void()> helperWork) : work(std::move(helperWork)), begun(::GetTickCount()) {
+    if (isHelper || !Begin()) work();
+}
+
+bool CHelperRun::Begin() {
+    auto own = std::make_unique<Work>(work);
+    if (!threads.emplace_back().Start(&RunWork, own.get())) {
+        threads.pop_back();
+        return false;
+    }
+    static_cast<void>(own.release()); // the new thread's now
+    return true;
+}
+
+bool CHelperRun::AwaitAll(std::uint32_t deadline) const {
+    std::vector<HANDLE> handles;
+    for (const CWorkerThread& thread : threads) handles.push_back(thread.GetHandle());
+    const auto running = static_cast<DWORD>(handles.size());
+    const std::uint32_t rest = deadline - std::min<std::uint32_t>(::GetTickCount() - begun, deadline);
+    return ::WaitForMultipleObjects(running, handles.data(), TRUE, rest) < WAIT_OBJECT_0 + running;
+}
+
+bool CHelperRun::Await(std::uint32_t limit, std::size_t count) {
+    if (threads.empty() || AwaitAll(std::min(headStart, limit))) return true;
+    while (threads.size() < count && Begin()) {
+    }
+    return AwaitAll(limit);
+}
+
 bool RunOnHelpers(std::uint32_t limit, const std::function<void()>& work, std::size_t count) {
-    if (isHelper) {
-        work();
-        return true;
-    }
-    std::vector<CWorkerThread> threads(count);
-    std::vector<HANDLE> started;
-    for (CWorkerThread& thread : threads) {
-        auto own = std::make_unique<Work>(work);
-        if (!thread.Start(&RunWork, own.get())) break;
-        static_cast<void>(own.release()); // the new thread's now
-        started.push_back(thread.GetHandle());
-        const bool isFirst = started.size() == 1;
-        if (isFirst && ::WaitForSingleObject(started.front(), std::min(headStart, limit)) == WAIT_OBJECT_0) return true;
-    }
-    if (started.empty()) {
-        work();
-        return true;
-    }
-    const auto running = static_cast<DWORD>(started.size());
-    const std::uint32_t rest = limit - std::min(headStart, limit);
-    return ::WaitForMultipleObjects(running, started.data(), TRUE, rest) < WAIT_OBJECT_0 + running;
+    return CHelperRun(work).Await(limit, count);
 }

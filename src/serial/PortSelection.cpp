@@ -5,13 +5,13 @@
 #include <chrono>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <windows.h>
 
 #include "serial/CommLine.h"
 #include "serial/CommPlatform.h"
 #include "serial/CommPort.h"
-#include "serial/HelperThreads.h"
 
 namespace {
 
@@ -41,17 +41,17 @@ bool ProbePort(const char* name, CCommPlatform& platform) {
     return TryDevice(platform, name) == 0;
 }
 
-std::vector<std::int32_t> FindPorts(const PortProbe& probe, std::size_t limit) {
-    const auto search = std::make_shared<CPortSearch>(probe, limit);
-    const auto takePart = [search] { search->Run(); };
-    RunOnHelpers(searchLimit, takePart, proberCount);
+CPortFinder::CPortFinder(PortProbe probe, std::size_t limit)
+    : search(std::make_shared<CPortSearch>(std::move(probe), limit)), run([shared = search] { shared->Run(); }) {}
+
+std::vector<std::int32_t> CPortFinder::Await() {
+    run.Await(searchLimit, proberCount);
     search->Stop();
     return search->Found();
 }
 
-AvailablePorts EnumeratePorts() {
-    const PortProbe probe = [](const std::string& name) { return ProbePort(name.c_str()); };
-    return ListPorts(FindPorts(probe, AvailablePorts().numbers.size()));
+AvailablePorts EnumeratePorts(CPortFinder& finder) {
+    return ListPorts(finder.Await());
 }
 
 std::int32_t ConfigurePort(CCommPort& port, const PortSettings& settings) {

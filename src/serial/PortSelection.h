@@ -3,8 +3,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
+#include "serial/HelperThreads.h"
 #include "serial/PortSearch.h"
 
 class CCommPlatform;
@@ -22,12 +24,23 @@ inline constexpr std::uint32_t openLimit = 4000;
 bool ProbePort(const char* name);
 bool ProbePort(const char* name, CCommPlatform& platform);
 
-// The numbers of the `limit` lowest ports that answer the probe, rising. Several are probed at a time, and a probe that
-// hasn't answered after `searchLimit` has failed; it goes on alone, so `probe` owns what it touches.
-std::vector<std::int32_t> FindPorts(const PortProbe& probe, std::size_t limit = lastPortNumber);
+// A search for the `limit` lowest ports that answer the probe, under way from the start of this object. Several are
+// probed at a time, and a probe that hasn't answered `searchLimit` after the start has failed; it goes on alone, so
+// `probe` owns what it touches.
+class CPortFinder {
+public:
+    explicit CPortFinder(PortProbe probe, std::size_t limit = lastPortNumber);
 
-// The machine's ports for the COM menu.
-AvailablePorts EnumeratePorts();
+    // Ends the search, and gives the numbers that it has found, rising.
+    std::vector<std::int32_t> Await();
+
+private:
+    std::shared_ptr<CPortSearch> search;
+    CHelperRun run;
+};
+
+// The machine's ports for the COM menu, of a search for as many as it has rows; ends it.
+AvailablePorts EnumeratePorts(CPortFinder& finder);
 
 // Puts speed, byte size, parity and stop bits of the settings on the open line; answers as CCommPort::Configure.
 std::int32_t ConfigurePort(CCommPort& port, const PortSettings& settings);

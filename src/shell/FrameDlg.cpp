@@ -80,8 +80,14 @@ bool CFrameDlg::OnInitDialog() {
         return true;
     }
     if (ReadRegistryInt("COM", port.portNumber, 1) == 0) WriteRegistryInt("COM", 1);
-    availablePorts = EnumeratePorts();
-    CreatePanel();
+    const auto probe = [](const std::string& name) { return ProbePort(name.c_str()); };
+    CPortFinder finder(probe, availablePorts.numbers.size()); // while the panel is made
+    if (!CreatePanel()) {
+        EndDialog(IDABORT); // the application tells it
+        return true;
+    }
+    availablePorts = EnumeratePorts(finder);
+    OpenPortWithin(openLimitAtStart);
     return true;
 }
 
@@ -93,16 +99,13 @@ bool CFrameDlg::TakeName() {
     return true;
 }
 
-void CFrameDlg::CreatePanel() {
+bool CFrameDlg::CreatePanel() {
     panel = new CCounterPanel;
     panel->frame = this;
-    if (!panel->Create(*this)) {
-        EndDialog(IDABORT); // the application tells it
-        return;
-    }
+    if (!panel->Create(*this)) return false;
     FitPanel();
     panel->ShowWindow(SW_SHOW);
-    OpenPortWithin(openLimitAtStart);
+    return true;
 }
 
 void CFrameDlg::FitPanel() {

@@ -37,7 +37,7 @@ protected:
 private:
     // False if another copy has it.
     bool TakeName();
-    void CreatePanel();
+    bool CreatePanel();
     void FitPanel();
     // `limit` in ms.
     void OpenPortWithin(std::uint32_t limit);

@@ -181,11 +181,11 @@ TEST(PortSelection, TheLiveLineMoves) {
 
 TEST(PortSelection, ASearchEndsAlthoughOneProbeIsHeld) {
     std::promise<void> lets;
-    const auto found = FindPorts([held = lets.get_future().share()](const std::string& name) {
+    CPortFinder finder([held = lets.get_future().share()](const std::string& name) {
         if (name == "COM2") held.wait();
         return name.size() == 4;
     });
-    EXPECT_EQ(found, (std::vector<std::int32_t>{1, 3, 4, 5, 6, 7, 8, 9}));
+    EXPECT_EQ(finder.Await(), (std::vector<std::int32_t>{1, 3, 4, 5, 6, 7, 8, 9}));
     lets.set_value();
 }
 

@@ -41,8 +41,8 @@ CCommPort port(platform);
 extern "C" CCommPort* __wrap__ZN9CCommPort8InstanceEv() {
     return &port;
 }
-extern "C" AvailablePorts __wrap__Z14EnumeratePortsv() {
-    return ListPorts(FindPorts([](const std::string& name) { return ProbePort(name.c_str(), platform); }, 6));
+extern "C" bool __wrap__Z9ProbePortPKc(const char* name) {
+    return ProbePort(name, platform);
 }
 extern "C" void __wrap__Z11PauseThreadj(std::uint32_t) {
     ::Sleep(1);
