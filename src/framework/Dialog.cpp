@@ -75,6 +75,18 @@ BOOL CALLBACK EndForeignDialog(HWND window, LPARAM) {
     return TRUE;
 }
 
+BOOL CALLBACK AddToList(HWND window, LPARAM list) {
+    reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    return TRUE;
+}
+
+CRect PlaceIn(HWND dialog, HWND control) {
+    CRect place;
+    ::GetWindowRect(control, &place);
+    ::MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
 // As far as the screen's work area reaches around the window.
 CPoint CentredCorner(HWND window, const CSize& size) {
     MONITORINFO monitor{};
@@ -121,6 +133,7 @@ bool CDialog::CreateFromTemplate(HWND owner, bool hidden) {
     if (resource.empty() || GetHandle() != nullptr) return false;
     std::vector<std::byte> bytes(resource.begin(), resource.end());
     if (hidden) HideDialogTemplate(bytes);
+    if (makesHidden) HideDialogItems(bytes);
     CDialog* outer = std::exchange(dialogInCreation, this);
     const HWND window = ::CreateDialogIndirectParamA(FindResourceModule(name, RT_DIALOG),
                                                      reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner,
@@ -203,24 +216,34 @@ bool CDialog::AllLoopsEnd() {
     return Modals().ending;
 }
 
+// The platform has made the controls in the template's order, the first on top.
+void CDialog::ListControls(const std::vector<DialogItem>& items) {
+    std::vector<HWND> children;
+    ::EnumChildWindows(GetHandle(), &AddToList, reinterpret_cast<LPARAM>(&children));
+    std::erase_if(children, [this](HWND window) { return ::GetParent(window) != GetHandle(); }); // parts of a control
+    controls.clear();
+    for (std::size_t i = 0; i < std::min(children.size(), items.size()); ++i)
+        controls.push_back({children[i], items[i].IsVisible()});
+}
+
 void CDialog::LayOut() {
     const auto layout = ReadDialogLayout(LoadResourceBytes(MAKEINTRESOURCEA(templateId), RT_DIALOG));
-    const auto base = layout ? BaseUnitsOf(layout->font) : std::nullopt;
+    if (!layout) return;
+    ListControls(layout->items);
+    const auto base = BaseUnitsOf(layout->font);
     if (!base) return;
     textFont = MakeDialogFont(layout->font, base->height);
     const auto pixels = [&](const DialogPlace& place) {
         return CRect::Sized(ToPixels(place.x, base->width, 4), ToPixels(place.y, base->height, 8),
                             ToPixels(place.width, base->width, 4), ToPixels(place.height, base->height, 8));
     };
-    // The platform has made the controls in the template's order, the first on top.
-    HWND control = ::GetWindow(GetHandle(), GW_CHILD);
-    for (const DialogPlace& item : layout->items) {
-        if (control == nullptr) break;
-        const CRect place = pixels(item);
+    for (std::size_t i = 0; i < controls.size(); ++i) {
+        const HWND control = controls[i].window;
+        const CRect place = pixels(layout->items[i].place);
         ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(textFont.GetHandle()), FALSE);
+        if (PlaceIn(GetHandle(), control) == place) continue; // mostly, and a call isn't cheap
         ::SetWindowPos(control, nullptr, place.left, place.top, place.Width(), place.Height(),
                        SWP_NOZORDER | SWP_NOACTIVATE);
-        control = ::GetWindow(control, GW_HWNDNEXT);
     }
     PlaceWindow(pixels(layout->place), layout->style);
 }

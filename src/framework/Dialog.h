@@ -4,8 +4,11 @@
 // whatever fonts the system has (DialogTemplate.h); the text is shown in the font of that height and character set.
 #pragma once
 
+#include <vector>
+
 #include <windows.h>
 
+#include "framework/DialogTemplate.h"
 #include "framework/Gdi.h"
 #include "framework/Wnd.h"
 
@@ -45,6 +48,17 @@ protected:
     // Runs the template's initialisation list and binds the controls. True lets the platform place the focus on the
     // first tab stop, unless the focus lies inside the dialog already.
     virtual bool OnInitDialog();
+
+    struct Control {
+        HWND window;
+        bool isVisible; // in the template
+    };
+    // In the template's order. There from OnInitDialog on.
+    const std::vector<Control>& Controls() const { return controls; }
+    // For the constructor of a dialog that moves most of its controls: none is visible when OnInitDialog begins, which
+    // has to show them. The platform has much less to do with a hidden one.
+    void MakeControlsHidden() { makesHidden = true; }
+
     virtual void OnOK() { EndDialog(IDOK); }
     virtual void OnCancel() { EndDialog(IDCANCEL); }
     void PostNcDestroy() override;
@@ -53,6 +67,7 @@ private:
     static INT_PTR CALLBACK DialogEntry(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
     bool CreateFromTemplate(HWND owner, bool hidden);
+    void ListControls(const std::vector<DialogItem>& items);
     void LayOut();
     void PlaceWindow(const CRect& place, DWORD style);
     LRESULT OnGetFont(WPARAM wParam, LPARAM lParam);
@@ -69,5 +84,7 @@ private:
     bool modal = false;
     bool ended = false;
     INT_PTR modalResult = -1;
+    bool makesHidden = false;
+    std::vector<Control> controls;
     CFont textFont; // empty where the font of the template is left to the platform
 };

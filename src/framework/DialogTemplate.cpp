@@ -9,7 +9,6 @@
 namespace {
 
 constexpr std::uint32_t extendedMark = 0xFFFF0001; // version and signature, which no style of the plain form is
-constexpr std::uint32_t visibleStyle = 0x10000000; // WS_VISIBLE
 constexpr std::size_t extendedStyleOffset = 12; // DLGTEMPLATEEX: version, signature, help id, extended style come first
 
 // Reads a template from its beginning to its end. What is read beyond the end is zero, and spoils the reading.
@@ -39,7 +38,8 @@ public:
     }
     void Skip(std::size_t count) { whole = reader.Skip(count) && whole; }
     // The next item begins at a multiple of four bytes.
-    void Align() { Skip((size - reader.Rest().size()) % 4 == 0 ? 0 : 2); }
+    void Align() { Skip(Position() % 4 == 0 ? 0 : 2); }
+    std::size_t Position() const { return size - reader.Rest().size(); }
 
 private:
     template <class Value>
@@ -68,17 +68,25 @@ DialogFont ReadFont(CTemplateReader& reader, bool extended) {
     return font;
 }
 
-DialogPlace ReadItem(CTemplateReader& reader, bool extended) {
+DialogItem ReadItem(CTemplateReader& reader, bool extended) {
+    DialogItem item;
     reader.Align();
-    reader.Skip(extended ? 12 : 8); // styles, before them the help id
-    const DialogPlace place = reader.Place();
+    if (extended) reader.Skip(8); // help id, extended style
+    item.style = reader.Long();
+    item.styleEnd = reader.Position();
+    if (!extended) reader.Skip(4);
+    item.place = reader.Place();
     reader.Skip(extended ? 4 : 2); // id
     reader.SkipName();
     reader.SkipName();
     // Data for the control. The plain form counts the length itself as well.
     const std::uint16_t length = reader.Word();
     reader.Skip(extended || length < 2 ? length : length - 2U);
-    return place;
+    return item;
+}
+
+void HideStyle(std::span<std::byte> dialogTemplate, std::size_t styleEnd) {
+    dialogTemplate[styleEnd - 1] &= ~std::byte{DialogItem::visibleStyle >> 24};
 }
 
 } // namespace
@@ -122,9 +130,14 @@ bool HideDialogTemplate(std::span<std::byte> dialogTemplate) {
     const bool extended = DwordAt(dialogTemplate, 0) == extendedMark;
     const std::size_t offset = extended ? extendedStyleOffset : 0;
     if (dialogTemplate.size() < offset + 4) return false;
-    const std::size_t highByte = offset + 3;
-    dialogTemplate[highByte] &= ~std::byte{visibleStyle >> 24};
+    HideStyle(dialogTemplate, offset + 4);
     return true;
+}
+
+void HideDialogItems(std::span<std::byte> dialogTemplate) {
+    const auto layout = ReadDialogLayout(dialogTemplate);
+    if (!layout) return;
+    for (const DialogItem& item : layout->items) HideStyle(dialogTemplate, item.styleEnd);
 }
 
 std::vector<DialogInitEntry> ParseDialogInit(std::span<const std::byte> list) {

@@ -34,15 +34,29 @@ struct DialogPlace {
     bool operator==(const DialogPlace&) const = default;
 };
 
+struct DialogItem {
+    DialogPlace place;
+    std::uint32_t style = 0;
+    std::size_t styleEnd = 0; // where it ends in the template
+
+    static constexpr std::uint32_t visibleStyle = 0x10000000; // WS_VISIBLE
+    bool IsVisible() const { return (style & visibleStyle) != 0; }
+
+    bool operator==(const DialogItem&) const = default;
+};
+
 struct DialogLayout {
     std::uint32_t style = 0;
     DialogPlace place;
     DialogFont font;
-    std::vector<DialogPlace> items; // in the order in which the platform makes the controls
+    std::vector<DialogItem> items; // in the order in which the platform makes the controls
 };
 
 // Reads either form of template; nothing if it is cut off anywhere.
 std::optional<DialogLayout> ReadDialogLayout(std::span<const std::byte> dialogTemplate);
+
+// Clears WS_VISIBLE of all controls in a copy of a template; nothing in one that can't be read.
+void HideDialogItems(std::span<std::byte> dialogTemplate);
 
 // Average width and height of a font's letters in pixels: four units in width, eight in height.
 struct BaseUnits {

@@ -9,7 +9,9 @@
 
 static_assert(IDC_ADDRESS_BUTTON_LAST - IDC_ADDRESS_BUTTON_FIRST + 1 == counterCount, "a button for each counter");
 
-CCounterPanel::CCounterPanel() : CDialog(IDD_PANEL), CSettingsForm(static_cast<CWnd&>(*this)) {}
+CCounterPanel::CCounterPanel() : CDialog(IDD_PANEL), CSettingsForm(static_cast<CWnd&>(*this)) {
+    MakeControlsHidden();
+}
 
 const CMessageMap& CCounterPanel::ClassMap() {
     static constexpr std::array entries{
@@ -54,41 +56,41 @@ const CMessageMap& CCounterPanel::ClassMap() {
 }
 
 void CCounterPanel::DoDataExchange(CDataExchange& exchange) {
-    const std::pair<int, CWnd*> controls[] = {{IDC_PANEL_STATIC, &panelStatic},
-                                              {IDC_DATE_LABEL, &dateLabel},
-                                              {IDC_LANGUAGE_LABEL, &languageLabel},
-                                              {IDC_SENSITIVITY_LABEL, &sensitivityLabel},
-                                              {IDC_DIRECTION_LABEL, &directionLabel},
-                                              {IDC_SD_DETECT_LABEL, &sdDetectLabel},
-                                              {IDC_SD_PERIOD_LABEL, &sdPeriodLabel},
-                                              {IDC_ADDRESS_LABEL, &addressLabel},
-                                              {IDC_TOTALS_LABEL, &totalsLabel},
-                                              {IDC_UPPER_BORDER, &upperBorder},
-                                              {IDC_LOWER_BORDER, &lowerBorder},
-                                              {IDC_RIGHT_BORDER, &rightBorder},
-                                              {IDC_IN_LABEL, &inLabel},
-                                              {IDC_OUT_LABEL, &outLabel},
-                                              {IDC_TOP_BAR, &topBar},
-                                              {IDC_LANGUAGE_CHINESE, &chineseButton},
-                                              {IDC_LANGUAGE_ENGLISH, &englishButton},
-                                              {IDC_DIRECTION_IN, &inButton},
-                                              {IDC_DIRECTION_OUT, &outButton},
-                                              {IDC_SD_DETECT_YES, &yesButton},
-                                              {IDC_SD_DETECT_NO, &noButton},
-                                              {IDC_START, &startButton},
-                                              {IDC_UPDATE, &updateButton},
-                                              {IDC_CLEAR, &clearButton},
-                                              {IDC_PORT, &portButton},
-                                              {IDC_IN_DISPLAY, &inDisplay},
-                                              {IDC_OUT_DISPLAY, &outDisplay},
-                                              {IDC_ALL, &allButton},
-                                              {IDC_DATE_PICKER, &datePicker},
-                                              {IDC_SENSITIVITY_EDIT, &sensitivityEdit},
-                                              {IDC_SD_PERIOD_EDIT, &sdPeriodEdit},
-                                              {IDC_ADDRESS_EDIT, &addressEdit},
-                                              {IDC_TRANSMITTED_EDIT, &transmittedEdit},
-                                              {IDC_RECEIVED_EDIT, &receivedEdit}};
-    for (const auto& [id, control] : controls) DDX_Control(exchange, id, *control);
+    const std::pair<int, CWnd*> bound[] = {{IDC_PANEL_STATIC, &panelStatic},
+                                           {IDC_DATE_LABEL, &dateLabel},
+                                           {IDC_LANGUAGE_LABEL, &languageLabel},
+                                           {IDC_SENSITIVITY_LABEL, &sensitivityLabel},
+                                           {IDC_DIRECTION_LABEL, &directionLabel},
+                                           {IDC_SD_DETECT_LABEL, &sdDetectLabel},
+                                           {IDC_SD_PERIOD_LABEL, &sdPeriodLabel},
+                                           {IDC_ADDRESS_LABEL, &addressLabel},
+                                           {IDC_TOTALS_LABEL, &totalsLabel},
+                                           {IDC_UPPER_BORDER, &upperBorder},
+                                           {IDC_LOWER_BORDER, &lowerBorder},
+                                           {IDC_RIGHT_BORDER, &rightBorder},
+                                           {IDC_IN_LABEL, &inLabel},
+                                           {IDC_OUT_LABEL, &outLabel},
+                                           {IDC_TOP_BAR, &topBar},
+                                           {IDC_LANGUAGE_CHINESE, &chineseButton},
+                                           {IDC_LANGUAGE_ENGLISH, &englishButton},
+                                           {IDC_DIRECTION_IN, &inButton},
+                                           {IDC_DIRECTION_OUT, &outButton},
+                                           {IDC_SD_DETECT_YES, &yesButton},
+                                           {IDC_SD_DETECT_NO, &noButton},
+                                           {IDC_START, &startButton},
+                                           {IDC_UPDATE, &updateButton},
+                                           {IDC_CLEAR, &clearButton},
+                                           {IDC_PORT, &portButton},
+                                           {IDC_IN_DISPLAY, &inDisplay},
+                                           {IDC_OUT_DISPLAY, &outDisplay},
+                                           {IDC_ALL, &allButton},
+                                           {IDC_DATE_PICKER, &datePicker},
+                                           {IDC_SENSITIVITY_EDIT, &sensitivityEdit},
+                                           {IDC_SD_PERIOD_EDIT, &sdPeriodEdit},
+                                           {IDC_ADDRESS_EDIT, &addressEdit},
+                                           {IDC_TRANSMITTED_EDIT, &transmittedEdit},
+                                           {IDC_RECEIVED_EDIT, &receivedEdit}};
+    for (const auto& [id, control] : bound) DDX_Control(exchange, id, *control);
     int id = IDC_ADDRESS_BUTTON_FIRST;
     for (CAddressButton& button : addressButtons) DDX_Control(exchange, id++, button);
 }
@@ -99,14 +101,13 @@ bool CCounterPanel::OnInitDialog() {
     replies.SetWindow(GetHandle());
     CCommPort::Instance()->SetTap(this);
     LoadCaptions();
-    ListControls();
     PrepareIndicators();
     PlaceGround();
     PlaceLabels(); // before the buttons that they hold
     PlaceTopBar();
     PlaceButtons();
     PlaceBorders();
-    RestoreStacking();
+    ShowControls();
     NameControls();
     PrepareLog();
     SetStartSettings();

@@ -12,7 +12,6 @@
 
 #include <array>
 #include <string>
-#include <vector>
 
 #include "framework/Controls.h"
 #include "framework/Dialog.h"
@@ -79,14 +78,13 @@ protected:
 private:
     // Start and layout. The layout is fixed in pixels; it doesn't follow the window.
     void LoadCaptions();
-    void ListControls();
     void PrepareIndicators();
     void PlaceGround();
     void PlaceLabels();
     void PlaceTopBar();
     void PlaceButtons();
     void PlaceBorders();
-    void RestoreStacking() const;
+    void ShowControls() const;
     void NameControls();
     void OnPaint();
     void OnSize(UINT kind, int width, int height);
@@ -151,8 +149,6 @@ private:
     // Traffic.
     void OnTrafficChange() { RefreshTrafficTotals(); }
     void OnOpenLog() { OpenLog(); }
-
-    std::vector<HWND> templateOrder; // its controls
 
     CSkinStatic panelStatic, dateLabel, languageLabel, sensitivityLabel, directionLabel, sdDetectLabel, sdPeriodLabel,
         addressLabel, upperBorder, lowerBorder, rightBorder, inLabel, outLabel;

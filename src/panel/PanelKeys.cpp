@@ -30,7 +30,8 @@ void CCounterPanel::MoveFocus(bool backwards) const {
     const auto takesFocus = [&](HWND control) {
         return isTabStop(control) && ::IsWindowVisible(control) != FALSE && ::IsWindowEnabled(control) != FALSE;
     };
-    std::vector<HWND> walk = templateOrder;
+    std::vector<HWND> walk;
+    for (const Control& control : Controls()) walk.push_back(control.window);
     if (backwards) std::ranges::reverse(walk);
     // Those behind the focus come first, and then those before it. A focus elsewhere leaves the walk as it is.
     const auto holder = std::ranges::find_if(walk, holdsFocus);

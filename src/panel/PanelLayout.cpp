@@ -26,17 +26,14 @@ constexpr COLORREF digitColor = 0xFFFFFF;   // white
 
 } // namespace
 
-void CCounterPanel::ListControls() {
-    for (HWND control = ::GetWindow(GetHandle(), GW_CHILD); control != nullptr;
-         control = ::GetWindow(control, GW_HWNDNEXT)) {
-        templateOrder.push_back(control);
-    }
-}
-
-// A control that has moved into another window stands on top of all that were there before.
-void CCounterPanel::RestoreStacking() const {
-    for (const HWND control : templateOrder) {
-        ::SetWindowPos(control, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+// In the template's order again: a control that has moved into another window stands on top of all that were there
+// before. The address buttons wait for their counters.
+void CCounterPanel::ShowControls() const {
+    for (const auto& [control, isVisible] : Controls()) {
+        const int id = ::GetDlgCtrlID(control);
+        const bool waits = id >= IDC_ADDRESS_BUTTON_FIRST && id <= IDC_ADDRESS_BUTTON_LAST;
+        const UINT show = isVisible && !waits ? SWP_SHOWWINDOW : 0;
+        ::SetWindowPos(control, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | show);
     }
 }
 

@@ -75,8 +75,12 @@ Template AnyTemplate() {
     }
     for (int item = 0; item < count; ++item) {
         if (writer.bytes.size() % 4 != 0) writer.Noise(2);
-        writer.Noise(extended ? 12 : 8);
-        layout.items.push_back(writer.Place());
+        if (extended) writer.Noise(8);
+        const auto style = *rc::gen::arbitrary<std::uint32_t>();
+        writer.Number(4, style);
+        const std::size_t itemStyleEnd = writer.bytes.size();
+        if (!extended) writer.Noise(4);
+        layout.items.push_back({writer.Place(), style, itemStyleEnd});
         writer.Noise(extended ? 4 : 2);
         writer.Name();
         writer.Name();
@@ -108,6 +112,10 @@ RC_GTEST_PROP(DialogTemplate, IsReadBackWholeAndRefusedAtEveryCut, ()) {
         if (size >= styleEnd) expected[styleEnd - 1] &= std::byte{0xEF};
         RC_ASSERT(hidden == expected);
     }
+    Bytes hiddenItems = bytes, expectedItems = bytes;
+    HideDialogItems(hiddenItems);
+    for (const DialogItem& item : layout.items) expectedItems[item.styleEnd - 1] &= std::byte{0xEF};
+    RC_ASSERT(hiddenItems == expectedItems);
     // Of hostile bytes too, what is read doesn't depend on what lies behind them.
     for (int change = 0; change < 3; ++change)
         bytes[*rc::gen::inRange<std::size_t>(0, bytes.size())] = static_cast<std::byte>(*rc::gen::element(0, 1, 0xFF));
