@@ -84,6 +84,7 @@ private:
     void PlaceTopBar();
     void PlaceButtons();
     void PlaceBorders();
+    void MoveInto(const CWnd& ground, const CWnd& control, const CRect& place) const;
     void ShowControls() const;
     void NameControls();
     void OnPaint();

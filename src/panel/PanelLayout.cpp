@@ -16,8 +16,8 @@ namespace {
 constexpr CRect barPlace = CRect::Sized(9, 0, 465, 26);
 constexpr CRect groundPlace = CRect::Sized(0, 0, 480, 347);
 
-void MoveTo(const CWnd& control, const CRect& place, UINT flags = 0) {
-    control.SetWindowPos(nullptr, place.left, place.top, place.Width(), place.Height(), flags);
+void MoveTo(const CWnd& control, const CRect& place) {
+    control.SetWindowPos(nullptr, place.left, place.top, place.Width(), place.Height(), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 constexpr COLORREF lampTextLit = 0x00B200;  // green
@@ -26,14 +26,25 @@ constexpr COLORREF digitColor = 0xFFFFFF;   // white
 
 } // namespace
 
-// In the template's order again: a control that has moved into another window stands on top of all that were there
-// before. The address buttons wait for their counters.
+// A control that has moved into another window would stand on top of all that were there before: it goes behind the
+// nearest one in the template's order, and is shown with its place.
+void CCounterPanel::MoveInto(const CWnd& ground, const CWnd& control, const CRect& place) const {
+    control.SetParent(ground);
+    HWND before = HWND_TOP;
+    for (const auto& [window, isVisible] : Controls()) {
+        if (window == control.GetHandle()) break;
+        if (::GetParent(window) == ground.GetHandle()) before = window;
+    }
+    ::SetWindowPos(control.GetHandle(), before, place.left, place.top, place.Width(), place.Height(),
+                   SWP_SHOWWINDOW | SWP_NOACTIVATE);
+}
+
+// Those that have not been shown with their place. The address buttons wait for their counters.
 void CCounterPanel::ShowControls() const {
     for (const auto& [control, isVisible] : Controls()) {
         const int id = ::GetDlgCtrlID(control);
         const bool waits = id >= IDC_ADDRESS_BUTTON_FIRST && id <= IDC_ADDRESS_BUTTON_LAST;
-        const UINT show = isVisible && !waits ? SWP_SHOWWINDOW : 0;
-        ::SetWindowPos(control, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | show);
+        if (isVisible && !waits && ::GetParent(control) == GetHandle()) ::ShowWindow(control, SW_SHOWNA);
     }
 }
 
@@ -62,10 +73,10 @@ void CCounterPanel::PlaceGround() {
     panelStatic.cornerWidth = 50;
     panelStatic.cornerHeight = 40;
     bottomBorder.LoadFromFile(ThemeFile("BottomBorder.bmp"));
-    // By so much the template is larger than the frame's client area. The ground stays below its siblings.
+    // By so much the template is larger than the frame's client area.
     constexpr int excessWidth = 54, excessHeight = 19;
     const CRect client = GetClientRect();
-    MoveTo(panelStatic, {0, 0, client.Width() - excessWidth, client.Height() - excessHeight}, SWP_NOZORDER);
+    MoveTo(panelStatic, {0, 0, client.Width() - excessWidth, client.Height() - excessHeight});
 }
 
 void CCounterPanel::PlaceLabels() {
@@ -86,8 +97,7 @@ void CCounterPanel::PlaceLabels() {
                             {outLabel, CRect::Sized(216, 66, 129, 22), IDS_COUNTER_OUT, 5}};
     for (const Label& label : labels) {
         label.control.SetBitmapFile(ThemeFile("LeftTitleBar.bmp"));
-        label.control.SetParent(panelStatic);
-        MoveTo(label.control, label.place);
+        MoveInto(panelStatic, label.control, label.place);
         label.control.SetCaption(LoadText(label.textId), label.left, themeBlue);
     }
 }
@@ -101,8 +111,7 @@ void CCounterPanel::PlaceTopBar() {
     topBar.cornerWidth = 30;
     topBar.cornerHeight = 30;
     topBar.LoadButtons(ThemeFile("StatusToolBar.bmp"));
-    MoveTo(topBar, barPlace);
-    topBar.SetParent(panelStatic);
+    MoveInto(panelStatic, topBar, barPlace);
     topBar.Invalidate();
 }
 
@@ -126,8 +135,7 @@ void CCounterPanel::PlaceButtons() {
                               {updateButton, panelStatic, {384, 252}, updateText, activeColor}};
     for (const Button& button : buttons) {
         button.control.SetBitmapFile(ThemeFile("XButton.bmp"));
-        button.control.SetParent(button.parent);
-        MoveTo(button.control, CRect::Sized(button.corner.x, button.corner.y, 74, 22));
+        MoveInto(button.parent, button.control, CRect::Sized(button.corner.x, button.corner.y, 74, 22));
         button.control.SetCaption(button.text, 5, button.color);
         button.control.focusHeir = startButton.GetHandle();
         if (&button.control == &startButton) startButton.SetFocus();
@@ -146,8 +154,7 @@ void CCounterPanel::PlaceBorders() {
                               {totalsLabel, "TextBK.bmp", CRect::Sized(10, 316, 200, 20)}};
     for (const Border& border : borders) {
         border.control.SetBitmapFile(ThemeFile(border.picture));
-        border.control.SetParent(panelStatic);
-        MoveTo(border.control, border.place);
+        MoveInto(panelStatic, border.control, border.place);
     }
 }
 
@@ -161,8 +168,8 @@ void CCounterPanel::OnPaint() {
 void CCounterPanel::OnSize(UINT, int, int) {
     Default();
     if (!initialized) return;
-    MoveTo(panelStatic, groundPlace, SWP_NOZORDER);
-    MoveTo(topBar, barPlace, SWP_NOZORDER);
+    MoveTo(panelStatic, groundPlace);
+    MoveTo(topBar, barPlace);
     topBar.Invalidate();
 }
 
