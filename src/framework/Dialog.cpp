@@ -152,7 +152,7 @@ INT_PTR CDialog::DoModal() {
     if (AllLoopsEnd()) return IDCANCEL;
     const CModalEntry entry(*this);
     const HWND owner = ModalOwner(parent);
-    LetGoOfMouse();
+    const HWND moving = LetGoOfMouse();
     if (owner != nullptr && ::IsWindowEnabled(owner) != FALSE) {
         // Before the dialog exists, so that no click slips in between.
         ::EnableWindow(owner, FALSE);
@@ -169,6 +169,7 @@ INT_PTR CDialog::DoModal() {
     }
     ReleaseOwner();
     DestroyWindow();
+    EndMoving(moving);
     modal = false;
     return modalResult;
 }
@@ -206,8 +207,7 @@ void CDialog::EndDialog(INT_PTR result) {
 void CDialog::EndAllLoops() {
     std::vector<CDialog*>& dialogs = Modals().dialogs;
     Modals().ending = !dialogs.empty();
-    EndMoving();
-    LetGoOfMouse();
+    EndMoving(LetGoOfMouse());
     std::for_each(dialogs.rbegin(), dialogs.rend(), [](CDialog* dialog) { dialog->EndDialog(IDCANCEL); });
     ::EnumThreadWindows(::GetCurrentThreadId(), &EndForeignDialog, 0);
 }

@@ -26,9 +26,11 @@ HWND LastPopupOf(HWND top) {
     return ::IsWindowVisible(popup) != FALSE ? popup : top;
 }
 
-void LetGoOfMouse() {
+HWND LetGoOfMouse() {
+    const GUITHREADINFO state = StateOfThread();
     if (IsMenuOpen()) ::EndMenu();
     if (::GetCapture() != nullptr) ::ReleaseCapture();
+    return (state.flags & GUI_INMOVESIZE) != 0 ? state.hwndMoveSize : nullptr;
 }
 
 bool IsMenuOpen() {
@@ -36,8 +38,7 @@ bool IsMenuOpen() {
     return (StateOfThread().flags & inMenu) != 0;
 }
 
-void EndMoving() {
-    const GUITHREADINFO state = StateOfThread();
+void EndMoving(HWND window) {
     // As by the key: losing the capture ends that loop on some systems only.
-    if ((state.flags & GUI_INMOVESIZE) != 0) ::PostMessageA(state.hwndMoveSize, WM_KEYDOWN, VK_ESCAPE, 0);
+    if (window != nullptr) ::PostMessageA(window, WM_KEYDOWN, VK_ESCAPE, 0);
 }

@@ -14,11 +14,13 @@ HWND ModalOwner(const CWnd* parent);
 HWND LastPopupOf(HWND top);
 
 // To be called before the owner is disabled: a capture and an open menu of this thread would outlive that, and go on
-// hearing the mouse.
-void LetGoOfMouse();
+// hearing the mouse. Gives the window that was following the mouse by its title bar, for EndMoving; null if there is
+// none.
+HWND LetGoOfMouse();
 
 // Whether a menu of this thread is open.
 bool IsMenuOpen();
 
-// Ends the loop in which a window of this thread follows the mouse by its title bar, if there is one.
-void EndMoving();
+// Ends the loop in which this window follows the mouse by its title bar; null: none. To be called when the loops within
+// that one have ended or are about to.
+void EndMoving(HWND window);

@@ -178,9 +178,11 @@ std::string CWnd::GetDlgItemText(int id) const {
 int CWnd::MessageBox(const std::string& text, const std::string& caption, UINT type) const {
     if (CDialog::AllLoopsEnd()) return IDCANCEL;
     const HWND owner = LastPopupOf(::GetAncestor(handle, GA_ROOT));
-    LetGoOfMouse();
+    const HWND moving = LetGoOfMouse();
     // A null caption would read "Error" in the user's language; an empty one shows none.
-    return ::MessageBoxA(owner, text.c_str(), caption.c_str(), type);
+    const int answer = ::MessageBoxA(owner, text.c_str(), caption.c_str(), type);
+    EndMoving(moving);
+    return answer;
 }
 
 void CWnd::UpdateData(bool saving) {

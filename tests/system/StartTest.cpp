@@ -73,6 +73,8 @@ TEST_F(Start, ClosedUnderAnyWindowOrMenuTheProgramIsGone) {
                                                       {WM_CLOSE, {IDC_DIRECTION_OUT, IDC_UPDATE}},
                                                       {WM_ENDSESSION, {ID_ABOUT}},
                                                       {WM_CLOSE, {ID_COM_SETTING}},
+                                                      {WM_CLOSE, {SC_MOVE, ID_ABOUT}},
+                                                      {WM_CLOSE, {SC_MOVE, IDC_CLEAR}},
                                                       {WM_CLOSE, {ID_PORT_MENU}},
                                                       {WM_ENDSESSION, {ID_PORT_MENU}},
                                                       {WM_CLOSE, {}},
@@ -82,7 +84,12 @@ TEST_F(Start, ClosedUnderAnyWindowOrMenuTheProgramIsGone) {
     for (const auto& [message, commands] : rows) {
         SCOPED_TRACE(testing::PrintToString(commands) + (message == WM_CLOSE ? ", close" : ", end of the session"));
         StartPolling();
-        for (const int id : commands) id == ID_PORT_MENU ? program.Click(id) : program.PostCommand(id);
+        for (const int id : commands) {
+            if (id == SC_MOVE)
+                ::PostMessageA(program.Frame(), WM_SYSCOMMAND, SC_MOVE, 0); // by the keys, until Enter
+            else
+                id == ID_PORT_MENU ? program.Click(id) : program.PostCommand(id);
+        }
         if (commands.empty()) PressKey(VK_SPACE, VK_MENU); // the system menu
         EXPECT_TRUE(Await([this] { return program.Box() != nullptr || ShownPopup() != nullptr; }));
         ::PostMessageA(program.Frame(), message, message == WM_ENDSESSION, 0);
