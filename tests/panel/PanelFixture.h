@@ -5,13 +5,13 @@
 #include <gtest/gtest.h>
 
 #include "framework/CommonControls.h"
-#include "link/CommandQueue.h"
 #include "link/ReplyMessages.h"
 #include "panel/CounterPanel.h"
 #include "Records.h"
 #include "resources/ResourceIds.h"
 #include "serial/CommPort.h"
 #include "support/Boxes.h"
+#include "support/Commands.h"
 
 struct CTestPanel : CCounterPanel {
     // The silence of the closed line is not let through: the test itself says what each counter answers.
@@ -79,17 +79,6 @@ protected:
         RunQueue(); // no command is left for a panel that is gone
         CCommPort::Instance()->SetTap(nullptr);
         panel->DestroyWindow();
-    }
-
-    // Waits until every command has run and what it posted is handled.
-    static void RunQueue() {
-        struct CLastCommand : CCommand {
-            void Execute() override { ran = true; }
-        };
-        ran = false;
-        CCommandQueue::Instance()->Add(std::make_unique<CLastCommand>());
-        EXPECT_TRUE(PumpUntil([] { return ran.load(); }));
-        PumpMessages();
     }
 
     // The bytes that have gone out since the last call, those of queued commands included.
@@ -161,7 +150,6 @@ protected:
         return buttons;
     }
 
-    static inline std::atomic<bool> ran;
     CWnd host;
     CTestFrame frame;
     std::unique_ptr<CTestPanel> panel;

@@ -5,11 +5,11 @@
 #include <set>
 
 #include "framework/ResourceModule.h"
-#include "link/CommandQueue.h"
 #include "panel/Records.h"
 #include "ProgramRun.h"
 #include "serial/PortSelection.h"
 #include "serial/SimulatedPlatform.h"
+#include "support/Commands.h"
 
 namespace {
 
@@ -52,16 +52,6 @@ extern "C" void __wrap__Z11PauseThreadj(std::uint32_t) {
 namespace {
 
 struct NthCall : ProgramRun {
-    static void RunQueue() {
-        static std::atomic<bool> ran;
-        struct CLastCommand : CCommand {
-            void Execute() override { ran = true; }
-        };
-        ran = false;
-        CCommandQueue::Instance()->Add(std::make_unique<CLastCommand>());
-        EXPECT_TRUE(PumpUntil([] { return ran.load(); }));
-        PumpMessages();
-    }
     void Press(int id) const {
         const HWND control = FindControl(frame, id);
         ::SendMessageA(::GetParent(control), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(control));
