@@ -1,20 +1,14 @@
 // Options, each with one value but --help.
 #include "line/LineOptions.h"
 
-#include <functional>
 #include <limits>
 #include <string_view>
-
-#include <CLI/CLI.hpp>
 
 #include "line/LineControl.h"
 #include "line/LineWords.h"
 #include "resources/Product.h"
 
 namespace {
-
-// Takes a value in; words for the user if it doesn't fit, else none.
-using Taking = std::function<std::string(const std::string& value)>;
 
 std::string TakeAddresses(std::string_view text, std::vector<std::uint8_t>& addresses) {
     constexpr std::size_t mostCounters = counterCount;
@@ -53,52 +47,31 @@ std::string TakeFault(std::string_view text, std::vector<LineFault>& faults) {
     return error;
 }
 
-void Take(const char* name, const std::string& value, const Taking& take) {
-    if (const std::string error = take(value); !error.empty()) throw CLI::ValidationError(name, error);
-}
-
-// Given twice, it counts as given last.
-void AddOption(CLI::App& app, const char* name, const char* kind, const char* words, const Taking& take) {
-    const auto takeOne = [take, name](const std::string& value) { Take(name, value, take); };
-    app.add_option_function<std::string>(name, takeOne, words)->type_name(kind)->take_last();
-}
-
-void AddFaultOption(CLI::App& app, std::vector<LineFault>& faults) {
-    constexpr const char* name = "--fault";
-    const auto takeAll = [&faults](const std::vector<std::string>& values) {
-        for (const std::string& value : values) {
-            Take(name, value, [&](const std::string& text) { return TakeFault(text, faults); });
-        }
-    };
-    app.add_option_function<std::vector<std::string>>(name, takeAll, "a fault from the start, as after \"fault\" below")
-        ->type_name("FAULT")
-        ->allow_extra_args(false);
-}
-
-void AddSharedOptions(CLI::App& app, LineOptions& options) {
+void AddSharedOptions(const CCommandLine& line, LineOptions& options) {
     LineConfiguration& configuration = options.configuration;
-    AddOption(app, "--counters", "LIST", "addresses, one to six, parted by commas (0,1,3); the same one twice collides",
-              [&configuration](const std::string& text) { return TakeAddresses(text, configuration.addresses); });
-    AddOption(app, "--rate", "N", "people per minute past each counter (30)",
-              TakeNumber(0, highestLineRate, configuration.peoplePerMinute));
-    AddOption(app, "--seed", "N", "another run of people and noise (1)",
-              TakeNumber(0, std::numeric_limits<int>::max(), configuration.seed));
-    AddOption(app, "--baud", "N", "pace of the line; 0: none (4800)", TakeNumber(0, 1'000'000, configuration.baudRate));
-    AddOption(app, "--pace", "line|port",
-              "whether the line waits each byte's time or the port does by itself (line, but for a\n"
-              "port with modem lines; a pair of virtual ports has them, and may have no pace)",
-              TakeWord("port", "line", options.portPaces));
-    AddFaultOption(app, options.faults);
-    AddOption(app, "--wire", "FILE",
-              "wire log: a line for each chunk, with microseconds of the monotonic clock, > for what\n"
-              "came from the program or < for what went to it, and the bytes in hex",
-              [&options](const std::string& text) {
-                  options.wirePath = text;
-                  return std::string(text.empty() ? "the path of a file" : "");
-              });
-    AddOption(app, "--traffic", "on|off",
-              "shows what passes on the line: seconds, > from or < to the program, bytes (on)",
-              TakeWord("on", "off", options.showsTraffic));
+    const auto add = [&line](const OptionWords& option, const Taking& take) { line.Add(option, take).TakeLast(); };
+    add({"--counters", "LIST", "addresses, one to six, parted by commas (0,1,3); the same one twice collides"},
+        [&configuration](const std::string& text) { return TakeAddresses(text, configuration.addresses); });
+    add({"--rate", "N", "people per minute past each counter (30)"},
+        TakeNumber(0, highestLineRate, configuration.peoplePerMinute));
+    add({"--seed", "N", "another run of people and noise (1)"},
+        TakeNumber(0, std::numeric_limits<int>::max(), configuration.seed));
+    add({"--baud", "N", "pace of the line; 0: none (4800)"}, TakeNumber(0, 1'000'000, configuration.baudRate));
+    add({"--pace", "line|port",
+         "whether the line waits each byte's time or the port does by itself (line, but for a\n"
+         "port with modem lines; a pair of virtual ports has them, and may have no pace)"},
+        TakeWord("port", "line", options.portPaces));
+    line.AddRepeated({"--fault", "FAULT", "a fault from the start, as after \"fault\" below"},
+                     [&options](const std::string& text) { return TakeFault(text, options.faults); });
+    add({"--wire", "FILE",
+         "wire log: a line for each chunk, with microseconds of the monotonic clock, > for what\n"
+         "came from the program or < for what went to it, and the bytes in hex"},
+        [&options](const std::string& text) {
+            options.wirePath = text;
+            return std::string(text.empty() ? "the path of a file" : "");
+        });
+    add({"--traffic", "on|off", "shows what passes on the line: seconds, > from or < to the program, bytes (on)"},
+        TakeWord("on", "off", options.showsTraffic));
 }
 
 } // namespace
@@ -111,30 +84,23 @@ LineConfiguration UsualLineConfiguration() {
 
 bool ParseLineOptions(std::span<const char* const> arguments, const LineProgram& program, LineOptions& options,
                       std::string& error) {
-    CLI::App app("People counters on a simulated serial line.", program.name);
-    app.allow_windows_style_options(false);
-    app.set_version_flag("--version", std::string(program.name) + " " PRODUCT_VERSION);
-    for (const LineProgram::Option& own : program.options) {
-        AddOption(app, own.name, own.kind, own.words, [&options, &own](const std::string& text) {
+    CCommandLine line("People counters on a simulated serial line.", program.name,
+                      (std::string(program.name) + " " PRODUCT_VERSION).c_str());
+    for (const OptionWords& own : program.options) {
+        const auto take = [&options, &own](const std::string& text) {
             options.own[own.name] = text;
             return std::string();
-        });
+        };
+        line.Add(own, take).TakeLast();
     }
-    AddSharedOptions(app, options);
-    app.footer("Control lines:\n" + DescribeControlLines() +
-               "\nFaults, each with its usual value (\"torn 3\", \"noise=4 * 5\", \"late=150 2\"):\n" +
-               DescribeLineFaults());
-    try {
-        app.parse(static_cast<int>(arguments.size()), arguments.data());
-    } catch (const CLI::CallForHelp&) {
-        options.help = app.help();
-    } catch (const CLI::CallForVersion& version) {
-        options.help = version.what();
-    } catch (const CLI::ParseError& failure) {
-        error = failure.what();
-        return false;
-    }
-    return true;
+    AddSharedOptions(line, options);
+    line.SetFooter("Control lines:\n" + DescribeControlLines() +
+                   "\nFaults, each with its usual value (\"torn 3\", \"noise=4 * 5\", \"late=150 2\"):\n" +
+                   DescribeLineFaults());
+    const CommandLineEnd end = line.Read(arguments);
+    options.help = end.help + end.version;
+    error = end.mistake;
+    return error.empty();
 }
 
 CCounterLine StartLine(const LineOptions& options, const CalendarFields& date, LineTime now) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "line/CounterLine.h"
+#include "options/CommandLine.h"
 
 // What the programs start with where the options say nothing: as in the class, and people pass.
 LineConfiguration UsualLineConfiguration();
@@ -25,12 +26,7 @@ struct LineOptions {
 // What one of the programs has beside the shared options.
 struct LineProgram {
     const char* name;
-    struct Option {
-        const char* name; // such as "--link", with a value behind it
-        const char* kind; // of the value, as the help names it
-        const char* words;
-    };
-    std::vector<Option> options;
+    std::vector<OptionWords> options;
 };
 
 // `arguments` with the program's file name in front. False with words for the user in `error` if something is wrong.

@@ -97,5 +97,5 @@ int RunCheck(const CheckOptions& options, CConsole& console) {
         console.ShowProgress(port + " is checked, " + std::to_string(seconds) + " s to go");
     });
     if (!console.Write(SheetText(check.Sheet(), port)) || inquiry.IsPortAway()) return failed;
-    return HaveAllAnswered(check.Sheet(), line.addresses, options.addressesAreGiven) ? 0 : someMissing;
+    return HaveAllAnswered(check.Sheet(), line.addresses, line.addressesAreGiven) ? 0 : someMissing;
 }

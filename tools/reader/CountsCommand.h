@@ -12,6 +12,7 @@ struct LineOfCounters {
     std::string port;
     int baudRate = 4800;
     std::vector<std::uint8_t> addresses; // rising
+    bool addressesAreGiven = false;      // then `check` wants a counter at each
 };
 
 enum class CountsFormat : std::uint8_t { Table, Csv, JsonLines, Prom };
@@ -27,7 +28,6 @@ struct CountsOptions {
 struct CheckOptions {
     LineOfCounters line;
     int seconds = 60;
-    bool addressesAreGiven = false; // then each is to have a counter
 };
 
 // Both give the exit code: 0 if all asked counters answered each time, 2 if some didn't, 1 if the port, a file or
