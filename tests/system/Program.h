@@ -60,10 +60,14 @@ inline void MoveButton(DWORD flag) { // MOUSEEVENTF_LEFTDOWN or MOUSEEVENTF_LEFT
     ::SendInput(1, &event, sizeof event);
 }
 
-inline void ClickAt(POINT place) {
-    PointAt(place);
+inline void ClickHere() {
     MoveButton(MOUSEEVENTF_LEFTDOWN);
     MoveButton(MOUSEEVENTF_LEFTUP);
+}
+
+inline void ClickAt(POINT place) {
+    PointAt(place);
+    ClickHere();
 }
 
 // With another one held down meanwhile.
@@ -170,18 +174,18 @@ public:
         })) << "no way to click at control "
             << ::GetDlgCtrlID(control);
         // A button of the skin takes the mouse when it hears of it. Until then an older move may still be under way,
-        // which would take the pointer off it in the middle of the click.
+        // which would take the pointer off it in the middle of the click. An owner-drawn one never takes it.
         const POINT middle = MiddleOf(control);
         LONG step = 0;
-        if (IsOfClass(control, "Button")) {
+        if (IsOfClass(control, "Button") && (::GetWindowLongA(control, GWL_STYLE) & BS_TYPEMASK) != BS_OWNERDRAW &&
             Await(
                 [&] {
                     PointAt({middle.x - step, middle.y});
                     step = 1 - step;
                     return InputOf(control).hwndCapture == control;
                 },
-                1s);
-        }
+                1s))
+            return ClickHere();
         ClickAt(middle);
     }
     // Replaces an edit's text key by key, digits only.
