@@ -1,6 +1,6 @@
-# Builds that read the headers which cost most once, for all files of the product. In the build `host` each file reads its own,
-# and so a missing #include is found. Of what only Windows builds, it is found with -DQUORVANE_HEADERS_ONCE=OFF and
-# -DCMAKE_UNITY_BUILD=OFF.
+# Builds that read the headers which cost most once, for all files of the product. In the builds `host-fuzz` and `host-release` each
+# file reads its own, and so a missing #include is found. Of what only Windows builds, it is found with
+# -DQUORVANE_HEADERS_ONCE=OFF and -DCMAKE_UNITY_BUILD=OFF.
 option(QUORVANE_HEADERS_ONCE "Precompile the headers that cost most for the product's own files" OFF)
 set(quorvane_costly_headers "$<$<BOOL:${WIN32}>:<windows.h$<ANGLE-R>>" <algorithm> <array> <chrono> <cstdint> <functional> <map>
     <memory> <optional> <string> <thread> <vector>)
