@@ -89,9 +89,9 @@ function(quorvane_test name)
             set(fixture ports)
         endif()
         set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED ${QUORVANE_GROUND}-${fixture})
-        # A program that is used as its user would wants a machine that keeps up with a hand, while other builds are tested too.
-        if("system" IN_LIST arg_LABELS)
-            set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QUORVANE_ALONE=yes)
+        # One at a time has the desktop with its pointer and keyboard, or counters to answer in time.
+        if(NOT need STREQUAL pure)
+            set_tests_properties(${name} PROPERTIES RESOURCE_LOCK desktop)
         endif()
     endif()
 endfunction()
