@@ -9,7 +9,22 @@
 #include <psapi.h>
 #include <winternl.h>
 
+#include "framework/SystemHandles.h"
+#include "framework/Text.h"
+
 namespace {
+
+using Kinds = std::map<std::string, int>;
+
+// The sum, and how it is made up.
+int Add(const Kinds& kinds, std::string& text) {
+    int sum = 0;
+    for (const auto& [kind, count] : kinds) {
+        sum += count;
+        text += (text.empty() ? "" : ", ") + kind + " " + std::to_string(count);
+    }
+    return sum;
+}
 
 // The system's own counts are asked for first; a system that has none keeps a table of GDI handles in each process,
 // with entries of one form for both word sizes.
@@ -18,7 +33,7 @@ constexpr std::size_t entrySize = 24;
 constexpr std::size_t typeAt = 14;
 constexpr std::size_t entryCount = 65536;
 
-std::map<int, int> CountGdiEntries(HANDLE process) {
+Kinds CountGdiEntries(HANDLE process) {
     PROCESS_BASIC_INFORMATION basic{};
     ULONG length = 0;
     if (::NtQueryInformationProcess(process, ProcessBasicInformation, &basic, sizeof basic, &length) != 0) return {};
@@ -28,26 +43,39 @@ std::map<int, int> CountGdiEntries(HANDLE process) {
         return {};
     std::vector<std::byte> entries(entrySize * entryCount);
     if (::ReadProcessMemory(process, table, entries.data(), entries.size(), nullptr) == FALSE) return {};
-    std::map<int, int> kinds;
+    Kinds kinds;
     for (std::size_t at = typeAt; at < entries.size(); at += entrySize) {
         constexpr int kindMask = 0x7F; // above it: whether the object is one of the system's own
         const int kind = std::to_integer<int>(entries[at]) & kindMask;
-        if (kind != 0) ++kinds[kind];
+        if (kind != 0) ++kinds["GDI type " + std::to_string(kind)];
     }
     return kinds;
 }
 
 void TakeGdiFigures(HANDLE process, ProcessFigures& figures) {
     figures.gdiObjects = static_cast<int>(::GetGuiResources(process, GR_GDIOBJECTS));
-    if (figures.gdiObjects != 0) return;
-    for (const auto& [kind, count] : CountGdiEntries(process)) {
-        figures.gdiObjects += count;
-        figures.gdiKinds += (figures.gdiKinds.empty() ? "" : " ") + std::to_string(kind) + ":" + std::to_string(count);
-    }
+    if (figures.gdiObjects == 0) figures.gdiObjects = Add(CountGdiEntries(process), figures.kinds);
+}
+
+// In the caller's hands for a moment; one that can't be copied has no type.
+std::string TypeOf(HANDLE process, ULONG_PTR handle) {
+    HANDLE copied = nullptr;
+    if (::DuplicateHandle(process, reinterpret_cast<HANDLE>(handle), ::GetCurrentProcess(), &copied, 0, FALSE,
+                          DUPLICATE_SAME_ACCESS) == FALSE)
+        return "unknown";
+    const CKernelHandle copy(copied);
+    struct {
+        UNICODE_STRING name;
+        wchar_t room[64];
+        std::byte rest[256];
+    } type{};
+    ULONG length = 0;
+    if (::NtQueryObject(copied, ObjectTypeInformation, &type, sizeof type, &length) != 0) return "unknown";
+    return ToNarrow({type.name.Buffer, type.name.Length / sizeof(wchar_t)});
 }
 
 // The list of the system's handles; what it tells beside a process's threads is no count on every system.
-int CountHandles(DWORD processId) {
+void TakeHandleFigures(HANDLE process, ProcessFigures& figures) {
     struct Entry {
         void* object;
         ULONG_PTR processId, handle;
@@ -61,9 +89,12 @@ int CountHandles(DWORD processId) {
     constexpr ULONG allHandles = 64;
     std::vector<ULONG_PTR> room(1 << 18);
     ULONG length = 0;
-    if (query(allHandles, room.data(), static_cast<ULONG>(room.size() * sizeof(ULONG_PTR)), &length) != 0) return 0;
-    const std::span entries(reinterpret_cast<const Entry*>(room.data() + 2), room[0]);
-    return static_cast<int>(std::ranges::count(entries, processId, &Entry::processId));
+    if (query(allHandles, room.data(), static_cast<ULONG>(room.size() * sizeof(ULONG_PTR)), &length) != 0) return;
+    Kinds kinds;
+    for (const Entry& entry : std::span(reinterpret_cast<const Entry*>(room.data() + 2), room[0])) {
+        if (entry.processId == ::GetProcessId(process)) ++kinds[TypeOf(process, entry.handle)];
+    }
+    figures.handles = Add(kinds, figures.kinds);
 }
 
 void TakeSystemFigures(DWORD processId, ProcessFigures& figures) {
@@ -109,7 +140,7 @@ ProcessFigures FiguresOf(HANDLE process) {
         figures.memory = static_cast<std::int64_t>(memory.PagefileUsage / 1024);
     const DWORD id = ::GetProcessId(process);
     TakeSystemFigures(id, figures);
-    figures.handles = CountHandles(id);
+    TakeHandleFigures(process, figures);
     TakeGdiFigures(process, figures);
     WindowCount windows{id, 0};
     ::EnumWindows(&CountWindow, reinterpret_cast<LPARAM>(&windows));
@@ -120,5 +151,5 @@ ProcessFigures FiguresOf(HANDLE process) {
 std::string ProcessFigures::Text() const {
     return "memory " + std::to_string(memory) + " KiB, handles " + std::to_string(handles) + ", threads " +
            std::to_string(threads) + ", GDI objects " + std::to_string(gdiObjects) + ", windows " +
-           std::to_string(windows) + (gdiKinds.empty() ? "" : " (" + gdiKinds + ")");
+           std::to_string(windows) + (kinds.empty() ? "" : " (" + kinds + ")");
 }

@@ -10,7 +10,7 @@ struct ProcessFigures {
     std::int64_t memory = 0; // KiB of its own
     int handles = 0, threads = 0, gdiObjects = 0, windows = 0;
 
-    std::string gdiKinds{}; // "type in the table: count", if the table was counted
+    std::string kinds{}; // what the handles, and the GDI objects of a counted table, are
     // "memory 2810 KiB, handles 91, ...".
     std::string Text() const;
 };

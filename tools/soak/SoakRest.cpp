@@ -37,7 +37,7 @@ ProcessFigures Largest(const ProcessFigures& one, const ProcessFigures& other) {
             .threads = std::max(one.threads, other.threads),
             .gdiObjects = std::max(one.gdiObjects, other.gdiObjects),
             .windows = std::max(one.windows, other.windows),
-            .gdiKinds = one.gdiKinds};
+            .kinds = one.kinds};
 }
 
 } // namespace
@@ -173,7 +173,7 @@ void CSoakRun::CountWhatIsHeld() {
                               .threads = now.threads - base.threads,
                               .gdiObjects = now.gdiObjects - base.gdiObjects,
                               .windows = now.windows - base.windows,
-                              .gdiKinds = {}});
+                              .kinds = {}});
     const bool grows = growth.handles > 0 || growth.threads > 0 || growth.gdiObjects > 0 || growth.windows > 0;
     if (grows || growth.memory > memoryBound)
         record.Fail("the program holds more than before: " + now.Text() + "; at first " + base.Text());
