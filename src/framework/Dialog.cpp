@@ -9,6 +9,7 @@
 #include "framework/MessageLoop.h"
 #include "framework/Modality.h"
 #include "framework/ResourceModule.h"
+#include "framework/Text.h"
 
 namespace {
 
@@ -99,7 +100,7 @@ CPoint CentredCorner(HWND window, const CSize& size) {
 } // namespace
 
 void DDX_Control(CDataExchange& exchange, int id, CWnd& control) {
-    if (control.GetHandle() == nullptr) control.SubclassWindow(exchange.dialog.GetDlgItem(id));
+    if (control.GetHandle() == nullptr) control.SubclassWindow(exchange.dialog.FindControl(id));
 }
 
 const CMessageMap& CDialog::ClassMap() {
@@ -119,7 +120,10 @@ INT_PTR CALLBACK CDialog::DialogEntry(HWND window, UINT message, WPARAM, LPARAM 
     auto* dialog = dynamic_cast<CDialog*>(FromHandlePermanent(window));
     // The platform's own message brings the parameter that CreateFromTemplate gave; one sent by somebody else doesn't.
     if (dialog == nullptr || lParam != reinterpret_cast<LPARAM>(dialog)) return FALSE;
-    dialog->LayOut();
+    if (!dialog->LayOut()) {
+        dialog->DestroyWindow();
+        return FALSE;
+    }
     const bool placeFocus = dialog->OnInitDialog();
     const HWND focus = ::GetFocus();
     const bool focusInside = focus != nullptr && ::IsChild(window, focus) != FALSE;
@@ -134,6 +138,7 @@ bool CDialog::CreateFromTemplate(HWND owner, bool hidden) {
     std::vector<std::byte> bytes(resource.begin(), resource.end());
     if (hidden) HideDialogTemplate(bytes);
     if (makesHidden) HideDialogItems(bytes);
+    RemoveDialogItems(bytes, [this](const DialogItem& item) { return HostOf(item.id) != 0; });
     CDialog* outer = std::exchange(dialogInCreation, this);
     const HWND window = ::CreateDialogIndirectParamA(FindResourceModule(name, RT_DIALOG),
                                                      reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner,
@@ -216,22 +221,51 @@ bool CDialog::AllLoopsEnd() {
     return Modals().ending;
 }
 
-// The platform has made the controls in the template's order, the first on top.
-void CDialog::ListControls(const std::vector<DialogItem>& items) {
-    std::vector<HWND> children;
-    ::EnumChildWindows(GetHandle(), &AddToList, reinterpret_cast<LPARAM>(&children));
-    std::erase_if(children, [this](HWND window) { return ::GetParent(window) != GetHandle(); }); // parts of a control
-    controls.clear();
-    for (std::size_t i = 0; i < std::min(children.size(), items.size()); ++i)
-        controls.push_back({children[i], items[i].IsVisible()});
+HWND CDialog::FindControl(int id) const {
+    const auto found = std::ranges::find(controls, id, &Control::id);
+    return found != controls.end() ? found->window : GetDlgItem(id);
 }
 
-void CDialog::LayOut() {
+// The platform has made those that stand in the dialog itself, in the template's order, the first on top; so has it
+// each other child beneath those that were there before.
+bool CDialog::MakeControls(const std::vector<DialogItem>& items) {
+    std::vector<HWND> made;
+    ::EnumChildWindows(GetHandle(), &AddToList, reinterpret_cast<LPARAM>(&made));
+    std::erase_if(made, [this](HWND window) { return ::GetParent(window) != GetHandle(); }); // parts of a control
+    controls.clear();
+    auto next = made.begin();
+    for (const DialogItem& item : items) {
+        const bool isMade = HostOf(item.id) == 0 && next != made.end();
+        controls.push_back({item.id, isMade ? *next++ : nullptr, item.IsVisible()});
+    }
+    // A host may stand behind those that it holds, and in another host.
+    for (bool makes = true; makes;) {
+        makes = false;
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            if (controls[i].window != nullptr) continue;
+            controls[i].window = MakeHosted(items[i]);
+            makes = makes || controls[i].window != nullptr;
+        }
+    }
+    return std::ranges::none_of(controls, [](const Control& each) { return each.window == nullptr; });
+}
+
+HWND CDialog::MakeHosted(const DialogItem& item) const {
+    const auto host = std::ranges::find(controls, HostOf(item.id), &Control::id);
+    if (host == controls.end() || host->window == nullptr) return nullptr;
+    const auto narrow = [](const std::u16string& text) { return ToNarrow(std::wstring(text.begin(), text.end())); };
+    const DWORD style = WS_CHILD | (makesHidden ? item.style & ~DialogItem::visibleStyle : item.style);
+    return ::CreateWindowExA(item.extendedStyle | WS_EX_NOPARENTNOTIFY, narrow(item.windowClass).c_str(),
+                             narrow(item.caption).c_str(), style, 0, 0, 0, 0, host->window,
+                             reinterpret_cast<HMENU>(static_cast<UINT_PTR>(item.id)), ProgramModule(), nullptr);
+}
+
+bool CDialog::LayOut() {
     const auto layout = ReadDialogLayout(LoadResourceBytes(MAKEINTRESOURCEA(templateId), RT_DIALOG));
-    if (!layout) return;
-    ListControls(layout->items);
+    if (!layout) return true;
+    if (!MakeControls(layout->items)) return false;
     const auto base = BaseUnitsOf(layout->font);
-    if (!base) return;
+    if (!base) return true;
     textFont = MakeDialogFont(layout->font, base->height);
     const auto pixels = [&](const DialogPlace& place) {
         return CRect::Sized(ToPixels(place.x, base->width, 4), ToPixels(place.y, base->height, 8),
@@ -241,11 +275,13 @@ void CDialog::LayOut() {
         const HWND control = controls[i].window;
         const CRect place = pixels(layout->items[i].place);
         ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(textFont.GetHandle()), FALSE);
+        if (::GetParent(control) != GetHandle()) continue;    // its place is the dialog's to give
         if (PlaceIn(GetHandle(), control) == place) continue; // mostly, and a call isn't cheap
         ::SetWindowPos(control, nullptr, place.left, place.top, place.Width(), place.Height(),
                        SWP_NOZORDER | SWP_NOACTIVATE);
     }
     PlaceWindow(pixels(layout->place), layout->style);
+    return true;
 }
 
 void CDialog::PlaceWindow(const CRect& place, DWORD style) {

@@ -44,16 +44,24 @@ public:
     // Commands that the dialog has no entry for go on to its parent, then to the application.
     bool OnCmdMsg(UINT id, UINT code) override;
 
+    HWND FindControl(int id) const override;
+
 protected:
     // Runs the template's initialisation list and binds the controls. True lets the platform place the focus on the
     // first tab stop, unless the focus lies inside the dialog already.
     virtual bool OnInitDialog();
 
+    // The control in which this one stands, by number; 0 for the dialog itself. One that stands in another is made
+    // there without a size, which the dialog then gives it: a move from window to window would cost more than the
+    // making. What stands in the same window is stacked in the template's order.
+    virtual int HostOf(int) const { return 0; }
+
     struct Control {
+        int id;
         HWND window;
         bool isVisible; // in the template
     };
-    // In the template's order. There from OnInitDialog on.
+    // In the template's order, wherever they stand. There from OnInitDialog on.
     const std::vector<Control>& Controls() const { return controls; }
     // For the constructor of a dialog that moves most of its controls: none is visible when OnInitDialog begins, which
     // has to show them. The platform has much less to do with a hidden one.
@@ -67,8 +75,10 @@ private:
     static INT_PTR CALLBACK DialogEntry(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
     bool CreateFromTemplate(HWND owner, bool hidden);
-    void ListControls(const std::vector<DialogItem>& items);
-    void LayOut();
+    bool MakeControls(const std::vector<DialogItem>& items);
+    HWND MakeHosted(const DialogItem& item) const;
+    // False if a control is missing.
+    bool LayOut();
     void PlaceWindow(const CRect& place, DWORD style);
     LRESULT OnGetFont(WPARAM wParam, LPARAM lParam);
     void RunInitList();

@@ -1,8 +1,10 @@
 #include "framework/DialogTemplate.h"
 
 #include <array>
+#include <ranges>
 #include <string_view>
 #include <utility>
+#include <variant>
 
 #include "framework/LittleEndian.h"
 
@@ -27,14 +29,12 @@ public:
     }
     std::u16string Text() { return Checked(reader.ReadText()); }
     // A class, menu or caption: nothing, a number, or a text.
-    void SkipName() {
+    std::variant<std::u16string, std::uint16_t> Name() {
         constexpr std::uint16_t numberFollows = 0xFFFF;
         const std::uint16_t first = Word();
-        if (first == numberFollows) {
-            Word();
-        } else if (first != 0) {
-            Text();
-        }
+        if (first == numberFollows) return Word();
+        std::u16string text(first != 0 ? 1 : 0, static_cast<char16_t>(first));
+        return first != 0 ? text + Text() : text;
     }
     void Skip(std::size_t count) { whole = reader.Skip(count) && whole; }
     // The next item begins at a multiple of four bytes.
@@ -68,20 +68,35 @@ DialogFont ReadFont(CTemplateReader& reader, bool extended) {
     return font;
 }
 
+// Empty for a number that no class has.
+std::u16string NameOfClass(const std::variant<std::u16string, std::uint16_t>& name) {
+    constexpr std::array<const char16_t*, 6> classes{u"Button",  u"Edit",      u"Static",
+                                                     u"ListBox", u"ScrollBar", u"ComboBox"};
+    constexpr std::uint16_t firstNumber = 0x80;
+    if (const auto* text = std::get_if<std::u16string>(&name)) return *text;
+    const auto index = static_cast<std::size_t>(std::get<std::uint16_t>(name)) - firstNumber;
+    return index < classes.size() ? classes.at(index) : u"";
+}
+
 DialogItem ReadItem(CTemplateReader& reader, bool extended) {
     DialogItem item;
     reader.Align();
-    if (extended) reader.Skip(8); // help id, extended style
+    item.begin = reader.Position();
+    if (extended) reader.Skip(4); // help id
+    if (extended) item.extendedStyle = reader.Long();
     item.style = reader.Long();
     item.styleEnd = reader.Position();
-    if (!extended) reader.Skip(4);
+    if (!extended) item.extendedStyle = reader.Long();
     item.place = reader.Place();
-    reader.Skip(extended ? 4 : 2); // id
-    reader.SkipName();
-    reader.SkipName();
+    item.id = reader.Word();
+    if (extended) reader.Skip(2);
+    item.windowClass = NameOfClass(reader.Name());
+    const auto caption = reader.Name();
+    if (const auto* text = std::get_if<std::u16string>(&caption)) item.caption = *text;
     // Data for the control. The plain form counts the length itself as well.
     const std::uint16_t length = reader.Word();
     reader.Skip(extended || length < 2 ? length : length - 2U);
+    item.end = reader.Position();
     return item;
 }
 
@@ -100,7 +115,7 @@ std::optional<DialogLayout> ReadDialogLayout(std::span<const std::byte> dialogTe
     if (!extended) reader.Skip(4);
     const std::uint16_t count = reader.Word();
     layout.place = reader.Place();
-    for (int name = 0; name < 3; ++name) reader.SkipName(); // menu, class, caption
+    for (int name = 0; name < 3; ++name) reader.Name(); // menu, class, caption
     if ((layout.style & fontStyle) != 0) layout.font = ReadFont(reader, extended);
     while (layout.items.size() < count && reader.IsWhole()) layout.items.push_back(ReadItem(reader, extended));
     if (!reader.IsWhole()) return std::nullopt;
@@ -138,6 +153,26 @@ void HideDialogItems(std::span<std::byte> dialogTemplate) {
     const auto layout = ReadDialogLayout(dialogTemplate);
     if (!layout) return;
     for (const DialogItem& item : layout->items) HideStyle(dialogTemplate, item.styleEnd);
+}
+
+void RemoveDialogItems(std::vector<std::byte>& dialogTemplate, const std::function<bool(const DialogItem&)>& leaves) {
+    const auto layout = ReadDialogLayout(dialogTemplate);
+    if (!layout) return;
+    std::size_t count = layout->items.size();
+    auto end = layout->items.empty() ? 0 : layout->items.back().end;
+    // From behind, so that the places of those in front still hold. Each takes the bytes up to the next one with it.
+    for (const DialogItem& item : layout->items | std::views::reverse) {
+        const auto from = dialogTemplate.begin() + static_cast<std::ptrdiff_t>(item.begin);
+        if (leaves(item)) {
+            dialogTemplate.erase(from, dialogTemplate.begin() + static_cast<std::ptrdiff_t>(end));
+            --count;
+        }
+        end = item.begin;
+    }
+    const std::size_t countOffset =
+        DwordAt(std::span<const std::byte>(dialogTemplate), 0) == extendedMark ? extendedStyleOffset + 4 : 8;
+    dialogTemplate[countOffset] = static_cast<std::byte>(count & 0xFF);
+    dialogTemplate[countOffset + 1] = static_cast<std::byte>(count >> 8);
 }
 
 std::vector<DialogInitEntry> ParseDialogInit(std::span<const std::byte> list) {

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -37,7 +38,11 @@ struct DialogPlace {
 struct DialogItem {
     DialogPlace place;
     std::uint32_t style = 0;
-    std::size_t styleEnd = 0; // where it ends in the template
+    std::uint32_t extendedStyle = 0;
+    int id = 0;                                   // 16 bits
+    std::u16string windowClass;                   // also for one of the classes that templates have numbers for
+    std::u16string caption;                       // empty for the number of a picture
+    std::size_t begin = 0, styleEnd = 0, end = 0; // in the template
 
     static constexpr std::uint32_t visibleStyle = 0x10000000; // WS_VISIBLE
     bool IsVisible() const { return (style & visibleStyle) != 0; }
@@ -57,6 +62,9 @@ std::optional<DialogLayout> ReadDialogLayout(std::span<const std::byte> dialogTe
 
 // Clears WS_VISIBLE of all controls in a copy of a template; nothing in one that can't be read.
 void HideDialogItems(std::span<std::byte> dialogTemplate);
+
+// Takes the controls that `leaves` picks out of a copy of a template; none out of one that can't be read.
+void RemoveDialogItems(std::vector<std::byte>& dialogTemplate, const std::function<bool(const DialogItem&)>& leaves);
 
 // Average width and height of a font's letters in pixels: four units in width, eight in height.
 struct BaseUnits {

@@ -92,6 +92,8 @@ public:
     std::string GetWindowText() const;
     void SetWindowText(const std::string& text) const { ::SetWindowTextA(handle, text.c_str()); }
     HWND GetDlgItem(int id) const { return ::GetDlgItem(handle, id); }
+    // Of a dialog's controls also those that stand in another one.
+    virtual HWND FindControl(int id) const { return GetDlgItem(id); }
     void SetDlgItemText(int id, const std::string& text) const { ::SetDlgItemTextA(handle, id, text.c_str()); }
     std::string GetDlgItemText(int id) const;
     // Signed decimal numbers; text that is no number, or one beyond 32 bits, reads as 0.

@@ -74,6 +74,7 @@ public:
 protected:
     bool OnInitDialog() override;
     void DoDataExchange(CDataExchange& exchange) override;
+    int HostOf(int control) const override;
 
 private:
     // Start and layout. The layout is fixed in pixels; it doesn't follow the window.
@@ -84,7 +85,6 @@ private:
     void PlaceTopBar();
     void PlaceButtons();
     void PlaceBorders();
-    void MoveInto(const CWnd& ground, const CWnd& control, const CRect& place) const;
     void ShowControls() const;
     void NameControls();
     void OnPaint();

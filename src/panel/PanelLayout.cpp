@@ -1,5 +1,5 @@
 // Where the panel's controls stand and which theme pictures they show. All places are pixels in the client area of the
-// control's parent: most controls move onto the ground, and the buttons of a choice onto its label. The template's
+// control's parent: most controls stand on the ground, and the buttons of a choice on its label. The template's
 // order holds for all of them: what covers what, what comes after what for Tab and for assistive software.
 #include "panel/CounterPanel.h"
 
@@ -16,8 +16,9 @@ namespace {
 constexpr CRect barPlace = CRect::Sized(9, 0, 465, 26);
 constexpr CRect groundPlace = CRect::Sized(0, 0, 480, 347);
 
-void MoveTo(const CWnd& control, const CRect& place) {
-    control.SetWindowPos(nullptr, place.left, place.top, place.Width(), place.Height(), SWP_NOZORDER | SWP_NOACTIVATE);
+void MoveTo(const CWnd& control, const CRect& place, UINT flags = 0) {
+    control.SetWindowPos(nullptr, place.left, place.top, place.Width(), place.Height(),
+                         SWP_NOZORDER | SWP_NOACTIVATE | flags);
 }
 
 constexpr COLORREF lampTextLit = 0x00B200;  // green
@@ -26,23 +27,44 @@ constexpr COLORREF digitColor = 0xFFFFFF;   // white
 
 } // namespace
 
-// A control that has moved into another window would stand on top of all that were there before: it goes behind the
-// nearest one in the template's order, and is shown with its place.
-void CCounterPanel::MoveInto(const CWnd& ground, const CWnd& control, const CRect& place) const {
-    control.SetParent(ground);
-    HWND before = HWND_TOP;
-    for (const auto& [window, isVisible] : Controls()) {
-        if (window == control.GetHandle()) break;
-        if (::GetParent(window) == ground.GetHandle()) before = window;
+int CCounterPanel::HostOf(int control) const {
+    switch (control) {
+    case IDC_LANGUAGE_ENGLISH:
+    case IDC_LANGUAGE_CHINESE:
+        return IDC_LANGUAGE_LABEL;
+    case IDC_DIRECTION_IN:
+    case IDC_DIRECTION_OUT:
+        return IDC_DIRECTION_LABEL;
+    case IDC_SD_DETECT_YES:
+    case IDC_SD_DETECT_NO:
+        return IDC_SD_DETECT_LABEL;
+    case IDC_DATE_LABEL:
+    case IDC_LANGUAGE_LABEL:
+    case IDC_SENSITIVITY_LABEL:
+    case IDC_DIRECTION_LABEL:
+    case IDC_SD_DETECT_LABEL:
+    case IDC_SD_PERIOD_LABEL:
+    case IDC_ADDRESS_LABEL:
+    case IDC_IN_LABEL:
+    case IDC_OUT_LABEL:
+    case IDC_TOP_BAR:
+    case IDC_START:
+    case IDC_CLEAR:
+    case IDC_PORT:
+    case IDC_UPDATE:
+    case IDC_UPPER_BORDER:
+    case IDC_LOWER_BORDER:
+    case IDC_RIGHT_BORDER:
+    case IDC_TOTALS_LABEL:
+        return IDC_PANEL_STATIC;
+    default:
+        return 0;
     }
-    ::SetWindowPos(control.GetHandle(), before, place.left, place.top, place.Width(), place.Height(),
-                   SWP_SHOWWINDOW | SWP_NOACTIVATE);
 }
 
 // Those that have not been shown with their place. The address buttons wait for their counters.
 void CCounterPanel::ShowControls() const {
-    for (const auto& [control, isVisible] : Controls()) {
-        const int id = ::GetDlgCtrlID(control);
+    for (const auto& [id, control, isVisible] : Controls()) {
         const bool waits = id >= IDC_ADDRESS_BUTTON_FIRST && id <= IDC_ADDRESS_BUTTON_LAST;
         if (isVisible && !waits && ::GetParent(control) == GetHandle()) ::ShowWindow(control, SW_SHOWNA);
     }
@@ -97,7 +119,7 @@ void CCounterPanel::PlaceLabels() {
                             {outLabel, CRect::Sized(216, 66, 129, 22), IDS_COUNTER_OUT, 5}};
     for (const Label& label : labels) {
         label.control.SetBitmapFile(ThemeFile("LeftTitleBar.bmp"));
-        MoveInto(panelStatic, label.control, label.place);
+        MoveTo(label.control, label.place, SWP_SHOWWINDOW);
         label.control.SetCaption(LoadText(label.textId), label.left, themeBlue);
     }
 }
@@ -111,31 +133,26 @@ void CCounterPanel::PlaceTopBar() {
     topBar.cornerWidth = 30;
     topBar.cornerHeight = 30;
     topBar.LoadButtons(ThemeFile("StatusToolBar.bmp"));
-    MoveInto(panelStatic, topBar, barPlace);
+    MoveTo(topBar, barPlace, SWP_SHOWWINDOW);
     topBar.Invalidate();
 }
 
 void CCounterPanel::PlaceButtons() {
     struct Button {
         CSkinButton& control;
-        const CWnd& parent;
         CPoint corner;
         const std::string& text;
         COLORREF color;
     };
-    const Button buttons[] = {{chineseButton, languageLabel, {192, 0}, chineseText, inactiveColor},
-                              {englishButton, languageLabel, {115, 0}, englishText, inactiveColor},
-                              {inButton, directionLabel, {115, 0}, inText, inactiveColor},
-                              {outButton, directionLabel, {192, 0}, outText, inactiveColor},
-                              {yesButton, sdDetectLabel, {115, 0}, yesText, inactiveColor},
-                              {noButton, sdDetectLabel, {192, 0}, noText, inactiveColor},
-                              {startButton, panelStatic, {378, 30}, startText, activeColor},
-                              {clearButton, panelStatic, {378, 60}, clearText, activeColor},
-                              {portButton, panelStatic, {384, 290}, openText, activeColor},
-                              {updateButton, panelStatic, {384, 252}, updateText, activeColor}};
+    const Button buttons[] = {
+        {chineseButton, {192, 0}, chineseText, inactiveColor}, {englishButton, {115, 0}, englishText, inactiveColor},
+        {inButton, {115, 0}, inText, inactiveColor},           {outButton, {192, 0}, outText, inactiveColor},
+        {yesButton, {115, 0}, yesText, inactiveColor},         {noButton, {192, 0}, noText, inactiveColor},
+        {startButton, {378, 30}, startText, activeColor},      {clearButton, {378, 60}, clearText, activeColor},
+        {portButton, {384, 290}, openText, activeColor},       {updateButton, {384, 252}, updateText, activeColor}};
     for (const Button& button : buttons) {
         button.control.SetBitmapFile(ThemeFile("XButton.bmp"));
-        MoveInto(button.parent, button.control, CRect::Sized(button.corner.x, button.corner.y, 74, 22));
+        MoveTo(button.control, CRect::Sized(button.corner.x, button.corner.y, 74, 22), SWP_SHOWWINDOW);
         button.control.SetCaption(button.text, 5, button.color);
         button.control.focusHeir = startButton.GetHandle();
         if (&button.control == &startButton) startButton.SetFocus();
@@ -154,7 +171,7 @@ void CCounterPanel::PlaceBorders() {
                               {totalsLabel, "TextBK.bmp", CRect::Sized(10, 316, 200, 20)}};
     for (const Border& border : borders) {
         border.control.SetBitmapFile(ThemeFile(border.picture));
-        MoveInto(panelStatic, border.control, border.place);
+        MoveTo(border.control, border.place, SWP_SHOWWINDOW);
     }
 }
 

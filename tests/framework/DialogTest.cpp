@@ -197,4 +197,29 @@ TEST(Dialog, KeysGoToTheOneThatHasTheFocus) {
     EXPECT_EQ(outer.Play(steps), 0);
 }
 
+class CHostingDialog : public CTestDialog {
+public:
+    explicit CHostingDialog(int hostOfTwo) : CTestDialog(IDD_PANEL), host(hostOfTwo) {}
+
+protected:
+    int HostOf(int id) const override { return id == IDC_NESTED || id == IDC_BUTTON ? host : 0; }
+
+private:
+    int host;
+};
+
+TEST(Dialog, ControlsAreMadeInTheirHosts) {
+    CTopWindow top;
+    CHostingDialog hosting(IDC_CONTAINER), astray(IDC_NESTED);
+    EXPECT_FALSE(astray.Create(top)); // nobody can stand in itself
+    EXPECT_EQ(astray.GetHandle(), nullptr);
+    ASSERT_TRUE(hosting.Create(top));
+    const HWND container = hosting.GetDlgItem(IDC_CONTAINER), nested = hosting.FindControl(IDC_NESTED);
+    EXPECT_EQ(::GetWindow(container, GW_CHILD), nested);
+    EXPECT_EQ(::GetWindow(nested, GW_HWNDNEXT), hosting.bound.GetHandle());
+    EXPECT_EQ(hosting.bound.GetWindowText(), "Button");
+    EXPECT_EQ(hosting.FindControl(IDC_FIRST), hosting.GetDlgItem(IDC_FIRST));
+    EXPECT_EQ(hosting.FindControl(IDC_SECOND), nullptr);
+}
+
 } // namespace
