@@ -97,13 +97,13 @@ void CCounterPanel::DoDataExchange(CDataExchange& exchange) {
 
 bool CCounterPanel::OnInitDialog() {
     CDialog::OnInitDialog();
-    SetTrafficWindow(GetHandle());
+    SetTrafficEdits(transmittedEdit.GetHandle(), receivedEdit.GetHandle());
     replies.SetWindow(GetHandle());
     CCommPort::Instance()->SetTap(this);
     LoadCaptions();
     PrepareIndicators();
     PlaceGround();
-    PlaceLabels(); // before the buttons that they hold
+    PlaceLabels();
     PlaceTopBar();
     PlaceButtons();
     PlaceBorders();

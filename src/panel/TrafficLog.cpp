@@ -29,20 +29,21 @@ void CTrafficLog::AppendLogLine(const std::string& text) const {
     ::SetEndOfFile(file.GetHandle());
 }
 
-void CTrafficLog::LogTransfer(const char* arrow, std::atomic<std::int32_t>& total, int editId, const void* buffer,
+void CTrafficLog::LogTransfer(const char* arrow, std::atomic<std::int32_t>& total, HWND edit, const void* buffer,
                               std::uint32_t count) {
     const std::string hex = FormatHexBytes({static_cast<const std::uint8_t*>(buffer), count});
     total += static_cast<std::int32_t>(count);
-    ::SetDlgItemTextA(trafficWindow, editId, hex.c_str()); // its change notification also brings the totals up to date
+    // Its change notification also brings the totals up to date.
+    ::SendMessageA(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(hex.c_str()));
     AppendLogLine(arrow + hex);
 }
 
 void CTrafficLog::LogTransmitted(const void* buffer, std::uint32_t count) {
-    LogTransfer("TX-->", txByteTotal, IDC_TRANSMITTED_EDIT, buffer, count);
+    LogTransfer("TX-->", txByteTotal, transmittedWindow, buffer, count);
 }
 
 void CTrafficLog::LogReceived(const void* buffer, std::uint32_t count) {
-    LogTransfer("RX-->", rxByteTotal, IDC_RECEIVED_EDIT, buffer, count);
+    LogTransfer("RX-->", rxByteTotal, receivedWindow, buffer, count);
 }
 
 void CTrafficLog::RefreshTrafficTotals() {
@@ -53,7 +54,7 @@ void CTrafficLog::ShowTrafficTotals() {
     shownTxTotal = txByteTotal;
     shownRxTotal = rxByteTotal;
     totalsLabel.SetCaption(FormatTotals(LoadText(IDS_TX), shownTxTotal, LoadText(IDS_RX), shownRxTotal), 10, 0xFFFFFF);
-    totalsLabel.Invalidate();
+    totalsLabel.Show();
 }
 
 void CTrafficLog::OpenLog() const {

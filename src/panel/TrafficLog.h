@@ -21,8 +21,11 @@ public:
 
 protected:
     // All of it but the taps on the user-interface thread; the first two before the worker can log.
-    // The dialog with the two edits.
-    void SetTrafficWindow(HWND dialog) { trafficWindow = dialog; }
+    // The edits with the latest bytes of each way.
+    void SetTrafficEdits(HWND transmitted, HWND received) {
+        transmittedWindow = transmitted;
+        receivedWindow = received;
+    }
     // Empties the log beside the program, or makes it.
     void PrepareLog();
 
@@ -35,11 +38,11 @@ protected:
     std::atomic<std::int32_t> txByteTotal{0}, rxByteTotal{0};
 
 private:
-    void LogTransfer(const char* arrow, std::atomic<std::int32_t>& total, int editId, const void* buffer,
+    void LogTransfer(const char* arrow, std::atomic<std::int32_t>& total, HWND edit, const void* buffer,
                      std::uint32_t count);
     void AppendLogLine(const std::string& text) const;
 
-    std::atomic<HWND> trafficWindow{nullptr};
+    std::atomic<HWND> transmittedWindow{nullptr}, receivedWindow{nullptr};
     std::wstring logPath;                            // set once; wide, as a folder's name may be of any language
     std::int32_t shownTxTotal = 0, shownRxTotal = 0; // in the label, which is blank at first
 };

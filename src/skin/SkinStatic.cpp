@@ -15,6 +15,12 @@ void CSkinStatic::SetCaption(const std::string& text, int leftOffset, COLORREF c
     if (changes && bitmap.IsEmpty()) UncoverFormerCaption();
 }
 
+void CSkinStatic::Show() {
+    if (bitmap.IsEmpty()) return Invalidate();
+    CClientDC dc(GetHandle());
+    PaintOn(dc);
+}
+
 // Without a picture nothing covers the former caption, so the ground beneath is painted anew.
 void CSkinStatic::UncoverFormerCaption() const {
     HWND ground = GetHandle();

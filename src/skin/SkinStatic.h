@@ -12,6 +12,10 @@ public:
     // changes a visible static invalidates it. The text of a dialog template never shows.
     void SetCaption(const std::string& text, int leftOffset, COLORREF color);
 
+    // Draws it now: for one that changes often, as a way by WM_PAINT costs several times as much. Without a picture it
+    // is invalidated, since then what lies beneath has to be painted first.
+    void Show();
+
     // The corners of the stretch (NineSlice.h), in pixels of the picture.
     int cornerWidth = 0;
     int cornerHeight = 0;
