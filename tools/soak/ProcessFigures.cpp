@@ -70,7 +70,8 @@ std::string TypeOf(HANDLE process, ULONG_PTR handle) {
         std::byte rest[256];
     } type{};
     ULONG length = 0;
-    if (::NtQueryObject(copied, ObjectTypeInformation, &type, sizeof type, &length) != 0) return "unknown";
+    if (::NtQueryObject(copied, ObjectTypeInformation, &type, sizeof type, &length) != 0 || type.name.Length == 0)
+        return "unknown";
     return ToNarrow({type.name.Buffer, type.name.Length / sizeof(wchar_t)});
 }
 
