@@ -239,15 +239,16 @@ bool CDialog::MakeControls(const std::vector<DialogItem>& items) {
         controls.push_back({item.id, isMade ? *next++ : nullptr, item.IsVisible()});
     }
     // A host may stand behind those that it holds, and in another host.
-    for (bool makes = true; makes;) {
-        makes = false;
+    std::size_t missing = 0, before = 0;
+    do {
+        before = std::exchange(missing, 0);
         for (std::size_t i = 0; i < items.size(); ++i) {
-            if (controls[i].window != nullptr) continue;
+            if (controls[i].window != nullptr || HostOf(items[i].id) == 0) continue;
             controls[i].window = MakeHosted(items[i]);
-            makes = makes || controls[i].window != nullptr;
+            missing += controls[i].window == nullptr ? 1 : 0;
         }
-    }
-    return std::ranges::none_of(controls, [](const Control& each) { return each.window == nullptr; });
+    } while (missing > 0 && missing != before);
+    return missing == 0;
 }
 
 HWND CDialog::MakeHosted(const DialogItem& item) const {

@@ -1,7 +1,6 @@
 #include "framework/DialogTemplate.h"
 
 #include <array>
-#include <ranges>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -161,13 +160,13 @@ void RemoveDialogItems(std::vector<std::byte>& dialogTemplate, const std::functi
     std::size_t count = layout->items.size();
     auto end = layout->items.empty() ? 0 : layout->items.back().end;
     // From behind, so that the places of those in front still hold. Each takes the bytes up to the next one with it.
-    for (const DialogItem& item : layout->items | std::views::reverse) {
-        const auto from = dialogTemplate.begin() + static_cast<std::ptrdiff_t>(item.begin);
-        if (leaves(item)) {
+    for (auto item = layout->items.rbegin(); item != layout->items.rend(); ++item) {
+        const auto from = dialogTemplate.begin() + static_cast<std::ptrdiff_t>(item->begin);
+        if (leaves(*item)) {
             dialogTemplate.erase(from, dialogTemplate.begin() + static_cast<std::ptrdiff_t>(end));
             --count;
         }
-        end = item.begin;
+        end = item->begin;
     }
     const std::size_t countOffset =
         DwordAt(std::span<const std::byte>(dialogTemplate), 0) == extendedMark ? extendedStyleOffset + 4 : 8;
