@@ -156,22 +156,22 @@ void HideDialogItems(std::span<std::byte> dialogTemplate) {
 
 void RemoveDialogItems(std::vector<std::byte>& dialogTemplate, const std::function<bool(const DialogItem&)>& leaves) {
     const auto layout = ReadDialogLayout(dialogTemplate);
-    if (!layout) return;
-    std::size_t count = layout->items.size();
-    auto end = layout->items.empty() ? 0 : layout->items.back().end;
-    // From behind, so that the places of those in front still hold. Each takes the bytes up to the next one with it.
-    for (auto item = layout->items.rbegin(); item != layout->items.rend(); ++item) {
-        const auto from = dialogTemplate.begin() + static_cast<std::ptrdiff_t>(item->begin);
-        if (leaves(*item)) {
-            dialogTemplate.erase(from, dialogTemplate.begin() + static_cast<std::ptrdiff_t>(end));
-            --count;
-        }
-        end = item->begin;
+    if (!layout || layout->items.empty()) return;
+    const std::vector<DialogItem>& items = layout->items;
+    const auto at = [&](std::size_t place) { return dialogTemplate.begin() + static_cast<std::ptrdiff_t>(place); };
+    std::vector<std::byte> rest(at(0), at(items.front().begin));
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (leaves(items[i])) continue;
+        // With what stands between it and the next one, which has to begin at a multiple of four bytes.
+        rest.insert(rest.end(), at(items[i].begin), at(i + 1 < items.size() ? items[i + 1].begin : items[i].end));
+        ++count;
     }
-    const std::size_t countOffset =
-        DwordAt(std::span<const std::byte>(dialogTemplate), 0) == extendedMark ? extendedStyleOffset + 4 : 8;
-    dialogTemplate[countOffset] = static_cast<std::byte>(count & 0xFF);
-    dialogTemplate[countOffset + 1] = static_cast<std::byte>(count >> 8);
+    const bool extended = DwordAt(std::span<const std::byte>(rest), 0) == extendedMark;
+    const std::size_t countOffset = extended ? extendedStyleOffset + 4 : 8;
+    rest[countOffset] = static_cast<std::byte>(count & 0xFF);
+    rest[countOffset + 1] = static_cast<std::byte>(count >> 8);
+    dialogTemplate = std::move(rest);
 }
 
 std::vector<DialogInitEntry> ParseDialogInit(std::span<const std::byte> list) {
