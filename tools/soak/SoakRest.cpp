@@ -57,17 +57,10 @@ void CSoakRun::Rest() {
     if (record.IsSound() && rests % 3 == 1) CheckUpdateAtPeace();
 }
 
-// Each window once, so that what is made at first use and kept counts as held from the beginning.
+// Each window once, so that what is made at first use and kept counts as held from the beginning. The dialogs come
+// last: the system keeps a context for each window that it has painted, up to a number that they reach together with
+// the lamps.
 void CSoakRun::Tour() {
-    record.ExpectPortWork();
-    // Is answered by a beep. From its first one on the system holds two keys of the registry.
-    ::PostMessageA(program.Frame(), WM_SYSCHAR, 'x', 0);
-    for (const int command : {ID_ABOUT, ID_COM_SETTING, ID_PORT_MENU, ID_HELP_MENU, ID_LANGUAGE_MENU}) {
-        ::PostMessageA(command == ID_COM_SETTING ? program.Frame() : program.Panel(), WM_COMMAND,
-                       static_cast<WPARAM>(command), 0);
-        AwaitFor(2000, [this] { return program.Box() != nullptr || CSoakedProgram::ShownPopup() != nullptr; });
-        Dismiss();
-    }
     hand.Click(IDC_CLEAR);
     AwaitFor(2000, [this] { return program.Box() != nullptr; });
     Dismiss();
@@ -78,6 +71,15 @@ void CSoakRun::Tour() {
     TouchButtons();
     StopPolling();
     TouchButtons();
+    // Is answered by a beep. From its first one on the system holds two keys of the registry.
+    ::PostMessageA(program.Frame(), WM_SYSCHAR, 'x', 0);
+    record.ExpectPortWork();
+    for (const int command : {ID_ABOUT, ID_COM_SETTING, ID_PORT_MENU, ID_HELP_MENU, ID_LANGUAGE_MENU}) {
+        ::PostMessageA(command == ID_COM_SETTING ? program.Frame() : program.Panel(), WM_COMMAND,
+                       static_cast<WPARAM>(command), 0);
+        AwaitFor(2000, [this] { return program.Box() != nullptr || CSoakedProgram::ShownPopup() != nullptr; });
+        Dismiss();
+    }
     ClosePort();
 }
 
