@@ -82,6 +82,6 @@ private:
     std::size_t logRead = 0; // bytes of the present log
     std::size_t actions = 0, rests = 0, restsOfRun = 0, restsCompared = 0;
     std::size_t excusedAnswers = 0; // late ones, when the machine itself was late
-    int gdiBound = 0;               // of the first rests
+    int gdiMost = 0, gdiRises = 0;  // of this run of the program, from its first rest on
     ProcessFigures base, growth;    // of the first rests of a run of the program; the largest since, over all runs
 };
