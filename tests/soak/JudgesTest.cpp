@@ -78,4 +78,21 @@ TEST(LogJudge, EachByteHasItsPlace) {
     }
 }
 
+// Of two answers that are the same only one may have got lost.
+TEST(LogJudge, WhatCameMayLookLikeWhatGotLost) {
+    CLogJudge judge;
+    judge.Disturb(10s);
+    judge.Hear(FrameOf("00 81"), 10s);
+    judge.Speak(BytesOf("02 00 00 00 03 02 05 00 05 03"), 10s);
+    judge.Hear(FrameOf("01 81"), 12s);
+    judge.Speak(BytesOf("02 05 00 05 03 02 05 00 05 03"), 12s);
+    const std::string time = "2026/11/26 10:00:00: ";
+    const std::string both = time + "RX-->02 05 00 05 03 02 05 00 05 03 \r\n";
+    EXPECT_EQ(judge.Read(time + "TX-->02 00 81 81 03 \r\n" + time + "RX-->02 00 00 00 03 02 05 00 05 03 \r\n" + time +
+                             "TX-->02 01 81 82 03 \r\n" + both,
+                         13s),
+              "");
+    EXPECT_NE(judge.Read(time + "TX-->02 02 81 83 03 \r\n" + both, 13s), "") << "said once";
+}
+
 } // namespace

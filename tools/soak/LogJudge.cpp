@@ -47,15 +47,20 @@ void CLogJudge::Restart(LineTime now) {
 void CLogJudge::Disturb(LineTime now) {
     disturbedUntil = now + disturbance;
     for (Frame& each : logged) each.mayBeLost = true;
-    doubtful.insert(doubtful.end(), spoken.begin(), spoken.end());
-    spoken.clear();
+    for (auto& [doubtful, certain] : unread) {
+        doubtful.insert(doubtful.end(), certain.begin(), certain.end());
+        certain.clear();
+    }
 }
 
 // What is certain again begins with an answer of its own.
 void CLogJudge::Speak(const LineBytes& bytes, LineTime now) {
     if (disturbedUntil && now > *disturbedUntil && now - lastSpoken > silenceBetween) disturbedUntil.reset();
     lastSpoken = now;
-    for (const std::uint8_t byte : bytes) (disturbedUntil ? doubtful : spoken).push_back(byte);
+    for (auto& [doubtful, certain] : unread) {
+        std::deque<std::uint8_t>& said = disturbedUntil ? doubtful : certain;
+        said.insert(said.end(), bytes.begin(), bytes.end());
+    }
 }
 
 std::string CLogJudge::Read(std::string_view text, LineTime now) {
@@ -91,20 +96,29 @@ std::string CLogJudge::TakeSent(const LineBytes& frame, LineTime now) {
     return {};
 }
 
-// First come doubtful bytes of which any may be missing, then certain ones.
 std::string CLogJudge::TakeReceived(const LineBytes& bytes) {
+    std::vector<Unread> next;
+    for (const Unread& before : unread) Receive(bytes, before, next);
+    if (next.empty()) return "bytes in the log that were not said so";
+    unread = std::move(next);
+    return {};
+}
+
+// First come doubtful bytes of which any may be missing, then certain ones.
+void CLogJudge::Receive(std::span<const std::uint8_t> bytes, const Unread& before, std::vector<Unread>& next) {
     constexpr std::size_t shortest = 4; // of what can be told from chance
-    const std::span<const std::uint8_t> all(bytes);
-    for (std::size_t cut = 0; cut < all.size(); ++cut) {
-        const auto certain = all.subspan(cut);
-        if (cut > 0 && (doubtful.empty() || certain.size() < shortest)) break;
-        if (certain.size() > spoken.size() || !std::equal(certain.begin(), certain.end(), spoken.begin())) continue;
-        if (!TakeSubsequence(all.first(cut), doubtful)) continue;
-        spoken.erase(spoken.begin(), spoken.begin() + static_cast<std::ptrdiff_t>(certain.size()));
-        doubtful.clear();
-        return {};
+    for (std::size_t cut = 0; cut <= bytes.size(); ++cut) {
+        const auto certain = bytes.subspan(cut);
+        if (cut > 0 && !certain.empty() && certain.size() < shortest) continue;
+        if (certain.size() > before.certain.size() ||
+            !std::equal(certain.begin(), certain.end(), before.certain.begin()))
+            continue;
+        Unread after = before;
+        if (!TakeSubsequence(bytes.first(cut), after.doubtful)) continue;
+        after.certain.erase(after.certain.begin(), after.certain.begin() + static_cast<std::ptrdiff_t>(certain.size()));
+        if (!certain.empty()) after.doubtful.clear();
+        if (std::ranges::count(next, after) == 0) next.push_back(std::move(after));
     }
-    return TakeSubsequence(all, doubtful) ? "" : "bytes in the log that were not said so";
 }
 
 // Lost frames may look like those that came, so all ways to pair the two are followed: each is how many logged frames

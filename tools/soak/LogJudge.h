@@ -10,8 +10,10 @@
 #include <deque>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "port/LineBytes.h"
 #include "port/LineTime.h"
@@ -47,6 +49,13 @@ private:
     std::string TakeLine(std::string_view line, LineTime now);
     std::string TakeSent(const LineBytes& frame, LineTime now);
     std::string TakeReceived(const LineBytes& bytes);
+    // What has been said and isn't in the log yet; what may get lost of it stands in front.
+    struct Unread {
+        std::deque<std::uint8_t> doubtful, certain;
+        bool operator==(const Unread&) const = default;
+    };
+    // To `next` go all ways in which the bytes can have come from `before`.
+    static void Receive(std::span<const std::uint8_t> bytes, const Unread& before, std::vector<Unread>& next);
     // Of what is logged and what is heard, takes away the pairs.
     std::string Match(LineTime now);
     // From the ways before the frame heard first to those behind it.
@@ -55,8 +64,8 @@ private:
     std::string unfinished;
     std::string lastSecond; // date and time of the last line
     std::deque<Frame> logged, heard;
-    std::set<std::size_t> ways{0};             // see Match
-    std::deque<std::uint8_t> doubtful, spoken; // said and not yet in the log; those that may get lost stand in front
+    std::set<std::size_t> ways{0}; // see Match
+    std::vector<Unread> unread{1}; // by each way to understand the log: what came may look like what got lost
     LineTime lastSpoken{};
     std::optional<LineTime> disturbedUntil; // and then to the next answer
     std::size_t lines = 0;
