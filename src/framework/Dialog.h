@@ -63,7 +63,7 @@ protected:
     };
     // In the template's order, wherever they stand. There from OnInitDialog on.
     const std::vector<Control>& Controls() const { return controls; }
-    // For the constructor of a dialog that moves most of its controls: none is visible when OnInitDialog begins, which
+    // For the constructor of a dialog that places most of its controls: none is visible when OnInitDialog begins, which
     // has to show them. The platform has much less to do with a hidden one.
     void MakeControlsHidden() { makesHidden = true; }
 
@@ -77,7 +77,7 @@ private:
     bool CreateFromTemplate(HWND owner, bool hidden);
     bool MakeControls(const std::vector<DialogItem>& items);
     HWND MakeHosted(const DialogItem& item) const;
-    // False if a control is missing.
+    // False if a control that stands in another one is missing.
     bool LayOut();
     void PlaceWindow(const CRect& place, DWORD style);
     LRESULT OnGetFont(WPARAM wParam, LPARAM lParam);

@@ -54,7 +54,7 @@ void CTrafficLog::ShowTrafficTotals() {
     shownTxTotal = txByteTotal;
     shownRxTotal = rxByteTotal;
     totalsLabel.SetCaption(FormatTotals(LoadText(IDS_TX), shownTxTotal, LoadText(IDS_RX), shownRxTotal), 10, 0xFFFFFF);
-    totalsLabel.Show();
+    totalsLabel.PaintNow();
 }
 
 void CTrafficLog::OpenLog() const {

@@ -15,7 +15,7 @@ void CSkinStatic::SetCaption(const std::string& text, int leftOffset, COLORREF c
     if (changes && bitmap.IsEmpty()) UncoverFormerCaption();
 }
 
-void CSkinStatic::Show() {
+void CSkinStatic::PaintNow() {
     if (bitmap.IsEmpty()) return Invalidate();
     CClientDC dc(GetHandle());
     PaintOn(dc);

@@ -14,7 +14,7 @@ public:
 
     // Draws it now: for one that changes often, as a way by WM_PAINT costs several times as much. Without a picture it
     // is invalidated, since then what lies beneath has to be painted first.
-    void Show();
+    void PaintNow();
 
     // The corners of the stretch (NineSlice.h), in pixels of the picture.
     int cornerWidth = 0;
