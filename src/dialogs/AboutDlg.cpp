@@ -28,6 +28,11 @@ void CAboutDlg::DoDataExchange(CDataExchange& exchange) {
     DDX_Control(exchange, IDC_ABOUT_WEB_LINK, webLink);
 }
 
+// The links and OK stand in the dialog itself.
+int CAboutDlg::HostOf(int control) const {
+    return control == IDC_ABOUT_COMPANY || control == IDC_ABOUT_VERSION ? IDC_ABOUT_PANEL : 0;
+}
+
 bool CAboutDlg::OnInitDialog() {
     CDialog::OnInitDialog();
     DressDialogPanel(panelStatic);
@@ -58,7 +63,6 @@ void CAboutDlg::PrepareLinks() {
 
 void CAboutDlg::PlaceLine(CSkinStatic& line, int top, const std::string& text) {
     line.SetBitmapFile(ThemeFile("TextBK2.bmp"));
-    line.SetParent(panelStatic);
-    line.SetWindowPos(nullptr, 10, top, 400, 24, 0);
+    line.SetWindowPos(nullptr, 10, top, 400, 24, SWP_NOZORDER | SWP_NOACTIVATE);
     line.SetCaption(text, 10, RGB(0, 0, 0));
 }

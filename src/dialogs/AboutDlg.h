@@ -13,6 +13,7 @@ public:
     CAboutDlg();
 
 protected:
+    int HostOf(int control) const override;
     bool OnInitDialog() override;
     void DoDataExchange(CDataExchange& exchange) override;
 

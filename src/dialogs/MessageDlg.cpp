@@ -23,10 +23,10 @@ int OkButtonLeft(int style, int windowWidth) {
     }
 }
 
-void PlaceButton(CSkinButton& button, const CWnd& parent, int left, const std::string& text) {
+void PlaceButton(CSkinButton& button, int left, const std::string& text) {
     button.SetBitmapFile(ThemeFile("XButton.bmp"));
-    button.SetParent(parent);
-    button.SetWindowPos(nullptr, left, 40, 74, 22, 0);
+    // On top of those before: where Cancel covers a part of OK, both captions are read.
+    button.SetWindowPos(HWND_TOP, left, 40, 74, 22, SWP_NOACTIVATE);
     button.SetCaption(text, 5, themeBlue);
 }
 
@@ -46,6 +46,10 @@ void CMessageDlg::DoDataExchange(CDataExchange& exchange) {
     DDX_Control(exchange, IDC_MESSAGE_TEXT, textStatic);
     DDX_Control(exchange, IDC_MESSAGE_OK, okButton);
     DDX_Control(exchange, IDC_MESSAGE_CANCEL, cancelButton);
+}
+
+int CMessageDlg::HostOf(int control) const {
+    return control == IDC_MESSAGE_PANEL ? 0 : IDC_MESSAGE_PANEL;
 }
 
 bool CMessageDlg::OnInitDialog() {
@@ -69,14 +73,13 @@ bool CMessageDlg::OnInitDialog() {
 
 void CMessageDlg::PlaceText(int width) {
     textStatic.SetBitmapFile(ThemeFile("TextBK2.bmp"));
-    textStatic.SetParent(panelStatic);
-    textStatic.SetWindowPos(nullptr, 20, 10, width - 40, 24, 0);
+    textStatic.SetWindowPos(nullptr, 20, 10, width - 40, 24, SWP_NOZORDER | SWP_NOACTIVATE);
     textStatic.SetCaption(text, 10, themeBlue);
 }
 
 void CMessageDlg::PlaceButtons(int width) {
-    PlaceButton(okButton, panelStatic, OkButtonLeft(style, width), okText);
-    PlaceButton(cancelButton, panelStatic, 192, cancelText);
+    PlaceButton(okButton, OkButtonLeft(style, width), okText);
+    PlaceButton(cancelButton, 192, cancelText);
     if (style == 0) cancelButton.ShowWindow(SW_HIDE);
 }
 

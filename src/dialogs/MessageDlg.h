@@ -24,6 +24,7 @@ public:
     bool cancelled = false;
 
 protected:
+    int HostOf(int control) const override;
     bool OnInitDialog() override;
     void DoDataExchange(CDataExchange& exchange) override;
     void OnOK() override;

@@ -254,6 +254,7 @@ bool CDialog::MakeControls(const std::vector<DialogItem>& items) {
 HWND CDialog::MakeHosted(const DialogItem& item) const {
     const auto host = std::ranges::find(controls, HostOf(item.id), &Control::id);
     if (host == controls.end() || host->window == nullptr) return nullptr;
+    AdmitDialogKeyboard(host->window);
     const auto narrow = [](const std::u16string& text) { return ToNarrow(std::wstring(text.begin(), text.end())); };
     const DWORD style = WS_CHILD | (makesHidden ? item.style & ~DialogItem::visibleStyle : item.style);
     return ::CreateWindowExA(item.extendedStyle | WS_EX_NOPARENTNOTIFY, narrow(item.windowClass).c_str(),

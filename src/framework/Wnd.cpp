@@ -8,18 +8,6 @@
 #include "framework/ResourceModule.h"
 #include "framework/WindowEntry.h"
 
-namespace {
-
-// The dialog keyboard looks for the focus only inside windows of this style, and a search that starts at a focus which
-// lies elsewhere may never end. A top-level window needs no such mark.
-void AdmitDialogKeyboard(HWND container) {
-    if ((::GetWindowLongA(container, GWL_STYLE) & WS_CHILD) == 0) return;
-    const LONG style = ::GetWindowLongA(container, GWL_EXSTYLE);
-    if ((style & WS_EX_CONTROLPARENT) == 0) ::SetWindowLongA(container, GWL_EXSTYLE, style | WS_EX_CONTROLPARENT);
-}
-
-} // namespace
-
 // Objects of static storage may end after any map would; so neither is ever destroyed.
 CHandleMap<HWND, CWnd>& WindowMap() {
     static auto* map = new CHandleMap<HWND, CWnd>;
@@ -136,9 +124,12 @@ HWND CWnd::UnsubclassWindow() {
     return window;
 }
 
-void CWnd::SetParent(const CWnd& parent) const {
-    AdmitDialogKeyboard(parent.handle);
-    ::SetParent(handle, parent.handle);
+// The dialog keyboard looks for the focus only inside windows of this style, and a search that starts at a focus which
+// lies elsewhere may never end. A top-level window needs no such mark.
+void CWnd::AdmitDialogKeyboard(HWND container) {
+    if ((::GetWindowLongA(container, GWL_STYLE) & WS_CHILD) == 0) return;
+    const LONG style = ::GetWindowLongA(container, GWL_EXSTYLE);
+    if ((style & WS_EX_CONTROLPARENT) == 0) ::SetWindowLongA(container, GWL_EXSTYLE, style | WS_EX_CONTROLPARENT);
 }
 
 void CWnd::ModifyStyle(DWORD remove, DWORD add, UINT positionFlags) {

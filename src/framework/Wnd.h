@@ -47,8 +47,8 @@ public:
     HWND GetHandle() const { return handle; }
 
     // Makes a window of a registered class, which this object owns; what the window gets while it is being made passes
-    // by this object. A parent that is a child window itself lets the dialog keyboard in, as with SetParent. False if
-    // that failed or if there is one already.
+    // by this object. A parent that is a child window itself lets the dialog keyboard in from then on. False if that
+    // failed or if there is one already.
     bool Create(const char* windowClass, const char* text, DWORD style, const RECT& rect, HWND parent, UINT id,
                 DWORD extendedStyle = 0);
     // Puts this object in front of an existing window. False for a null handle, or if either has its partner already.
@@ -67,8 +67,6 @@ public:
     void ModifyStyle(DWORD remove, DWORD add, UINT positionFlags = 0);
     int GetDlgCtrlID() const { return ::GetDlgCtrlID(handle); }
     CWnd* GetParent() const { return FromHandle(::GetParent(handle)); }
-    // Puts the window into another one, which the dialog keyboard then also looks into.
-    void SetParent(const CWnd& parent) const;
     void SetFocus() const { ::SetFocus(handle); }
 
     // Place and size.
@@ -124,6 +122,9 @@ public:
     virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
 
 protected:
+    // Lets the dialog keyboard look into a child window that holds controls.
+    static void AdmitDialogKeyboard(HWND container);
+
     virtual void PreSubclassWindow() {}
     virtual void DoDataExchange(CDataExchange& exchange);
     // WM_COMMAND. True if it was handled.
