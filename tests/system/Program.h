@@ -15,6 +15,7 @@
 #include "resources/Product.h"
 #include "resources/ResourceIds.h"
 #include "support/Windows.h"
+#include "user/Input.h"
 
 using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
@@ -26,12 +27,6 @@ bool Await(const Condition& condition, Clock::duration limit = 20s) {
         if (Clock::now() >= end) return false;
     }
     return true;
-}
-
-inline POINT MiddleOf(HWND window) {
-    RECT rect{};
-    ::GetWindowRect(window, &rect);
-    return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
 }
 
 // Until the pointer rests there.
@@ -54,12 +49,6 @@ inline void PointAt(POINT place) {
     ::SetCursorPos(place.x, place.y);
 }
 
-inline void MoveButton(DWORD flag) { // MOUSEEVENTF_LEFTDOWN or MOUSEEVENTF_LEFTUP
-    INPUT event{};
-    event.mi.dwFlags = flag;
-    ::SendInput(1, &event, sizeof event);
-}
-
 inline void ClickHere() {
     MoveButton(MOUSEEVENTF_LEFTDOWN);
     MoveButton(MOUSEEVENTF_LEFTUP);
@@ -68,29 +57,6 @@ inline void ClickHere() {
 inline void ClickAt(POINT place) {
     PointAt(place);
     ClickHere();
-}
-
-// With another one held down meanwhile.
-inline void PressKey(int key, WORD held = 0) {
-    const auto send = [](WORD virtualKey, DWORD flags) {
-        INPUT event{};
-        event.type = INPUT_KEYBOARD;
-        event.ki.wVk = virtualKey;
-        event.ki.wScan = static_cast<WORD>(::MapVirtualKeyA(virtualKey, MAPVK_VK_TO_VSC));
-        event.ki.dwFlags = flags;
-        ::SendInput(1, &event, sizeof event);
-    };
-    if (held != 0) send(held, 0);
-    for (const DWORD flags : {0, KEYEVENTF_KEYUP}) send(static_cast<WORD>(key), flags);
-    if (held != 0) send(held, KEYEVENTF_KEYUP);
-}
-
-// What the thread of a window tells of its mouse and keyboard.
-inline GUITHREADINFO InputOf(HWND window) {
-    GUITHREADINFO input{};
-    input.cbSize = sizeof input;
-    ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &input);
-    return input;
 }
 
 class CProgram {

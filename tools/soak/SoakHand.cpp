@@ -3,26 +3,12 @@
 #include <string>
 
 #include "resources/ResourceIds.h"
+#include "user/Input.h"
 
 namespace {
 
 // A hand is slower than this, but not much.
 constexpr DWORD step = 25;
-
-void MoveButton(DWORD flag) {
-    INPUT event{};
-    event.mi.dwFlags = flag;
-    ::SendInput(1, &event, sizeof event);
-}
-
-void SendKey(WORD key, DWORD flags) {
-    INPUT event{};
-    event.type = INPUT_KEYBOARD;
-    event.ki.wVk = key;
-    event.ki.wScan = static_cast<WORD>(::MapVirtualKeyA(key, MAPVK_VK_TO_VSC));
-    event.ki.dwFlags = flags;
-    ::SendInput(1, &event, sizeof event);
-}
 
 bool IsLink(HWND window) {
     const int id = ::GetDlgCtrlID(window);
@@ -45,12 +31,6 @@ std::uint8_t NumberOf(const std::string& text) {
 }
 
 } // namespace
-
-POINT MiddleOf(HWND window) {
-    RECT rect{};
-    ::GetWindowRect(window, &rect);
-    return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
-}
 
 void CSoakHand::PointAt(POINT place) const {
     ::SetCursorPos(place.x - 1, place.y);
@@ -89,16 +69,11 @@ void CSoakHand::Drag(POINT from, POINT to) const {
 void CSoakHand::PressKey(int key, WORD held) const {
     if (key == VK_RETURN) record.PressStart();
     if (key == VK_RETURN || key == VK_SPACE) {
-        GUITHREADINFO input{};
-        input.cbSize = sizeof input;
-        ::GetGUIThreadInfo(::GetWindowThreadProcessId(program.Frame(), nullptr), &input);
-        if (IsLink(input.hwndFocus)) return;
-        Announce(::GetDlgCtrlID(input.hwndFocus));
+        const HWND focus = InputOf(program.Frame()).hwndFocus;
+        if (IsLink(focus)) return;
+        Announce(::GetDlgCtrlID(focus));
     }
-    if (held != 0) SendKey(held, 0);
-    SendKey(static_cast<WORD>(key), 0);
-    SendKey(static_cast<WORD>(key), KEYEVENTF_KEYUP);
-    if (held != 0) SendKey(held, KEYEVENTF_KEYUP);
+    ::PressKey(key, held);
     ::Sleep(step);
 }
 

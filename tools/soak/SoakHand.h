@@ -29,5 +29,3 @@ private:
     const CSoakedProgram& program;
     CSoakRecord& record;
 };
-
-POINT MiddleOf(HWND window);

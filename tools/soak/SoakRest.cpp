@@ -10,6 +10,7 @@
 #include "resources/ResourceIds.h"
 #include "soak/SoakRun.h"
 #include "soak/Waiting.h"
+#include "user/Input.h"
 
 namespace {
 
@@ -96,16 +97,14 @@ void CSoakRun::TouchButtons() {
 }
 
 std::string CSoakRun::WhatStands() const {
-    GUITHREADINFO input{};
-    input.cbSize = sizeof input;
-    ::GetGUIThreadInfo(::GetWindowThreadProcessId(program.Frame(), nullptr), &input);
-    const std::pair<bool, const char*> states[] = {{program.Box() != nullptr, "a box, "},
-                                                   {CSoakedProgram::ShownPopup() != nullptr, "a menu, "},
-                                                   {::IsIconic(program.Frame()) != FALSE, "an icon, "},
-                                                   {program.IsPolling(), "polling, "},
-                                                   {program.IsPortOpen(), "an open port, "},
-                                                   {::IsWindowEnabled(program.Frame()) == FALSE, "disabled, "},
-                                                   {input.hwndCapture != nullptr, "the mouse held, "}};
+    const std::pair<bool, const char*> states[] = {
+        {program.Box() != nullptr, "a box, "},
+        {CSoakedProgram::ShownPopup() != nullptr, "a menu, "},
+        {::IsIconic(program.Frame()) != FALSE, "an icon, "},
+        {program.IsPolling(), "polling, "},
+        {program.IsPortOpen(), "an open port, "},
+        {::IsWindowEnabled(program.Frame()) == FALSE, "disabled, "},
+        {InputOf(program.Frame()).hwndCapture != nullptr, "the mouse held, "}};
     RECT place{};
     ::GetWindowRect(program.Frame(), &place);
     std::string text = FormatText("the window at %ld, %ld, ", place.left, place.top);
