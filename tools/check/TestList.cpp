@@ -20,6 +20,7 @@ auto RankOf(const ListedProgram& program) {
 std::string_view HindranceOf(std::string_view condition, const CheckedMachine& machine) {
     if (condition == "wine") return "compared with pictures that Wine has drawn";
     if (condition == "cables" && machine.cables < 2) return "needs a second cable";
+    if (condition == "clock") return "needs a clock that a script can set";
     if (condition == "pull" && !machine.hasPull) return "needs a cable that a script can pull";
     return {};
 }
