@@ -220,9 +220,8 @@ void CLinkStatic::OnClicked() {
     const HWND window = GetHandle();
     const std::string opened = target;
     const int result = opener.Open(opened, SW_SHOW);
-    if (FromHandlePermanent(window) != this) return; // the shell serves messages, and one has ended this link
-    SetVisited(result > lastFailure);
-    if (visited) return;
+    if (FromHandlePermanent(window) != this) return;   // the shell serves messages, and one has ended this link
+    if (result > lastFailure) return SetVisited(true); // a later failure doesn't take it back
     ::MessageBeep(MB_ICONEXCLAMATION);
     ReportError(result);
 }
