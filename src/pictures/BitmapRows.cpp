@@ -15,6 +15,8 @@ CBitmapRows::CBitmapRows(const std::wstring& path) : file(::_wfopen(path.c_str()
 }
 
 CBitmap CBitmapRows::Read(const Piece& piece) const {
+    constexpr std::int64_t mostBytes = 4 * mostPixels; // as the largest picture that is kept whole
+    if (static_cast<std::int64_t>(layout.stride) * piece.count > mostBytes) return {};
     struct {
         BITMAPINFOHEADER head;
         RGBQUAD colors[256];

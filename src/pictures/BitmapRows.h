@@ -20,7 +20,7 @@ public:
 
     // `count` rows, whole and in the file's depth, as the bitmap's rows from the top: the `first` to the last of the
     // `stretched` rows to which the `height` rows from `top` on are stretched. Rows that the picture hasn't are black.
-    // Null on failure.
+    // Null on failure, and for more than 64 MiB of rows.
     struct Piece {
         int top;
         int height;
