@@ -75,8 +75,8 @@ bool CSkinPicture::LoadFromFile(const std::string& path) {
         Attach(loaded.Detach());
     } else {
         const CBitmap former(CopyFrom(loaded.GetHandle())); // a copy, because copies are the quicker to draw from
-        if (state && !IsEmpty()) held[*state] = bitmap;
     }
+    if (state && !IsEmpty()) held[*state] = bitmap;
     return !IsEmpty();
 }
 
