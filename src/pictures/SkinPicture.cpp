@@ -162,7 +162,7 @@ void CSkinPicture::CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cel
         return;
     }
     const CBitmapRows file(largeFile);
-    if (file.GetWidth() != GetWidth() || file.GetHeight() != GetHeight()) return; // another file by now
+    if (file.GetWidth() != GetWidth() || file.GetHeight() != GetHeight()) return out.Close(); // another file by now
     const CMemoryDC target(nullptr), source(nullptr);
     const CSelectObject canvas(target, out.GetHandle());
     CBitmapRows::Piece held{}; // cells side by side are cut from the same rows
@@ -173,7 +173,7 @@ void CSkinPicture::CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cel
         if (count <= 0) continue;
         const CBitmapRows::Piece wanted{from.top, from.Height(), to.Height(), first, count};
         if (held != wanted) rows = file.Read(held = wanted);
-        if (rows.IsEmpty()) return;
+        if (rows.IsEmpty()) return out.Close();
         const CSelectObject selected(source, rows.GetHandle());
         ::StretchBlt(target.GetHandle(), to.left, to.top + first, to.Width(), count, source.GetHandle(), from.left, 0,
                      from.Width(), count, SRCCOPY);

@@ -2,8 +2,8 @@
 //
 // A picture of a usual size is kept whole. A larger one stays in its file, if its rows can be read from there one by
 // one, and is read anew when a piece of it is wanted: pieces are small, as no control is larger than the screen. What
-// such a file doesn't hold any more is black. Controls that show the same file share its pixels. User-interface thread
-// only.
+// such a file doesn't hold any more isn't drawn, until it does. Controls that show the same file share its pixels.
+// User-interface thread only.
 #pragma once
 
 #include <cstdint>
