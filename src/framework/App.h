@@ -24,7 +24,7 @@ public:
     static CWnd* MainWindow();
     const char* GetName() const { return name; }
 
-    // Prepares the process (components, common controls, a clear stop when memory is exhausted) and runs InitInstance.
+    // Prepares the process (common controls, a clear stop when memory is exhausted) and runs InitInstance.
     // What can't be had is told to the user. Gives the process's exit code, 0 if all went well.
     int Run();
 

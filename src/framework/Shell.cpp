@@ -21,8 +21,12 @@ private:
 
 } // namespace
 
-Shell& SystemShell() {
+void PrepareComponents() {
     static const CComponents components;
+}
+
+Shell& SystemShell() {
+    PrepareComponents();
     static Shell shell = [] {
         const HMODULE module = LoadSystemLibrary(L"shell32.dll");
         Shell found{};

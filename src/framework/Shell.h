@@ -11,6 +11,9 @@ struct Shell {
     decltype(&::ShellExecuteExA) openWith;
 };
 
+// Prepares the user-interface thread, which calls this, for components of the system; once for the whole process.
+void PrepareComponents();
+
 // For the user-interface thread, which is prepared for the components that the shell may call. All of them are there on
 // every Windows. One that is replaced is called from then on.
 Shell& SystemShell();

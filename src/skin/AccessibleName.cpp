@@ -2,6 +2,7 @@
 
 #include <oleacc.h>
 
+#include "framework/Shell.h"
 #include "framework/SystemHandles.h"
 #include "framework/Text.h"
 
@@ -11,6 +12,7 @@ namespace {
 class CNameStore {
 public:
     CNameStore() {
+        PrepareComponents();
         ::CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
                            reinterpret_cast<void**>(services.Receive()));
     }

@@ -7,6 +7,7 @@
 #include <oleacc.h>
 
 #include "framework/ResourceModule.h"
+#include "framework/Shell.h"
 #include "Ground.h"
 #include "resources/ResourceIds.h"
 #include "skin/SkinBar.h"
@@ -215,7 +216,7 @@ void* store = calls;
 
 TEST_F(SkinBar, ItsButtonsAreNamedUntilTheyEnd) {
     bar.SetButtonNames({"About", "Language"});
-    ASSERT_TRUE(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
+    PrepareComponents();
     DWORD cookie = 0;
     EXPECT_TRUE(SUCCEEDED(::CoRegisterClassObject(CLSID_AccPropServices, reinterpret_cast<IUnknown*>(&store),
                                                   CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie)));
@@ -229,7 +230,6 @@ TEST_F(SkinBar, ItsButtonsAreNamedUntilTheyEnd) {
     bar.DestroyWindow();
     EXPECT_TRUE(names.empty());
     ::CoRevokeClassObject(cookie);
-    ::CoUninitialize();
 }
 
 } // namespace
