@@ -28,6 +28,7 @@ bool PointerIsOn(HWND window) {
 const CMessageMap& CSkinButton::ClassMap() {
     static constexpr std::array entries{On<WM_PAINT, &CSkinButton::OnPaint>(),
                                         OnMessage<WM_WINDOWPOSCHANGED, &CSkinButton::OnWindowPosChanged>(),
+                                        On<WM_ENABLE, &CSkinButton::OnEnable>(),
                                         On<WM_MOUSEMOVE, &CSkinButton::OnMouseMove>(),
                                         On<WM_LBUTTONDOWN, &CSkinButton::OnLButtonDown>(),
                                         On<WM_LBUTTONUP, &CSkinButton::OnLButtonUp>(),
@@ -64,9 +65,7 @@ void CSkinButton::SetCaption(const std::string& text, int, COLORREF color) {
 void CSkinButton::OnPaint() {
     ReadEnabled();
     if (IsStrip()) {
-        const Face& face = PresentFace();
-        if (shapedBy != &face) TakeShape(face.shape); // invalidates the window, so before the paint context is made
-        shapedBy = &face;
+        const Face& face = TakeFace(); // invalidates the window, so before the paint context is made
         PaintBy([this, &face](CDC& dc) { DrawFace(dc, face); });
         return;
     }
@@ -106,6 +105,13 @@ const CSkinButton::Face& CSkinButton::PresentFace() {
     if (!face.picture.IsEmpty()) return face;
     face.picture = bitmap.GetCell(column, 1, static_cast<int>(faces.size()), 1, faceSize);
     face.shape.Attach(face.picture.CreateOutline(maskColor, maskTolerance));
+    return face;
+}
+
+const CSkinButton::Face& CSkinButton::TakeFace() {
+    const Face& face = PresentFace();
+    if (shapedBy != &face) TakeShape(face.shape);
+    shapedBy = &face;
     return face;
 }
 
@@ -154,8 +160,17 @@ void CSkinButton::DrawPicture(CDC& dc) {
     DrawCaption(dc, {right, client.top, client.right, client.bottom}, captionFormat);
 }
 
-void CSkinButton::RepaintNow() const {
+// A frame without a pixel leaves an empty shape, and a window of that shape is never asked to paint: whatever changes
+// the frame gives the next shape.
+void CSkinButton::FollowState() {
+    ReadEnabled();
+    const bool isShaped = faceSize != CSize();
+    if (IsStrip() && isShaped) TakeFace();
     Invalidate();
+}
+
+void CSkinButton::RepaintNow() {
+    FollowState();
     UpdateWindow();
 }
 

@@ -65,11 +65,15 @@ private:
     LRESULT OnWindowPosChanged(WPARAM, LPARAM);
     void ReadEnabled();
     const Face& PresentFace();
+    // That face, with the window in its shape.
+    const Face& TakeFace();
     void TakeShape(const CRgn& shape) const;
     void RepaintGround() const;
     void DrawFace(CDC& dc, const Face& face);
     void DrawPicture(CDC& dc);
-    void RepaintNow() const;
+    void OnEnable(bool) { FollowState(); }
+    void FollowState();
+    void RepaintNow();
 
     // Mouse.
     void OnMouseMove(UINT keys, CPoint point);
