@@ -17,8 +17,7 @@ TOOLINFOA DescribeTool(const CWnd& owner, UINT_PTR id, std::string& text) {
 } // namespace
 
 bool CToolTipCtrl::Create(const CWnd& parent) {
-    constexpr RECT anywhere{CW_USEDEFAULT, CW_USEDEFAULT, 0, 0};
-    if (!CWnd::Create(TOOLTIPS_CLASSA, "", WS_POPUP, anywhere, parent.GetHandle(), 0)) return false;
+    if (!CWnd::Create(TOOLTIPS_CLASSA, "", WS_POPUP, CRect(), parent.GetHandle(), 0)) return false;
     Activate(false);
     return true;
 }

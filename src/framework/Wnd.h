@@ -66,7 +66,6 @@ public:
     DWORD GetStyle() const { return static_cast<DWORD>(::GetWindowLongA(handle, GWL_STYLE)); }
     void ModifyStyle(DWORD remove, DWORD add, UINT positionFlags = 0);
     int GetDlgCtrlID() const { return ::GetDlgCtrlID(handle); }
-    CWnd* GetParent() const { return FromHandle(::GetParent(handle)); }
     void SetFocus() const { ::SetFocus(handle); }
 
     // Place and size.
