@@ -18,7 +18,8 @@ public:
     explicit CHelperRun(std::function<void()> helperWork);
 
     // Waits until all have ended, at most until `limit` ms after the start; whether they have. Of `count` helpers, 64
-    // at most. The caller serves no messages meanwhile; `work` sends none.
+    // at most. Those that begin now, because the first is still at work, get as long as if they had begun in time. The
+    // caller serves no messages meanwhile; `work` sends none.
     bool Await(std::uint32_t limit, std::size_t count = 1);
 
 private:
