@@ -26,10 +26,13 @@ bool ProbePort(const char* name, CCommPlatform& platform);
 
 // A search for the `limit` lowest ports that answer the probe, under way from the start of this object. Several are
 // probed at a time, and a probe that hasn't answered `searchLimit` after the start has failed; it goes on alone, so
-// `probe` owns what it touches.
+// `probe` owns what it touches. Of a search that nobody waits for no further probe begins.
 class CPortFinder {
 public:
     explicit CPortFinder(PortProbe probe, std::size_t limit = lastPortNumber);
+    CPortFinder(const CPortFinder&) = delete;
+    CPortFinder& operator=(const CPortFinder&) = delete;
+    ~CPortFinder() { search->Stop(); }
 
     // Ends the search, and gives the numbers that it has found, rising.
     std::vector<std::int32_t> Await();
