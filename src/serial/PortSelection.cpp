@@ -73,7 +73,8 @@ bool OpenSelectedPort(CCommPort& port, const PortSettings& settings, std::uint32
             const std::string name = PortName(settings.portNumber);
             const auto turn = prepared.Platform().turns.Take(name, std::chrono::milliseconds(limit));
             if (turn && !offer->isSettled) OpenPatiently(prepared, name);
-            if (ConfigurePort(prepared, settings) == ERROR_TIMEOUT || offer->isSettled.exchange(true)) prepared.Close();
+            ConfigurePort(prepared, settings);
+            if (offer->isSettled.exchange(true)) prepared.Close();
         });
         if (inTime || offer->isSettled.exchange(true)) port.TakeOver(offer->prepared);
         if (port.IsOpen()) return true;
