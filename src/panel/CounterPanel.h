@@ -109,12 +109,9 @@ private:
     void OnTimer(UINT_PTR id);
 
     // Settings and Clear.
-    void OnEnglish();
-    void OnChinese();
-    void OnIn();
-    void OnOut();
-    void OnYes();
-    void OnNo();
+    void OnLanguageChoice(UINT id);
+    void OnDirectionChoice(UINT id);
+    void OnSdDetectChoice(UINT id);
     void OnSensitivityChange();
     void OnPeriodChange();
     void OnAddressChange();

@@ -9,23 +9,14 @@ void CCounterPanel::Choose(const ChoicePair& pair, std::int32_t value) {
     if (!polling) ShowPair(pair, value);
 }
 
-void CCounterPanel::OnEnglish() {
-    Choose(LanguagePair(), 0);
+void CCounterPanel::OnLanguageChoice(UINT id) {
+    Choose(LanguagePair(), id == IDC_LANGUAGE_ENGLISH ? 0 : 1);
 }
-void CCounterPanel::OnChinese() {
-    Choose(LanguagePair(), 1);
+void CCounterPanel::OnDirectionChoice(UINT id) {
+    Choose(DirectionPair(), id == IDC_DIRECTION_IN ? 0 : 1);
 }
-void CCounterPanel::OnIn() {
-    Choose(DirectionPair(), 0);
-}
-void CCounterPanel::OnOut() {
-    Choose(DirectionPair(), 1);
-}
-void CCounterPanel::OnYes() {
-    Choose(SdDetectPair(), 0);
-}
-void CCounterPanel::OnNo() {
-    Choose(SdDetectPair(), 1);
+void CCounterPanel::OnSdDetectChoice(UINT id) {
+    Choose(SdDetectPair(), id == IDC_SD_DETECT_YES ? 0 : 1);
 }
 
 void CCounterPanel::OnSensitivityChange() {
