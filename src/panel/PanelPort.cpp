@@ -11,6 +11,7 @@
 void CCounterPanel::OnAddressButton(UINT id) {
     // A rebuild leaves marks where they were, so several may be set, the clicked one too, which the click took away.
     CAddressButton& clicked = addressButtons[id - IDC_ADDRESS_BUTTON_FIRST];
+    if ((clicked.GetStyle() & WS_VISIBLE) == 0) return; // no counter's: made up by another program
     for (CAddressButton& button : addressButtons) button.SetCheck(&button == &clicked ? 1 : 0, true);
     if (selected == clicked.address) return;
     selected = clicked.address;
