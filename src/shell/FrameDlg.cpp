@@ -72,6 +72,7 @@ const CMessageMap& CFrameDlg::ClassMap() {
 
 bool CFrameDlg::OnInitDialog() {
     CDialog::OnInitDialog();
+    begun = true;
     SendMessage(WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon));
     SendMessage(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon));
     if (!TakeName()) {

@@ -19,6 +19,8 @@ public:
 
     // Whether the running language is Chinese. Set before DoModal.
     bool language = false;
+    // Whether DoModal has made the window.
+    bool HasBegun() const { return begun; }
 
     const AvailablePorts& GetAvailablePorts() const override { return availablePorts; }
     void SelectPort(std::int32_t portNumber) override { port.portNumber = portNumber; }
@@ -54,6 +56,7 @@ private:
     void OnUnusedCommand() {}
 
     HICON icon;                     // shared, never destroyed
+    bool begun = false;
     CCounterPanel* panel = nullptr; // on the heap until the process ends: replies may be under way to it
     std::string title;
     AvailablePorts availablePorts;

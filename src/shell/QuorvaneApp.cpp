@@ -39,7 +39,7 @@ bool CQuorvaneApp::InitInstance() {
     mainWindow = &frame;
     frame.language = chinese; // also where the library is missing
     const INT_PTR end = frame.DoModal();
-    if (end == -1 || end == IDABORT) Fail("The main window can't be made. The program has to stop.");
+    if (!frame.HasBegun() || end == IDABORT) Fail("The main window can't be made. The program has to stop.");
     StopCommands(); // for an end that the frame didn't see coming; else there is nothing left to wait for
     mainWindow = nullptr;
     return false;

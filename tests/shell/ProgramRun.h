@@ -33,15 +33,16 @@ protected:
         if (language != missing) WriteRegistryInt("Language", language);
     }
 
-    // Runs the whole program. Once its window stands, `script` runs, and then `end` closes the window.
-    void RunProgram(const std::function<void()>& script, UINT end = WM_CLOSE, WPARAM wParam = 0) {
+    // Runs the whole program. Once its window stands, `script` runs, and then `end` closes the window. Gives the exit
+    // code.
+    int RunProgram(const std::function<void()>& script, UINT end = WM_CLOSE, WPARAM wParam = 0) {
         const CMeanwhile meanwhile([&] {
             frame = ::FindWindowA("#32770", PRODUCT_TITLE);
             if (::IsWindowVisible(frame) == FALSE) return false;
             script();
             return ::PostMessageA(frame, end, wParam, 0) != FALSE;
         });
-        run();
+        return run();
     }
     // One that must not get as far as a window; gives what it says.
     static std::string RunInVain() {

@@ -133,6 +133,11 @@ TEST_F(ShellTest, ALanguageIsStoredForTheNextStart) {
     RunProgram([&] { EXPECT_EQ(Text(IDC_START), "Start"); });
 }
 
+TEST_F(ShellTest, WhoeverEndsTheThreadsLoopEndsTheProgram) {
+    EXPECT_EQ(RunProgram([] { ::PostQuitMessage(0); }), 0);
+    PumpMessages(); // the request stays for the loops further out
+}
+
 // In a process of its own, which is to end by itself.
 TEST_F(ShellTest, AWorkerThatHangsIsLeftBehind) {
     const auto child = [&] {
