@@ -62,6 +62,8 @@ public:
     void OnOK() override { OnStartStop(); }
     void OnCancel() override {}
     bool PreTranslateMessage(MSG& message) override;
+    // Gives the focus to Start if it isn't on a control that can be used.
+    void KeepFocus() const;
 
     // The end: the poll timer is killed. The captions stay.
     void StopWork();

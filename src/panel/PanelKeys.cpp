@@ -3,6 +3,19 @@
 
 #include <algorithm>
 
+namespace {
+
+bool CanBeUsed(HWND control) {
+    return ::IsWindowVisible(control) != FALSE && ::IsWindowEnabled(control) != FALSE;
+}
+
+} // namespace
+
+void CCounterPanel::KeepFocus() const {
+    const HWND focus = ::GetFocus();
+    if (::IsChild(GetHandle(), focus) == FALSE || !CanBeUsed(focus)) startButton.SetFocus();
+}
+
 bool CCounterPanel::PreTranslateMessage(MSG& message) {
     if (message.message == WM_KEYDOWN && message.wParam == VK_RETURN) {
         // The platform would press the button that has the focus; here Enter means Start or Stop wherever the focus is.
@@ -27,9 +40,7 @@ void CCounterPanel::MoveFocus(bool backwards) const {
     const auto holdsFocus = [&](HWND control) {
         return control == focus || (isTabStop(control) && ::IsChild(control, focus) != FALSE);
     };
-    const auto takesFocus = [&](HWND control) {
-        return isTabStop(control) && ::IsWindowVisible(control) != FALSE && ::IsWindowEnabled(control) != FALSE;
-    };
+    const auto takesFocus = [&](HWND control) { return isTabStop(control) && CanBeUsed(control); };
     std::vector<HWND> walk;
     for (const Control& control : Controls()) walk.push_back(control.window);
     if (backwards) std::ranges::reverse(walk);

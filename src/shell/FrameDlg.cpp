@@ -60,6 +60,7 @@ const CMessageMap& CFrameDlg::ClassMap() {
                                         On<WM_PAINT, &CFrameDlg::OnPaint>(),
                                         On<WM_QUERYDRAGICON, &CFrameDlg::OnQueryDragIcon>(),
                                         On<WM_SIZE, &CFrameDlg::OnSize>(),
+                                        OnMessage<WM_ACTIVATE, &CFrameDlg::OnActivate>(),
                                         On<WM_SYSCOLORCHANGE, &CFrameDlg::OnSysColorChange>(),
                                         On<WM_CLOSE, &CFrameDlg::OnClose>(),
                                         OnMessage<WM_ENDSESSION, &CFrameDlg::OnEndSession>(),
@@ -180,6 +181,13 @@ void CFrameDlg::OnClose() {
     EndAllLoops(); // hides every window at once
     if (panel != nullptr) panel->StopWork();
     StopCommands(); // while there still is a window for the command in flight
+}
+
+// The platform gives the focus back to what had it, which may have been hidden or disabled meanwhile.
+LRESULT CFrameDlg::OnActivate(WPARAM state, LPARAM) {
+    const LRESULT result = Default();
+    if (LOWORD(state) != WA_INACTIVE && panel != nullptr && !IsIconic() && IsWindowEnabled()) panel->KeepFocus();
+    return result;
 }
 
 LRESULT CFrameDlg::OnEndSession(WPARAM ends, LPARAM) {

@@ -50,6 +50,7 @@ private:
     void OnPaint();
     HICON OnQueryDragIcon() { return icon; }
     void OnSize(UINT kind, int width, int height);
+    LRESULT OnActivate(WPARAM state, LPARAM);
     void OnSysColorChange();
     void OnClose();
     LRESULT OnEndSession(WPARAM ends, LPARAM);

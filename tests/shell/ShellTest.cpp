@@ -133,6 +133,35 @@ TEST_F(ShellTest, ALanguageIsStoredForTheNextStart) {
     RunProgram([&] { EXPECT_EQ(Text(IDC_START), "Start"); });
 }
 
+TEST_F(ShellTest, TheFocusComesBackToWhatCanBeUsed) {
+    RunProgram([&] {
+        const HWND other =
+            ::CreateWindowA("Static", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
+        const HWND lamp = FindControl(frame, IDC_ADDRESS_BUTTON_FIRST), update = FindControl(frame, IDC_UPDATE);
+        const auto leave = [&](HWND focused) {
+            ::SetActiveWindow(frame);
+            ::SetFocus(focused);
+            EXPECT_EQ(::GetFocus(), focused);
+            ::SetActiveWindow(other);
+        };
+        const auto comeBack = [&] {
+            ::SetActiveWindow(frame);
+            return ::GetFocus();
+        };
+        ::ShowWindow(lamp, SW_SHOW);
+        leave(lamp);
+        EXPECT_EQ(comeBack(), lamp);
+        leave(lamp);
+        ::ShowWindow(lamp, SW_HIDE);
+        EXPECT_EQ(comeBack(), FindControl(frame, IDC_START));
+        leave(update);
+        ::EnableWindow(update, FALSE);
+        EXPECT_EQ(comeBack(), FindControl(frame, IDC_START));
+        ::EnableWindow(update, TRUE);
+        ::DestroyWindow(other);
+    });
+}
+
 TEST_F(ShellTest, WhoeverEndsTheThreadsLoopEndsTheProgram) {
     EXPECT_EQ(RunProgram([] { ::PostQuitMessage(0); }), 0);
     PumpMessages(); // the request stays for the loops further out
