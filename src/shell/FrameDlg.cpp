@@ -72,8 +72,8 @@ const CMessageMap& CFrameDlg::ClassMap() {
 }
 
 bool CFrameDlg::OnInitDialog() {
-    CDialog::OnInitDialog();
     begun = true;
+    CDialog::OnInitDialog();
     SendMessage(WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon));
     SendMessage(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon));
     if (!TakeName()) {
@@ -95,8 +95,14 @@ bool CFrameDlg::OnInitDialog() {
 
 bool CFrameDlg::TakeName() {
     const CStartTurn turn;
-    // This window doesn't match: its caption is still that of the template.
-    if (::FindWindowA(nullptr, title.c_str()) != nullptr) return false;
+    // This window doesn't match: its caption is still that of the template. A hidden one mostly is about to end.
+    constexpr DWORD patience = 1000, step = 50; // ms
+    DWORD waited = 0;
+    while (const HWND other = ::FindWindowA(nullptr, title.c_str())) {
+        if (::IsWindowVisible(other) != FALSE || waited >= patience) return false;
+        ::Sleep(step);
+        waited += step;
+    }
     SetWindowText(title);
     return true;
 }
@@ -177,17 +183,17 @@ void CFrameDlg::OnSysColorChange() {
     Default();
 }
 
-void CFrameDlg::OnClose() {
-    EndAllLoops(); // hides every window at once
-    if (panel != nullptr) panel->StopWork();
-    StopCommands(); // while there still is a window for the command in flight
-}
-
 // The platform gives the focus back to what had it, which may have been hidden or disabled meanwhile.
 LRESULT CFrameDlg::OnActivate(WPARAM state, LPARAM) {
     const LRESULT result = Default();
     if (LOWORD(state) != WA_INACTIVE && panel != nullptr && !IsIconic() && IsWindowEnabled()) panel->KeepFocus();
     return result;
+}
+
+void CFrameDlg::OnClose() {
+    EndAllLoops(); // hides every window at once
+    if (panel != nullptr) panel->StopWork();
+    StopCommands(); // while there still is a window for the command in flight
 }
 
 LRESULT CFrameDlg::OnEndSession(WPARAM ends, LPARAM) {
