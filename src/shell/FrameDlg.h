@@ -56,8 +56,8 @@ private:
     LRESULT OnEndSession(WPARAM ends, LPARAM);
     void OnUnusedCommand() {}
 
-    HICON icon;                     // shared, never destroyed
     bool begun = false;
+    HICON icon;                     // shared, never destroyed
     CCounterPanel* panel = nullptr; // on the heap until the process ends: replies may be under way to it
     std::string title;
     AvailablePorts availablePorts;
