@@ -39,6 +39,17 @@ TEST_F(Start, OfCopiesStartedTogetherOneStays) {
     }
 }
 
+TEST_F(Start, ACopyThatIsAboutToEndIsWaitedFor) {
+    const std::jthread ending([] {
+        const HWND window =
+            ::CreateWindowA("Static", CProgram::title, WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+        std::this_thread::sleep_for(700ms);
+        ::DestroyWindow(window);
+    });
+    EXPECT_TRUE(Await([] { return ::FindWindowA(nullptr, CProgram::title) != nullptr; }));
+    StartProgram();
+}
+
 TEST_F(Start, InAFolderOfChineseLettersWithItsLibraryAndWithNone) {
     const auto path = [](const std::string& utf8) { return files::path(std::u8string(utf8.begin(), utf8.end())); };
     const std::string folder = CProgram::Folder() + "..\\tests\\三号门 客流统计\\";
