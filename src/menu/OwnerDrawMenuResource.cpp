@@ -104,10 +104,12 @@ int COwnerDrawMenu::CountForeignItems() const {
 
 void COwnerDrawMenu::ReattachTopLevelPopups() {
     for (int position = CountForeignItems(); position < ::GetMenuItemCount(GetHandle()); ++position) {
-        if (::GetSubMenu(GetHandle(), position) == nullptr) continue;
+        const HMENU subMenu = ::GetSubMenu(GetHandle(), position);
+        if (subMenu == nullptr) continue;
         CMenuItemRecord* record = RecordOfItem(position);
         if (record == nullptr) continue;
         record->flags = MF_BYPOSITION | MF_POPUP;
+        record->id = IdOfSubMenu(subMenu); // perhaps not the one that the item had before
         ModifyPlatformItem(GetHandle(), position, record->flags, record->id, record->GetNarrowText().c_str());
     }
 }

@@ -64,8 +64,15 @@ TEST(MenuResource, AddedPopupsOfABarBecomePlainBehindThePlatformsOwnItems) {
     menu.InsertItem(2, "&First", MF_BYPOSITION | MF_POPUP, IdOfSubMenu((new CPopup)->GetHandle()), -1);
     EXPECT_STREQ(menu.itemRecords[0]->GetText(), L"&First");
     EXPECT_EQ(menu.itemRecords[0]->flags, UINT{MF_POPUP | MF_BYPOSITION});
+    CPopup foreign;
+    foreign.AppendItem("y", MF_STRING, 107, -1);
+    MENUITEMINFOA info{};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_SUBMENU;
+    info.hSubMenu = foreign.GetHandle();
+    ::SetMenuItemInfoA(menu.GetHandle(), 2, TRUE, &info);
     menu.InsertItem(3, "command", MF_BYPOSITION, 106, -1);
-    EXPECT_EQ(Shown(menu), "foreign900, 901, &First(), [command]106, Alone-110, &Last([x]105)");
+    EXPECT_EQ(Shown(menu), "foreign900, 901, &First([y]107), [command]106, Alone-110, &Last([x]105)");
 }
 
 TEST(MenuResource, AcceleratorsStandInOneColumn) {
