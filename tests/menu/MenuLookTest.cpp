@@ -129,12 +129,16 @@ TEST(MenuItemLook, BoxesOfEveryStateFollowTheFirstRuleThatHolds) {
 TEST(ResourceBitmap, CountsColors) {
     for (unsigned bits = 0; bits <= 32; ++bits) {
         std::vector<std::byte> header(40);
+        header[0] = std::byte{40};
         header[14] = static_cast<std::byte>(bits);
         EXPECT_EQ(BitmapColorCount(header), bits == 1 || bits == 4 || bits == 8 ? 1U << bits : 0) << bits;
         header[32] = header[34] = std::byte{5};
         EXPECT_EQ(BitmapColorCount(header), 0x50005U);
         header.pop_back();
         EXPECT_EQ(BitmapColorCount(header), 0U);
+        header.resize(108);
+        header[0] = std::byte{108};
+        EXPECT_EQ(BitmapColorCount(header), 0U) << "a later header";
     }
 }
 
