@@ -78,14 +78,15 @@ bool COwnerDrawMenu::ModifyItemByText(const wchar_t* newText, const wchar_t* old
     record->iconId = iconId;
     record->imageIndex = -1;
     if (iconId < 0) return true;
-    auto images = std::make_unique<CImageList>();
-    images->Create(imageWidth, imageHeight, imageListFlags, 1, 1);
-    if (AddBitmapToList(*images, iconId)) {
-        record->imageIndex = 0;
-        record->imageList = std::move(images);
-    } else {
+    // A strip's other images would stand where the companions do.
+    const CImageList strip = LoadStrip(iconId, {imageWidth, imageHeight});
+    if (strip.IsEmpty()) {
         record->iconId = -1;
         record->imageList.reset();
+    } else {
+        record->imageIndex = 0;
+        record->imageList = std::make_unique<CImageList>();
+        CopyImageToList(&strip, 0, *record->imageList);
     }
     return true;
 }

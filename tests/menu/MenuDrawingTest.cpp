@@ -182,8 +182,8 @@ TEST_F(MenuImages, FromBitmapsAndToolbars) {
     for (const int missing : {ID_NONE, 0, 0x10000, -1}) EXPECT_FALSE(menu.AddBitmapToList(list, missing)) << missing;
     EXPECT_TRUE(menu.AddBitmapToList(list, IDT_COMMANDS));
     EXPECT_EQ(Shown(list), "rgbRs") << "companions of the first";
-    EXPECT_TRUE(menu.ModifyItemByText(L"Green", L"Blue", IDB_CHECK_CLEAR));
-    EXPECT_EQ(Shown(*record.imageList), "gGs");
+    EXPECT_TRUE(menu.ModifyItemByText(L"Green", L"Blue", IDT_COMMANDS));
+    EXPECT_EQ(Shown(*record.imageList), "rRs") << "the first of a strip";
     EXPECT_TRUE(menu.ModifyItemByText(L"Blue", L"Green", ID_NONE));
     EXPECT_TRUE(record.imageList == nullptr && record.iconId == -1);
     CMenuToolBar toolbar;
