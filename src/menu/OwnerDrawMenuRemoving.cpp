@@ -13,13 +13,12 @@ bool COwnerDrawMenu::TakeOut(UINT position, UINT flags, Removal removal) {
         if (menu == nullptr) return remove(GetHandle(), position, flags) != FALSE;
         return menu->TakeOut(static_cast<UINT>(found), flags | MF_BYPOSITION, removal);
     }
-    const UINT state = ::GetMenuState(GetHandle(), position, MF_BYPOSITION);
     const auto item = static_cast<int>(position);
-    if (state == static_cast<UINT>(-1)) {
-        // No such item: the platform says so.
-    } else if ((state & MF_POPUP) != 0) {
-        DropSubMenu(::GetSubMenu(GetHandle(), item), removal);
-    } else {
+    // The state may say of a pop-up whose sub-menu has ended that there is no such item.
+    if (const HMENU subMenu = ::GetSubMenu(GetHandle(), item); subMenu != nullptr) {
+        DropSubMenu(subMenu, removal);
+    } else if (item < ::GetMenuItemCount(GetHandle())) {
+        const UINT state = ::GetMenuState(GetHandle(), position, MF_BYPOSITION);
         const CMenuItemRecord* record = RecordOfItem(item);
         const bool hasText = record != nullptr && record->GetText() != nullptr && *record->GetText() != L'\0';
         if (removal == Removal::Remove || (state & MF_SEPARATOR) == 0 || !hasText) DropRecord(record);

@@ -10,7 +10,8 @@ namespace {
 
 // What the item's state says to a record. The highlight passes, and the high byte of a pop-up's state is a count.
 UINT FlagsOfItem(HMENU menu, int position) {
-    const UINT state = ::GetMenuState(menu, static_cast<UINT>(position), MF_BYPOSITION);
+    UINT state = ::GetMenuState(menu, static_cast<UINT>(position), MF_BYPOSITION);
+    if (state == static_cast<UINT>(-1)) state = MF_POPUP; // whose sub-menu has ended
     const UINT flags = (state & MF_POPUP) != 0 ? state & 0xFF : state;
     return (flags & ~UINT{MF_HILITE}) | MF_OWNERDRAW | MF_BYPOSITION;
 }

@@ -259,6 +259,15 @@ TEST(MenuEditing, EveryOperationDoesWhatTheModelDoes) {
     for (unsigned run = 0; run < 60 && !testing::Test::HasFailure(); ++run) CRun(seed + run).Run(60);
 }
 
+// Puts a pop-up item without a record at the end, whose sub-menu has ended; the flags of the record that it gets.
+int FlagsOfEndedPopup(COwnerDrawMenu& menu) {
+    const HMENU ended = ::CreatePopupMenu();
+    ::AppendMenuA(menu.GetHandle(), MF_POPUP, IdOfSubMenu(ended), "p");
+    ::DestroyMenu(ended);
+    menu.SynchronizeRecords();
+    return static_cast<int>(menu.itemRecords.back()->flags);
+}
+
 // Where records and items aren't in step, because the platform's menu was changed or an item went without its record.
 TEST(MenuEditing, ItemsWithoutRecordsAndRecordsWithoutItems) {
     using Edit = int (*)(COwnerDrawMenu&);
@@ -279,6 +288,7 @@ TEST(MenuEditing, ItemsWithoutRecordsAndRecordsWithoutItems) {
         {[](COwnerDrawMenu& m) { ::RemoveMenu(m.GetHandle(), 2, at); return int{m.ModifyItem("x", 9, -1)}; }, 1, "x9 a1 l0 b2 ", "xab"},
         {[](COwnerDrawMenu& m) { ::RemoveMenu(m.GetHandle(), 2, at); return int{m.WriteItemText(1, "x", at)}; }, 1, "x1 l0 b2 ", "?xb"},
         {[](COwnerDrawMenu& m) { ::InsertMenuA(m.GetHandle(), 0, at, 2, "b"); return int{m.RemoveItem(0, at)}; }, 1, "a1 l0 b2 ", "?alb"},
+        {[](COwnerDrawMenu& m) { const int flags = FlagsOfEndedPopup(m); m.RemoveItem(4, at); return flags; }, 0x510, "F9 a1 l0 b2 ", "Falb"},
         // clang-format on
     };
     for (const auto& [edit, result, records, drawn] : cases) {
