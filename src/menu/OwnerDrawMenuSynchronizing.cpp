@@ -8,12 +8,13 @@
 
 namespace {
 
-// What the item's state says to a record. The highlight passes, and the high byte of a pop-up's state is a count.
+// What the item's state says to a record. The highlight passes, the high byte of a pop-up's state is a count, and as a
+// bitmap's the record would be taken for the bitmap.
 UINT FlagsOfItem(HMENU menu, int position) {
     UINT state = ::GetMenuState(menu, static_cast<UINT>(position), MF_BYPOSITION);
     if (state == static_cast<UINT>(-1)) state = MF_POPUP; // whose sub-menu has ended
     const UINT flags = (state & MF_POPUP) != 0 ? state & 0xFF : state;
-    return (flags & ~UINT{MF_HILITE}) | MF_OWNERDRAW | MF_BYPOSITION;
+    return (flags & ~UINT{MF_HILITE | MF_BITMAP}) | MF_OWNERDRAW | MF_BYPOSITION;
 }
 
 void HandOver(HMENU menu, int position, const CMenuItemRecord& record) {
