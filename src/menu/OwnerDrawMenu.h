@@ -95,9 +95,9 @@ public:
                         int index);
     bool InsertMenuItem(std::int32_t position, UINT flags, UINT_PTR id, const char* text, const CBitmap* bitmap);
 
-    // Changing every item of a command id, at any depth. A null text leaves the captions alone; so does a null list or
-    // bitmap the image. An id that no item has gets a record at the end of this menu, and the result is false; else
-    // it is the platform's. Plain sub-menus are passed over.
+    // Changing every item of a command id, at any depth. A null text leaves the captions alone. A null list or bitmap
+    // takes an item's own image away and leaves the shared one of its command. An id that no item has gets a record at
+    // the end of this menu, and the result is false; else it is the platform's. Plain sub-menus are passed over.
     bool ModifyItem(const wchar_t* text, UINT id, int iconId);
     bool ModifyItem(const wchar_t* text, UINT id, const CImageList* images, int index);
     bool ModifyItem(const wchar_t* text, UINT id, const CBitmap* bitmap);
