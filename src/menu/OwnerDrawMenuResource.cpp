@@ -15,7 +15,7 @@ class CMenuMeasure {
 public:
     CMenuMeasure() : dc(MenuContextWindow()), font(MenuFontDescription()), selected(dc, font.GetHandle()) {}
 
-    LONG Width(const std::string& text) const { return dc.GetTextExtent(text).cx; }
+    LONG Width(const std::wstring& text) const { return dc.GetTextExtent(text).cx; }
 
 private:
     CClientDC dc;
@@ -23,21 +23,25 @@ private:
     CSelectObject selected;
 };
 
-std::string BeforeTab(const std::string& text) {
-    return text.substr(0, text.find('\t'));
+std::wstring TextOf(const CMenuItemRecord& record) {
+    return record.GetText() != nullptr ? record.GetText() : L"";
+}
+
+std::wstring BeforeTab(const std::wstring& text) {
+    return text.substr(0, text.find(L'\t'));
 }
 
 // The caption with as many spaces behind it as bring it to the width, as if they were added one by one.
-std::string PadTo(LONG width, std::string caption, const CMenuMeasure& measure) {
-    const LONG space = measure.Width(" ");
+std::wstring PadTo(LONG width, std::wstring caption, const CMenuMeasure& measure) {
+    const LONG space = measure.Width(L" ");
     LONG reached = measure.Width(caption);
     // Most of the way in one step: long captions are not measured for each space.
     if (space > 0 && width - reached > space) {
-        caption.append(static_cast<std::size_t>((width - reached) / space - 1), ' ');
+        caption.append(static_cast<std::size_t>((width - reached) / space - 1), L' ');
         reached = measure.Width(caption);
     }
     while (reached < width) {
-        caption += ' ';
+        caption += L' ';
         const LONG now = measure.Width(caption);
         if (now <= reached) break; // too long to be measured, or no font
         reached = now;
@@ -118,12 +122,12 @@ void COwnerDrawMenu::PadAccelerators() {
     const CMenuMeasure measure;
     LONG width = -1;
     for (const auto& record : itemRecords) {
-        width = std::max(width, measure.Width(BeforeTab(record->GetNarrowText()) + ' '));
+        width = std::max(width, measure.Width(BeforeTab(TextOf(*record)) + L' '));
     }
     for (const auto& record : itemRecords) {
-        const std::string text = record->GetNarrowText();
-        const std::size_t tab = text.find('\t');
-        if (tab == std::string::npos) continue;
-        record->SetText(ToWide(PadTo(width, text.substr(0, tab), measure) + text.substr(tab)).c_str());
+        const std::wstring text = TextOf(*record);
+        const std::size_t tab = text.find(L'\t');
+        if (tab == std::wstring::npos) continue;
+        record->SetText((PadTo(width, text.substr(0, tab), measure) + text.substr(tab)).c_str());
     }
 }

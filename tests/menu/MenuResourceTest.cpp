@@ -80,16 +80,18 @@ TEST(MenuResource, AcceleratorsStandInOneColumn) {
     const CFont font(MenuFontDescription());
     const CSelectObject selected(dc, font.GetHandle());
     CPopup menu;
-    const std::string widest(500, 'w'), texts[] = {"&Cut\tCtrl+X", widest + "\tF1\tF2", "i\t", "\tCtrl+Y", "Plain", ""};
-    for (const std::string& text : texts) menu.AppendItem(text.c_str(), MF_STRING, 1, -1);
+    // The last one holds half a pair, which no code page has.
+    const std::wstring widest(500, L'w'),
+        texts[] = {L"&Cut\tCtrl+X", widest + L"\tF1\tF2", L"i\t", L"\tCtrl+Y", L"Plain", L"", L"\xD800\tF3"};
+    for (const std::wstring& text : texts) menu.AppendItem(text.c_str(), MF_STRING, 1, -1);
     menu.PadAccelerators();
-    const LONG column = dc.GetTextExtent(widest + " ").cx;
-    for (int i = 0; i < 6; ++i) {
-        std::string wanted = texts[i];
-        std::size_t tab = wanted.find('\t');
-        for (; tab != std::string::npos && dc.GetTextExtent(wanted.substr(0, tab)).cx < column; ++tab)
-            wanted.insert(tab, " ");
-        EXPECT_EQ(menu.itemRecords[i]->GetNarrowText(), wanted);
+    const LONG column = dc.GetTextExtent(widest + L" ").cx;
+    for (std::size_t i = 0; i < std::size(texts); ++i) {
+        std::wstring wanted = texts[i];
+        std::size_t tab = wanted.find(L'\t');
+        for (; tab != std::wstring::npos && dc.GetTextExtent(wanted.substr(0, tab)).cx < column; ++tab)
+            wanted.insert(tab, L" ");
+        EXPECT_EQ(menu.itemRecords[i]->GetText(), wanted);
     }
 }
 
