@@ -26,7 +26,7 @@ std::int64_t CLocalTimeline::Resolve(WallSeconds wall) const {
     const bool holdsEarlier = zone(earlier) == before, holdsLater = zone(later) == after;
     if (holdsEarlier && holdsLater) {
         const bool begunBefore = last > later - secondsPerDay && zone(last) == after;
-        return begunBefore || earlier < last - clockCorrection ? later : earlier;
+        return begunBefore || earlier + clockCorrection < last ? later : earlier;
     }
     return holdsLater ? later : earlier;
 }
