@@ -50,6 +50,7 @@ TEST(ReadingFormat, RowsAreExactToTheByte) {
         "\n"
         R"({"time":"1970-01-01T00:00:00.000+00:00","address":3,"in":null,"out":null,"clock":null,"answer":"silent"})"
         "\n");
+    EXPECT_TRUE(TextOf({RowKind::JsonLines, true}).starts_with(RowFront({RowKind::JsonLines, true})));
     EXPECT_EQ(TextOf({RowKind::Table, true}),
               "time                     address      in     out  clock                answer     sensitivity  language"
               "  direction  sd_detect  sd_period\n"

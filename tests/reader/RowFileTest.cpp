@@ -9,10 +9,13 @@
 #include "reader/AddressList.h"
 #include "reader/OutputFile.h"
 #include "reader/PortsText.h"
+#include "reader/ReadingFormat.h"
 #include "reader/RowFile.h"
 
 #ifndef _WIN32
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <csignal>
 #endif
@@ -32,8 +35,10 @@ struct RowFile : testing::Test {
 
 TEST_F(RowFile, EndsInWholeLines) {
     const std::string longLine(5000, 'x');
+    const RowFormat json{RowKind::JsonLines, false};
     const struct {
         std::string before, after; // empty: refused
+        std::string header = "h\r\n", front = "h\r\n";
     } cases[] = {{"", "h\r\nrow\r\n"},
                  {"h", "h\r\nrow\r\n"}, // torn within the header
                  {"h\r", "h\r\nrow\r\n"},
@@ -43,18 +48,24 @@ TEST_F(RowFile, EndsInWholeLines) {
                  {"h\r\n1\r\n2\r", "h\r\n1\r\nrow\r\n"},
                  {"h\n1\n", ""},
                  {"hh\r\n", ""},
-                 {longLine, ""}};
+                 {"note", ""},
+                 {longLine, ""},
+                 {"", "row\r\n", "", RowFront(json)},
+                 {"{\"ti", "row\r\n", "", RowFront(json)},
+                 {"{\"time\":1}\n{\"ti", "{\"time\":1}\nrow\r\n", "", RowFront(json)},
+                 {"{\n}", "", "", RowFront(json)},
+                 {"h\r\n1\r\n", "", "", RowFront(json)}};
     for (const auto& each : cases) {
         Hold(each.before);
-        CRowFile file(path, "h\r\n");
+        CRowFile file(path, each.header, each.front);
         EXPECT_EQ(file.Append("row\r\n", error), !each.after.empty()) << each.before << error;
         EXPECT_EQ(Content(), each.after.empty() ? each.before : each.after);
     }
-    EXPECT_EQ(error, path + ": the file has other columns");
+    EXPECT_EQ(error, path + ": the file has other columns, or none");
 }
 
 TEST_F(RowFile, KeepsRowsWhileAnotherHoldsIt) {
-    CRowFile file(path, "");
+    CRowFile file(path, "", "");
     {
         COutputFile other;
         ASSERT_TRUE(other.Open(path, error)) << error;
@@ -78,6 +89,17 @@ TEST_F(RowFile, AReplacedFileIsTheOldOrTheNewOne) {
 }
 
 #ifndef _WIN32
+TEST_F(RowFile, WhatCantBeReadIsLeftAlone) {
+    Hold("h\n1\n");
+    chmod(path.c_str(), 0222);
+    const uid_t user = geteuid();
+    EXPECT_EQ(seteuid(user == 0 ? 65534 : user), 0) << "root reads all";
+    EXPECT_FALSE(CRowFile(path, "h\n", "h\n").Append("2\n", error));
+    EXPECT_EQ(seteuid(user), 0);
+    chmod(path.c_str(), 0666);
+    EXPECT_EQ(Content(), "h\n1\n");
+}
+
 TEST_F(RowFile, AFullDiskTearsNoLine) {
     const auto limit = [](rlim_t size) {
         rlimit files{};
@@ -86,7 +108,7 @@ TEST_F(RowFile, AFullDiskTearsNoLine) {
         setrlimit(RLIMIT_FSIZE, &files);
     };
     const auto before = std::signal(SIGXFSZ, SIG_IGN);
-    CRowFile file(path, "header\n");
+    CRowFile file(path, "header\n", "header\n");
     EXPECT_TRUE(file.Append("1\n", error));
     limit(12);
     EXPECT_FALSE(file.Append("2 and 3\n", error) || ReplaceWholeFile(path, "longer than that\n", error));
@@ -95,7 +117,7 @@ TEST_F(RowFile, AFullDiskTearsNoLine) {
     EXPECT_TRUE(file.Append("4\n", error));
     EXPECT_EQ(Content(), "header\n1\n2 and 3\n4\n");
     std::signal(SIGXFSZ, before);
-    EXPECT_FALSE(CRowFile("/dev/full", "").Append("1\n", error));
+    EXPECT_FALSE(CRowFile("/dev/full", "", "").Append("1\n", error));
 }
 #endif
 

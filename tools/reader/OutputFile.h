@@ -23,8 +23,8 @@ public:
 
     // In bytes; none for what is no file, such as a pipe, which can neither be read back nor cut.
     std::optional<std::uint64_t> Size() const;
-    // Up to `size` bytes from `offset` on; fewer at the end or if they can't be read.
-    std::string ReadAt(std::uint64_t offset, std::size_t size) const;
+    // The `size` bytes from `offset` on; none if they can't all be read.
+    std::optional<std::string> ReadAt(std::uint64_t offset, std::size_t size) const;
     // Adds to the end by one call. False with the system's words in `error`; a part may be written then.
     bool Append(std::string_view text, std::string& error);
     // What lies beyond `size` is gone.

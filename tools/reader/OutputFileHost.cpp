@@ -38,10 +38,10 @@ std::optional<std::uint64_t> COutputFile::Size() const {
     return static_cast<std::uint64_t>(state.st_size);
 }
 
-std::string COutputFile::ReadAt(std::uint64_t offset, std::size_t size) const {
+std::optional<std::string> COutputFile::ReadAt(std::uint64_t offset, std::size_t size) const {
     std::string text(size, '\0');
     const ssize_t got = pread(file.Get(), text.data(), size, static_cast<off_t>(offset));
-    text.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+    if (got < 0 || static_cast<std::size_t>(got) != size) return std::nullopt;
     return text;
 }
 

@@ -37,12 +37,12 @@ std::optional<std::uint64_t> COutputFile::Size() const {
     return static_cast<std::uint64_t>(size.QuadPart);
 }
 
-std::string COutputFile::ReadAt(std::uint64_t offset, std::size_t size) const {
+std::optional<std::string> COutputFile::ReadAt(std::uint64_t offset, std::size_t size) const {
     std::string text(size, '\0');
     DWORD got = 0;
     const bool read = Seek(file.GetHandle(), offset) &&
                       ReadFile(file.GetHandle(), text.data(), static_cast<DWORD>(size), &got, nullptr) != FALSE;
-    text.resize(read ? got : 0);
+    if (!read || got != size) return std::nullopt;
     return text;
 }
 

@@ -110,6 +110,10 @@ std::string RowHeader(const RowFormat& format) {
     return text;
 }
 
+std::string RowFront(const RowFormat& format) {
+    return format.kind == RowKind::JsonLines ? R"({"time":)" : RowHeader(format);
+}
+
 void AppendRow(std::string& text, const Reading& reading, const RowFormat& format) {
     const Cells cells = CellsOf(reading, format.kind == RowKind::Table);
     const std::size_t count = ColumnsOf(format);

@@ -21,5 +21,8 @@ struct RowFormat {
 // The line of column names with its line end; empty for JSON lines, whose objects name their members.
 std::string RowHeader(const RowFormat& format);
 
+// How every text of such rows begins: by the header, or by what all of them have in front.
+std::string RowFront(const RowFormat& format);
+
 // Adds the reading's line with its line end to `text`.
 void AppendRow(std::string& text, const Reading& reading, const RowFormat& format);

@@ -57,7 +57,7 @@ void CWritingTrouble::GiveUp(std::size_t waiting) {
 }
 
 CRowFileTarget::CRowFileTarget(CConsole& readerConsole, RowFormat rowFormat, const std::string& path)
-    : format(rowFormat), file(path, RowHeader(rowFormat)), trouble(readerConsole) {}
+    : format(rowFormat), file(path, RowHeader(rowFormat), RowFront(rowFormat)), trouble(readerConsole) {}
 
 bool CRowFileTarget::Start(std::string& error) {
     const bool written = file.Append("", error);

@@ -2,6 +2,7 @@
 #include "reader/RowFile.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "reader/OutputFile.h"
 
@@ -11,11 +12,13 @@ constexpr std::size_t mostWaiting = std::size_t{64} * 1024;
 // Longer than any line of rows.
 constexpr std::size_t tailLength = 4096;
 
-// Where the last whole line of a file of that size ends. A line that is longer than any row is none of ours, and stays.
-std::uint64_t EndOfLines(const COutputFile& file, std::uint64_t size) {
+// Where the last whole line of a file of that size ends; none if it can't be read. A line that is longer than any row
+// is none of ours, and stays.
+std::optional<std::uint64_t> EndOfLines(const COutputFile& file, std::uint64_t size) {
     const std::uint64_t from = size > tailLength ? size - tailLength : 0;
-    const std::string tail = file.ReadAt(from, tailLength);
-    const std::size_t end = tail.rfind('\n') + 1; // 0 if there is none
+    const auto tail = file.ReadAt(from, static_cast<std::size_t>(size - from));
+    if (!tail) return std::nullopt;
+    const std::size_t end = tail->rfind('\n') + 1; // 0 if there is none
     return end == 0 && from > 0 ? size : from + end;
 }
 
@@ -47,18 +50,24 @@ bool CRowFile::Write(std::string& error) {
     if (!opened) return false;
     const auto size = file.Size();
     if (!size) return file.Append(waiting, error);
-    const std::uint64_t begin = EndOfLines(file, *size);
-    if (begin > 0 && file.ReadAt(0, header.size()) != header) {
-        error = "the file has other columns";
+    const auto end = EndOfLines(file, *size);
+    const auto begin = file.ReadAt(0, static_cast<std::size_t>(std::min<std::uint64_t>(*size, front.size())));
+    if (!end || !begin) {
+        error = "what it holds can't be read";
         return false;
     }
-    if (begin < *size && !file.Cut(begin)) {
+    // A file that ends within the first row or the header is ours too.
+    if (!front.starts_with(*begin)) {
+        error = "the file has other columns, or none";
+        return false;
+    }
+    if (*end < *size && !file.Cut(*end)) {
         error = "its torn last line can't be cut off";
         return false;
     }
-    if (file.Append(begin == 0 ? header + waiting : waiting, error)) return true;
+    if (file.Append(*end == 0 ? header + waiting : waiting, error)) return true;
     // Even if this fails, the next time begins by it.
-    file.Cut(begin);
+    file.Cut(*end);
     return false;
 }
 

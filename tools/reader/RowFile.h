@@ -8,8 +8,10 @@
 
 class CRowFile {
 public:
-    // `headerLine` with its line end stands at the beginning of the file, once; may be empty.
-    CRowFile(std::string filePath, std::string headerLine) : path(std::move(filePath)), header(std::move(headerLine)) {}
+    // `headerLine` with its line end stands at the beginning of the file, once; may be empty. A file that begins
+    // otherwise than by `fileFront` is left as it is.
+    CRowFile(std::string filePath, std::string headerLine, std::string fileFront)
+        : path(std::move(filePath)), header(std::move(headerLine)), front(std::move(fileFront)) {}
 
     // Adds whole lines by one write, which either gets into the file as a whole or not at all. What can't be written is
     // kept for the next time, the newest 64 KiB of it. The file is held open only meanwhile, so that others can take it
@@ -29,6 +31,7 @@ private:
 
     std::string path;
     std::string header;
+    std::string front;
     std::string waiting;
     std::size_t lost = 0;
     bool isHeld = false;
