@@ -13,11 +13,13 @@
 #include "reader/RowFile.h"
 
 #ifndef _WIN32
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <filesystem>
 #endif
 
 namespace {
@@ -89,6 +91,21 @@ TEST_F(RowFile, AReplacedFileIsTheOldOrTheNewOne) {
 }
 
 #ifndef _WIN32
+TEST_F(RowFile, NoLinkAndNoDeviceIsReplaced) {
+    const std::string link = path + ".link";
+    Hold("old");
+    EXPECT_EQ(symlink(path.c_str(), link.c_str()), 0);
+    EXPECT_TRUE(ReplaceWholeFile(link, "new", error) && Content() == "new") << error;
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    std::remove(link.c_str());
+    EXPECT_EQ(mkfifo(link.c_str(), 0600), 0);
+    const CDescriptor pipe(open(link.c_str(), O_RDWR | O_NONBLOCK));
+    EXPECT_TRUE(ReplaceWholeFile(link, "page", error)) << error;
+    std::string got(9, '\0');
+    EXPECT_EQ(read(pipe.Get(), got.data(), got.size()), 4);
+    std::remove(link.c_str());
+}
+
 TEST_F(RowFile, WhatCantBeReadIsLeftAlone) {
     Hold("h\n1\n");
     chmod(path.c_str(), 0222);

@@ -40,5 +40,6 @@ private:
 };
 
 // Writes a file beside `path` and puts it in its place in one step, so that whoever reads it sees the old or the new
-// one. False with the system's words in `error`; the old one is still there then.
+// one. A link on the host stays and leads to the new one; a device or a pipe is written to. False with the system's
+// words in `error`; the old one is still there then.
 bool ReplaceWholeFile(const std::string& path, std::string_view text, std::string& error);

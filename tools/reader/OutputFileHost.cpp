@@ -4,8 +4,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <system_error>
 
 #include "reader/OutputFile.h"
@@ -15,6 +18,18 @@ namespace {
 bool Fail(std::string& error, int reason = errno) {
     error = std::generic_category().message(reason);
     return false;
+}
+
+bool WriteWhole(int file, std::string_view text, std::string& error) {
+    const ssize_t written = write(file, text.data(), text.size());
+    if (written < 0) return Fail(error);
+    return static_cast<std::size_t>(written) == text.size() || Fail(error, ENOSPC);
+}
+
+// Where links lead to; the path itself if nothing is there.
+std::string TargetOf(const std::string& path) {
+    std::array<char, PATH_MAX> target{};
+    return realpath(path.c_str(), target.data()) != nullptr ? target.data() : path;
 }
 
 } // namespace
@@ -46,9 +61,7 @@ std::optional<std::string> COutputFile::ReadAt(std::uint64_t offset, std::size_t
 }
 
 bool COutputFile::Append(std::string_view text, std::string& error) {
-    const ssize_t written = write(file.Get(), text.data(), text.size());
-    if (written < 0) return Fail(error);
-    return static_cast<std::size_t>(written) == text.size() || Fail(error, ENOSPC);
+    return WriteWhole(file.Get(), text, error);
 }
 
 bool COutputFile::Cut(std::uint64_t size) {
@@ -56,15 +69,17 @@ bool COutputFile::Cut(std::uint64_t size) {
 }
 
 bool ReplaceWholeFile(const std::string& path, std::string_view text, std::string& error) {
-    const std::string beside = path + ".new";
+    struct stat state {};
+    if (stat(path.c_str(), &state) == 0 && !S_ISREG(state.st_mode)) {
+        const CDescriptor device(open(path.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC));
+        return device.IsOpen() ? WriteWhole(device.Get(), text, error) : Fail(error);
+    }
+    const std::string target = TargetOf(path), beside = target + ".new";
     CDescriptor file(open(beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
     if (!file.IsOpen()) return Fail(error);
-    const ssize_t written = write(file.Get(), text.data(), text.size());
-    const int reason = written < 0 ? errno : ENOSPC;
+    bool replaced = WriteWhole(file.Get(), text, error);
     file.Close();
-    const bool isWhole = written >= 0 && static_cast<std::size_t>(written) == text.size();
-    if (isWhole && std::rename(beside.c_str(), path.c_str()) == 0) return true;
-    Fail(error, isWhole ? errno : reason);
-    unlink(beside.c_str());
-    return false;
+    if (replaced && std::rename(beside.c_str(), target.c_str()) != 0) replaced = Fail(error);
+    if (!replaced) unlink(beside.c_str());
+    return replaced;
 }
