@@ -48,6 +48,13 @@ TEST_F(FileCommands, SayInOneLineWhatIsInTheWay) {
     EXPECT_EQ(RunLog({path, {}, false}, Into(out), Into(err)), 1);
     EXPECT_EQ(RunReport({path, "", ReportLanguage::English}, Into(out), Into(err)), 1);
     EXPECT_TRUE(err == path + ": no traffic log" + path + ": no readings in it" && out.empty()) << err << out;
+    const std::string rows = "time,address,in,out,answer\n2026-11-26T10:00:00+01:00,0,1,2,ok\n";
+    Put(rows);
+    err.clear();
+    EXPECT_EQ(RunReport({path, "./" + path, ReportLanguage::English}, Into(out), Into(err)), 1);
+    EXPECT_TRUE(err == "./" + path + ": the page would take the place of its rows" &&
+                std::filesystem::file_size(path) == rows.size())
+        << err;
     Put("2026/11/26 10:00:00: TX-->02 00 81 81 03 \n");
     const TextSink full = [](std::string_view) { return false; };
     EXPECT_EQ(RunLog({path, {}, false}, full, Into(err)), 1);

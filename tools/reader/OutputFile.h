@@ -39,6 +39,9 @@ private:
 #endif
 };
 
+// Whether both paths are there and lead to one file.
+bool IsSameFile(const std::string& path, const std::string& other);
+
 // Writes a file beside `path` and puts it in its place in one step, so that whoever reads it sees the old or the new
 // one. A link on the host stays and leads to the new one; a device or a pipe is written to. False with the system's
 // words in `error`; the old one is still there then.

@@ -68,6 +68,13 @@ bool COutputFile::Cut(std::uint64_t size) {
     return ftruncate(file.Get(), static_cast<off_t>(size)) == 0;
 }
 
+bool IsSameFile(const std::string& path, const std::string& other) {
+    struct stat first {};
+    struct stat second {};
+    return stat(path.c_str(), &first) == 0 && stat(other.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
+           first.st_ino == second.st_ino;
+}
+
 bool ReplaceWholeFile(const std::string& path, std::string_view text, std::string& error) {
     struct stat state {};
     if (stat(path.c_str(), &state) == 0 && !S_ISREG(state.st_mode)) {

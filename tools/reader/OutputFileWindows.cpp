@@ -21,6 +21,12 @@ bool Seek(HANDLE file, std::uint64_t offset) {
     return SetFilePointerEx(file, place, nullptr, FILE_BEGIN) != FALSE;
 }
 
+bool Identify(const std::string& path, BY_HANDLE_FILE_INFORMATION& identity) {
+    constexpr DWORD shared = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const CFileHandle file(CreateFileA(path.c_str(), 0, shared, nullptr, OPEN_EXISTING, 0, nullptr));
+    return !file.IsEmpty() && GetFileInformationByHandle(file.GetHandle(), &identity);
+}
+
 } // namespace
 
 bool COutputFile::Open(const std::string& path, std::string& error) {
@@ -53,6 +59,13 @@ bool COutputFile::Append(std::string_view text, std::string& error) {
 
 bool COutputFile::Cut(std::uint64_t size) {
     return Seek(file.GetHandle(), size) && SetEndOfFile(file.GetHandle()) != FALSE;
+}
+
+bool IsSameFile(const std::string& path, const std::string& other) {
+    BY_HANDLE_FILE_INFORMATION first{}, second{};
+    return Identify(path, first) && Identify(other, second) &&
+           first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
+           first.nFileIndexLow == second.nFileIndexLow;
 }
 
 bool ReplaceWholeFile(const std::string& path, std::string_view text, std::string& error) {

@@ -31,6 +31,10 @@ std::string ReadRows(const std::string& path, CReportReader& reader) {
 } // namespace
 
 int RunReport(const ReportOptions& options, const TextSink& out, const TextSink& err) {
+    if (IsSameFile(options.path, options.output)) {
+        err(options.output + ": the page would take the place of its rows");
+        return 1;
+    }
     CReportReader reader;
     std::string error = ReadRows(options.path, reader);
     if (!error.empty()) {

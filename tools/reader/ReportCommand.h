@@ -13,5 +13,5 @@ struct ReportOptions {
 };
 
 // `out` gets the whole page at once, `err` one line without its end if something is wrong. Gives the exit code: 0, or 1
-// if the file can't be read or has no readings, or the page could not be written.
+// if the file can't be read or has no readings, or the page could not be written or would replace that file.
 int RunReport(const ReportOptions& options, const TextSink& out, const TextSink& err);
