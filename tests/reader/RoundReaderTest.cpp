@@ -1,6 +1,8 @@
 // Rounds over a simulated line whose time is a number: a day of failing counters, and lines that don't let go.
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
+#include <filesystem>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -8,7 +10,9 @@
 #include "line/CounterLine.h"
 #include "line/LineControl.h"
 #include "reader/LineCheck.h"
+#include "reader/OutputFile.h"
 #include "reader/RoundReader.h"
+#include "reader/RoundTargets.h"
 #include "support/Hex.h"
 #include "support/Seed.h"
 
@@ -125,6 +129,22 @@ TEST_F(RoundReader, SendsPollsAndSettingsReadsOnly) {
     EXPECT_TRUE(ground.sent == polls && ground.now == 6 * 100ms + 5 * restAfterPause);
     EXPECT_EQ(Run({all, true, std::nullopt}), RoundsResult::Answered);
     EXPECT_EQ(ground.sent, both);
+}
+
+TEST_F(RoundReader, RowsThatFoundNoRoomAreAFailureForGood) {
+    const std::string path = testing::TempDir() + "lost_rows.csv";
+    COutputFile other;
+    std::string error;
+    ASSERT_TRUE(other.Open(path, error)) << error;
+    CConsole console;
+    CRowFileTarget target(console, {RowKind::Csv, false}, path);
+    ASSERT_TRUE(target.Start(error)) << error;
+    target.EndRound(std::vector<Reading>(2000), true); // more than is kept
+    other.Close();
+    target.EndRound({}, true);
+    EXPECT_GT(std::filesystem::file_size(path), 0U);
+    EXPECT_FALSE(target.Finish(ground));
+    std::remove(path.c_str());
 }
 
 TEST_F(RoundReader, SlowRoundsSkipPointsOfTheGrid) {

@@ -44,6 +44,7 @@ bool CLiveTable::EndRound(std::span<const Reading> round, bool isWhole) {
 
 void CWritingTrouble::Tell(bool written, const std::string& error, std::size_t lost) {
     lostRows += lost;
+    anyLost = anyLost || lost > 0;
     if (!written && !isThere) console.Complain(error + "; it is tried again");
     if (written && isThere) {
         console.Complain("the output is written again; rows that are missing: " + std::to_string(lostRows));
@@ -87,7 +88,7 @@ bool CRowFileTarget::Finish(CReaderGround& ground) {
         trouble.GiveUp(file.Waiting());
         return false;
     }
-    return true;
+    return !trouble.AnyLost();
 }
 
 CPromTarget::CPromTarget(CConsole& readerConsole, std::string filePath, std::string portName)

@@ -49,11 +49,12 @@ public:
     void Tell(bool written, const std::string& error, std::size_t lost = 0);
     void GiveUp(std::size_t waiting);
     bool IsThere() const { return isThere; }
+    bool AnyLost() const { return anyLost; }
 
 private:
     CConsole& console;
     std::size_t lostRows = 0;
-    bool isThere = false;
+    bool isThere = false, anyLost = false;
 };
 
 // Rows added to a file, a round at a time.
