@@ -131,6 +131,14 @@ TEST_F(RoundReader, SendsPollsAndSettingsReadsOnly) {
     EXPECT_EQ(ground.sent, both);
 }
 
+TEST_F(RoundReader, CountsThatWereReadStayWhenItEnds) {
+    ground.end = 150ms; // in the settings read of the first counter
+    int rows = 0;
+    ground.afterReading = [&](const Reading& reading) { rows += reading.status && !reading.settings ? 1 : 0; };
+    Run({all, true, std::nullopt});
+    EXPECT_EQ(rows, 1);
+}
+
 TEST_F(RoundReader, RowsThatFoundNoRoomAreAFailureForGood) {
     const std::string path = testing::TempDir() + "lost_rows.csv";
     COutputFile other;

@@ -36,7 +36,7 @@ std::optional<Reading> CRoundReader::Read(std::uint8_t address, bool withSetting
     const bool speaks = judgement.answer != Answer::Silent && judgement.answer != Answer::NotAsked;
     if (!withSettings || !speaks) return reading;
     const auto settings = inquiry.Ask(address, Question::Settings);
-    if (!settings) return std::nullopt;
-    reading.settings = settings->judgement.record;
+    // Without them if the program is to end; the counts are there.
+    if (settings) reading.settings = settings->judgement.record;
     return reading;
 }
