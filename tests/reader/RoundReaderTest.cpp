@@ -188,6 +188,20 @@ TEST_F(RoundReader, AnswersOfBeforeAndFloodsAreNobodysAnswer) {
     EXPECT_GT(flooded->judgement.strayBytes, 100'000U) << "of what found no room too";
 }
 
+TEST_F(RoundReader, SlowLinesHaveTheTimeTheyNeed) {
+    for (const int baud : {300, 1200, 2400, 9600}) {
+        ground.line = CCounterLine({.addresses = {3}, .baudRate = baud}, ground.now);
+        RunControlLine(ground.line, "fault twice * 1", ground.now);
+        CLineInquiry slow(ground, baud);
+        std::string error;
+        ASSERT_TRUE(slow.Start(error));
+        for (const Answer expected : {Answer::Doubled, Answer::Whole}) {
+            const auto trace = slow.Ask(3, Question::Counts);
+            EXPECT_TRUE(trace && trace->judgement.answer == expected) << baud;
+        }
+    }
+}
+
 TEST_F(RoundReader, ACheckTellsWhoAnswered) {
     const struct {
         const char* fault;

@@ -11,6 +11,7 @@
 namespace {
 
 constexpr std::size_t requestLength = 5;
+constexpr int usualBaud = 4800; // for which the pauses are made
 // Far more than a pause has room for at any speed that counters have.
 constexpr std::size_t mostHeard = 4096;
 
@@ -35,7 +36,8 @@ void AddUnasked(ReplyJudgement& judgement, std::span<const std::uint8_t> early) 
 } // namespace
 
 CLineInquiry::CLineInquiry(CReaderGround& readerGround, int baudRate)
-    : ground(readerGround), requestTime(requestLength * 10 * 1'000'000 / static_cast<std::size_t>(baudRate)) {}
+    : ground(readerGround), baud(baudRate),
+      requestTime(requestLength * 10 * 1'000'000 / static_cast<std::size_t>(baudRate)) {}
 
 bool CLineInquiry::Start(std::string& error) {
     return ground.Port().Open(error);
@@ -53,7 +55,8 @@ std::optional<LineTrace> CLineInquiry::Ask(std::uint8_t address, Question questi
         LosePort();
         return trace;
     }
-    const LineTime end = begin + std::chrono::milliseconds(CommandOf(trace.request).pause);
+    const LineTime pause = std::chrono::milliseconds(CommandOf(trace.request).pause);
+    const LineTime end = begin + pause * std::max(baud, usualBaud) / baud;
     const Hearing hearing = Hear(heard, end);
     if (hearing == Hearing::Ended) return std::nullopt;
     nextRequest = end + restAfterPause;

@@ -20,7 +20,8 @@ inline constexpr LineTime retryInterval(3'000'000);
 
 class CLineInquiry {
 public:
-    // `baudRate` tells how long a request is under way. The ground must outlive this.
+    // `baudRate` tells how long a request is under way, and below 4800 how much longer the pauses are. The ground must
+    // outlive this.
     CLineInquiry(CReaderGround& readerGround, int baudRate);
 
     // Opens the port. False with words for the user in `error`.
@@ -57,6 +58,7 @@ private:
     std::optional<std::int32_t> LatencyOf(const Heard& heard, bool hasEcho, LineTime begin) const;
 
     CReaderGround& ground;
+    int baud;
     LineTime requestTime;
     LineTime nextRequest{};
     LineTime nextTry{};
