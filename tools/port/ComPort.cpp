@@ -70,6 +70,9 @@ bool CComPort::SetUp() {
     state.fDsrSensitivity = FALSE;
     state.fOutX = FALSE;
     state.fInX = FALSE;
+    // Some drivers refuse equal ones, although nothing here needs either.
+    state.XonChar = 0x11;
+    state.XoffChar = 0x13;
     state.fNull = FALSE;
     state.fErrorChar = FALSE;
     // Else one framing error stops every transfer until it is fetched.
