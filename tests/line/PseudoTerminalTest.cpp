@@ -2,6 +2,7 @@
 // that plays counters there.
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -81,6 +82,31 @@ TEST(PseudoTerminal, TheProgramPlaysCountersAtItsPort) {
          {"line at /dev/", "\nok\n3: 0 in 0 out, 20", " > 02 03 87 8A 03\n", "ok\nok\n", " < 55\n"})
         EXPECT_NE(all.find(part), std::string::npos) << all;
     std::filesystem::remove_all(folder);
+}
+
+TEST(PseudoTerminal, TheProgramGoesOnInTheBackgroundOfATerminal) {
+    std::string name = (std::filesystem::temp_directory_path() / "lineXXXXXX").string();
+    const std::filesystem::path folder = mkdtemp(name.data());
+    const std::string link = folder / "com1", fifo = folder / "control";
+    const std::string program = std::string(LINE_PROGRAM) + " --link " + link + " --control " + fifo;
+    EXPECT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    // Nobody in the foreground reads what is typed.
+    const std::string shell = "sh -mc '" + program + " & while test -p " + fifo + "; do sleep 0.1; done'";
+    FILE* const keyboard = popen(("script -qc \"" + shell + "\" /dev/null > /dev/null").c_str(), "w");
+    CDescriptor end;
+    for (int turn = 0; turn < 10'000 && !end.IsOpen(); ++turn) {
+        poll(nullptr, 0, 1);
+        end = CDescriptor(open(link.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK));
+    }
+    std::fputs("ls\n", keyboard);
+    std::fflush(keyboard);
+    poll(nullptr, 0, 300); // so that it is there
+    const LineBytes request = BytesOf("02 03 87 8a 03");
+    EXPECT_EQ(write(end.Get(), request.data(), request.size()), 5);
+    EXPECT_EQ(Hear(end.Get(), 5), "02 03 00 03 03");
+    std::ofstream(fifo) << "quit\n";
+    std::filesystem::remove_all(folder);
+    EXPECT_EQ(pclose(keyboard), 0);
 }
 
 } // namespace

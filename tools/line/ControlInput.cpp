@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <system_error>
 #include <utility>
 
@@ -15,6 +16,8 @@ CControlInput::~CControlInput() {
 }
 
 void CControlInput::UseStandardInput() {
+    // In the background of a terminal a read fails then, which is the end of this input, and stops nothing.
+    signal(SIGTTIN, SIG_IGN);
     source = CDescriptor(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0));
 }
 
