@@ -30,8 +30,8 @@ std::size_t LinesIn(std::string_view text) {
 
 bool CRowFile::Append(std::string_view lines, std::string& error) {
     waiting += lines;
-    DropOldest();
     if (!Write(error)) {
+        DropOldest();
         error.insert(0, path + ": ");
         return false;
     }
