@@ -191,6 +191,10 @@ TEST_F(ReaderProgram, RefusesInOneLine) {
                                  counts + " --format xml",
                                  counts + " --output " + testing::TempDir() + "no_such_folder/rows.csv",
                                  counts + " --format prom --output " + testing::TempDir() + "no_such_folder/file.prom",
+#ifndef _WIN32
+                                 counts + " --output /dev/stdout", // a pipe here
+                                 counts + " --format prom --output /dev/stdout",
+#endif
                                  counts + " more",
                                  "check --seconds -1 --port " + Port(),
                                  counts + " --output \"\"",

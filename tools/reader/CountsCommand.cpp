@@ -5,6 +5,7 @@
 
 #include "port/PortNames.h"
 #include "reader/LineCheck.h"
+#include "reader/OutputFile.h"
 #include "reader/RoundReader.h"
 #include "reader/RoundTargets.h"
 #include "reader/SheetText.h"
@@ -43,6 +44,10 @@ RowFormat RowsOf(const CountsOptions& options) {
 
 // Null if the output file can't be written, which is said then.
 std::unique_ptr<CRoundTarget> MakeTarget(const CountsOptions& options, CConsole& console) {
+    if (IsPipe(options.output)) {
+        console.Complain(options.output + " is a pipe; without --output the rows go to standard output");
+        return nullptr;
+    }
     if (options.format == CountsFormat::Prom) {
         return std::make_unique<CPromTarget>(console, options.output, PortNameOf(options.line.port));
     }

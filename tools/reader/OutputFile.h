@@ -39,6 +39,10 @@ private:
 #endif
 };
 
+// Whether it leads to a pipe of the host: what is written while nobody reads is lost there, and its reader sees the end
+// each time that it is closed.
+bool IsPipe(const std::string& path);
+
 // Whether both paths are there and lead to one file.
 bool IsSameFile(const std::string& path, const std::string& other);
 

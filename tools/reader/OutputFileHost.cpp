@@ -68,6 +68,11 @@ bool COutputFile::Cut(std::uint64_t size) {
     return ftruncate(file.Get(), static_cast<off_t>(size)) == 0;
 }
 
+bool IsPipe(const std::string& path) {
+    struct stat state {};
+    return stat(path.c_str(), &state) == 0 && S_ISFIFO(state.st_mode);
+}
+
 bool IsSameFile(const std::string& path, const std::string& other) {
     struct stat first {};
     struct stat second {};

@@ -61,6 +61,10 @@ bool COutputFile::Cut(std::uint64_t size) {
     return Seek(file.GetHandle(), size) && SetEndOfFile(file.GetHandle()) != FALSE;
 }
 
+bool IsPipe(const std::string&) {
+    return false;
+}
+
 bool IsSameFile(const std::string& path, const std::string& other) {
     BY_HANDLE_FILE_INFORMATION first{}, second{};
     return Identify(path, first) && Identify(other, second) &&
