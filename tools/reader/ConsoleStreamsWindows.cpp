@@ -1,6 +1,9 @@
 // Standard streams of Windows.
 #include <windows.h>
 
+#include <algorithm>
+#include <cstddef>
+
 #include "port/SystemWords.h"
 #include "reader/ConsoleStreams.h"
 
@@ -13,9 +16,12 @@ HANDLE HandleOf(ConsoleStream stream) {
 } // namespace
 
 bool WriteToStream(ConsoleStream stream, std::string_view text, std::string& error) {
+    // Consoles up to Windows 7 refuse more than about 64 KiB at once.
+    constexpr std::size_t most = 16'384;
     while (!text.empty()) {
+        const auto size = static_cast<DWORD>(std::min(text.size(), most));
         DWORD count = 0;
-        if (!WriteFile(HandleOf(stream), text.data(), static_cast<DWORD>(text.size()), &count, nullptr)) {
+        if (!WriteFile(HandleOf(stream), text.data(), size, &count, nullptr)) {
             const DWORD reason = GetLastError();
             if (reason != ERROR_NO_DATA && reason != ERROR_BROKEN_PIPE) error = SystemWords(reason);
             return false;
