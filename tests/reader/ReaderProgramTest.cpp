@@ -188,6 +188,7 @@ TEST_F(ReaderProgram, RefusesInOneLine) {
                                  counts + " --every 2 --once",
                                  counts + " --addresses 6",
                                  counts + " --baud 0",
+                                 counts + " --baud 0x12c0", // that of the counters, but not as people write it
                                  counts + " --format xml",
                                  counts + " --output " + testing::TempDir() + "no_such_folder/rows.csv",
                                  counts + " --format prom --output " + testing::TempDir() + "no_such_folder/file.prom",

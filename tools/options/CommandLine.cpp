@@ -1,5 +1,7 @@
 #include "options/CommandLine.h"
 
+#include <charconv>
+#include <system_error>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -57,10 +59,17 @@ CCommandOption CCommand::Add(const OptionWords& option, const Taking& take) cons
 
 CCommandOption CCommand::AddNumber(const OptionWords& option, int lowest, int highest,
                                    const std::function<void(int)>& take) const {
-    const auto takeOne = [take](const int& value) { take(value); };
-    return CCommandOption(*app->add_option_function<int>(option.name, takeOne, option.words)
-                               ->type_name(option.kind)
-                               ->check(CLI::Range(lowest, highest)));
+    // The parser's own numbers are octal after a zero.
+    return Add(option, [=](const std::string& text) {
+        int value = 0;
+        const char* const end = text.data() + text.size();
+        const auto [stop, failed] = std::from_chars(text.data(), end, value);
+        if (failed != std::errc() || stop != end || value < lowest || value > highest) {
+            return '"' + text + "\" is no number from " + std::to_string(lowest) + " to " + std::to_string(highest);
+        }
+        take(value);
+        return std::string();
+    });
 }
 
 void CCommand::AddRepeated(const OptionWords& option, const Taking& take) const {

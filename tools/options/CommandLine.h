@@ -46,7 +46,7 @@ public:
     void RequireCommand() const;
     bool IsGiven(const char* command) const;
     CCommandOption Add(const OptionWords& option, const Taking& take) const;
-    // Numbers out of bounds are a mistake.
+    // Decimal. Numbers out of bounds are a mistake.
     CCommandOption AddNumber(const OptionWords& option, int lowest, int highest,
                              const std::function<void(int)>& take) const;
     // May be given again and again, with one value each time.
