@@ -61,6 +61,13 @@ TEST_F(LineRunner, LogsAndShowsWhatPassesOnTheWire) {
     runner.Receive((port.written = {0xCD}, 61'235ms));
     EXPECT_EQ(said.size(), std::string("61.234 >|").size() + 256 * 3) << "a flood without a pause is cut";
     EXPECT_TRUE(!runner.Start("no/such/folder", error) && error.starts_with("can't write "));
+#ifndef _WIN32
+    ASSERT_TRUE(runner.Obey("traffic off", 70s) && runner.Start("/dev/full", error)) << error;
+    runner.Speak(79s);
+    said.clear();
+    Ask(80s, 81s);
+    EXPECT_EQ(said, "error: the wire log can't be written and ends here|") << "once";
+#endif
 }
 
 TEST_F(LineRunner, PortsAreGoneAndComeBack) {

@@ -56,7 +56,7 @@ void CLineRunner::Speak(LineTime now) {
 }
 
 void CLineRunner::Note(WireDirection direction, const LineBytes& bytes, LineTime now) {
-    log.Note(direction, bytes, now);
+    if (!log.Note(direction, bytes, now)) say("error: the wire log can't be written and ends here");
     if (const auto text = traffic.Add(direction, bytes, now)) say(*text);
 }
 

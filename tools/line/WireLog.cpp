@@ -23,9 +23,11 @@ bool CWireLog::Open(const std::string& path) {
     return !file.IsEmpty();
 }
 
-void CWireLog::Note(WireDirection direction, std::span<const std::uint8_t> bytes, LineTime now) {
-    if (file.IsEmpty() || bytes.empty()) return;
-    std::fputs(WireLogLine(direction, bytes, now).c_str(), file.GetHandle());
+bool CWireLog::Note(WireDirection direction, std::span<const std::uint8_t> bytes, LineTime now) {
+    if (file.IsEmpty() || bytes.empty()) return true;
+    const bool put = std::fputs(WireLogLine(direction, bytes, now).c_str(), file.GetHandle()) >= 0;
     // Whoever measures reads along, and an end by force must not cost the last lines.
-    std::fflush(file.GetHandle());
+    if (put && std::fflush(file.GetHandle()) == 0) return true;
+    file.Close();
+    return false;
 }

@@ -24,8 +24,9 @@ public:
     // Starts the file anew. False if that can't be done; then nothing is logged.
     bool Open(const std::string& path);
 
-    // Written through to the file at once. Does nothing without a file or without bytes.
-    void Note(WireDirection direction, std::span<const std::uint8_t> bytes, LineTime now);
+    // Written through to the file at once. Does nothing without a file or without bytes. False if it can't be written:
+    // then it ends here, so that no line is missing in its middle.
+    bool Note(WireDirection direction, std::span<const std::uint8_t> bytes, LineTime now);
 
 private:
     CFileStream file;
