@@ -254,15 +254,18 @@ TEST_F(ReaderProgram, ASingleRoundWaitsForItsFile) {
     text << std::ifstream(rows, std::ios::binary).rdbuf();
     EXPECT_EQ(WithoutTimes(text.str()), "time,address,in,out,clock,answer\r\nT,0,12,65535,T,ok\r\n");
 #ifndef _WIN32
+    const std::string unheard = READER_PROGRAM + (" counts --addresses 0 --port " + Port()) + " <&- >&-";
+    EXPECT_EQ(CodeOf(Start(unheard, "r")), 0);
     ASSERT_TRUE(other.Open(rows, error)) << error;
     FILE* const ended = Start("echo $$; exec " + (READER_PROGRAM + arguments) + " --every 1 2>&1", "r");
     int id = 0;
     ASSERT_EQ(std::fscanf(ended, "%d", &id), 1);
-    EXPECT_TRUE(Hears(poll, 3)); // of its second round
+    EXPECT_TRUE(Hears(poll, 4)); // of its second round
     kill(id, SIGTERM);
     const Outcome lost = OutcomeOf(ended);
     EXPECT_TRUE(lost.code == 1 && lost.text.find("given up; rows that are missing: ") != std::string::npos)
         << lost.text;
+    EXPECT_EQ(Count("> 74 69 6"), 0) << "the rows of the one without streams went out on the line";
 #endif
     std::remove(rows.c_str());
 }

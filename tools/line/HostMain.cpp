@@ -18,6 +18,7 @@
 #include "line/LineRunner.h"
 #include "line/PseudoTerminal.h"
 #include "port/SerialDevice.h"
+#include "port/StandardStreams.h"
 #include "port/StopSignals.h"
 
 namespace {
@@ -113,6 +114,7 @@ int RunLine(std::span<const char* const> arguments) {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
+    OpenStandardStreams();
     try {
         return RunLine({arguments, static_cast<std::size_t>(argumentCount)});
     } catch (const std::exception& failure) {

@@ -6,6 +6,8 @@
 
 #ifdef _WIN32
 #include "framework/SystemLibrary.h"
+#else
+#include "port/StandardStreams.h"
 #endif
 
 namespace {
@@ -45,6 +47,8 @@ private:
 int main(int argumentCount, char** arguments) {
 #ifdef _WIN32
     KeepToSystemLibraries();
+#else
+    OpenStandardStreams();
 #endif
     CConsole console;
     try {
