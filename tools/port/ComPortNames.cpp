@@ -55,8 +55,12 @@ void AddDevices(std::vector<NamedPort>& ports) {
 
 // What can be opened by name, virtual ports without a device too.
 void AddNames(std::vector<NamedPort>& ports) {
-    std::vector<char> all(65'536);
-    const DWORD length = QueryDosDeviceA(nullptr, all.data(), static_cast<DWORD>(all.size()));
+    std::vector<char> all;
+    DWORD length = 0;
+    do {
+        all.resize(all.size() + 65'536);
+        length = QueryDosDeviceA(nullptr, all.data(), static_cast<DWORD>(all.size()));
+    } while (length == 0 && GetLastError() == ERROR_INSUFFICIENT_BUFFER);
     std::string_view rest(all.data(), length);
     while (!rest.empty() && rest.front() != '\0') {
         const std::string_view name = rest.substr(0, rest.find('\0'));
