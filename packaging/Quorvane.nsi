@@ -3,7 +3,7 @@
 ; of the system.
 ;
 ; `./package` calls it with ARCHITECTURE, VERSION, NUMBERS, STAGE (what is installed), FILES (made of it: the macros
-; InstallFiles and RemoveFiles), ICON, SIDE (the picture at the end), OUT and SIGN (a command, or nothing).
+; InstallFiles and RemoveFiles), ICON, SIDE (the picture at the end), OUT and SIGN (a program, or nothing).
 
 !if "${ARCHITECTURE}" == "x64"
 Target amd64-unicode
@@ -24,8 +24,8 @@ InstallDir "$LOCALAPPDATA\Programs\Quorvane"
 !define SETTINGS_KEY "SOFTWARE\BRENHOLT\QV"
 InstallDirRegKey HKCU "${UNINSTALL_KEY}" "InstallLocation"
 !ifdef SIGN
-!finalize '${SIGN} "%1"' = 0
-!uninstfinalize '${SIGN} "%1"' = 0
+!finalize '"${SIGN}" "%1"' = 0
+!uninstfinalize '"${SIGN}" "%1"' = 0
 !endif
 
 !include MUI2.nsh
