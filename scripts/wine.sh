@@ -1,6 +1,7 @@
 # shellcheck shell=bash
 # shellcheck disable=SC2154 # root, scratch and begun are those of common.sh
-# Wine for ./run and the tests: a prefix under build/, its server, its ports, a virtual display.
+# Wine for ./run and the tests: a prefix under build/, its server, its ports, a virtual display, the
+# program's Start.
 
 export WINEDEBUG=-all LC_ALL=C.UTF-8
 # No menu entries on the user's desktop, no offers to download what the program doesn't need.
@@ -116,4 +117,14 @@ start_display() {
     DISPLAY=:$(<"$scratch/display")
     export DISPLAY
     unset WAYLAND_DISPLAY
+}
+
+# press_start COMMAND...: starts the polling, which COMMAND succeeds to see. Enter is the panel's Start and Stop, so it is pressed
+# again only when COMMAND goes on failing.
+press_start() {
+    for _ in {1..5}; do
+        xdotool key Return
+        ! poll 3 "$@" || return 0
+    done
+    return 1
 }
