@@ -21,6 +21,8 @@ TEST(WireJudge, AFrameNeedsItsPress) {
     EXPECT_EQ(Judged(judge, "00 81", 2s), "");
     EXPECT_EQ(Judged(judge, "00 82", 2s), "");
     EXPECT_NE(Judged(judge, "01 82", 2s), "") << "not polled";
+    judge.Disturb(2s);
+    EXPECT_EQ(Judged(judge, "01 82", 3s), "") << "polled, perhaps, while the port was closed";
     EXPECT_NE(Judged(judge, "06 81", 2s), "") << "no counter's address";
     EXPECT_NE(Judged(judge, "00 81", 4s), "") << "long after the last polling";
     judge.PressClear(10s);

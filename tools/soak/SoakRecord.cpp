@@ -62,6 +62,7 @@ void CSoakRecord::Speak(const LineBytes& bytes) {
 
 void CSoakRecord::Disturb() {
     const std::scoped_lock hold(lock);
+    wire.Disturb(SteadyLineTime());
     log.Disturb(SteadyLineTime());
 }
 

@@ -50,7 +50,7 @@ std::string CWireJudge::JudgePoll(const LineRequest& request, LineTime now) {
     std::optional<LineTime>& last = polled[request.Address()];
     if (request.Code() == RequestCode::Poll) {
         last = now;
-    } else if (!IsWithin(last, now, pollGrace)) {
+    } else if (!IsWithin(last, now, pollGrace) && !IsWithin(lastDisturbed, now, pollGrace)) {
         return "reads settings of a counter that wasn't polled";
     }
     return {};

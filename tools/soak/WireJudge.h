@@ -30,6 +30,8 @@ public:
     void PressUpdate(LineTime now, const std::optional<UpdateForm>& form);
     // The window shows that it polls.
     void SeePolling(LineTime now) { lastPolling = now; }
+    // What is sent now may not come by here: the port is closed, or another line's.
+    void Disturb(LineTime now) { lastDisturbed = now; }
     // The program begins anew, and has sent nothing to all counters yet.
     void Restart() { updatesSent = 0; }
 
@@ -49,7 +51,7 @@ private:
     std::string JudgeClear(const LineRequest& request);
     std::string JudgeUpdate(const LineRequest& request, int Press::*budget);
 
-    std::optional<LineTime> lastPolling, lastCommand;
+    std::optional<LineTime> lastPolling, lastCommand, lastDisturbed;
     std::optional<LineTime> polled[counterCount];
     std::vector<Press> presses;
     int updatesSent = 0;
