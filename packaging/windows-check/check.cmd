@@ -130,7 +130,7 @@ call :ask "First start" "What does Windows say before the program comes up? The 
 call :do "Close Quorvane. It will be started for you, with six counters on port %QUORVANE_TEST_PORT_B%."
 call :counters
 call :program
-call :do "Choose port %QUORVANE_TEST_PORT_A% (third small button, COM) and press Start."
+call :do "Choose port %QUORVANE_TEST_PORT_A% (third small button, COM). If the button at the lower right reads Open COM, press it. Press Start."
 call :ask "Polling" "Six lamps come up at the right, and the two displays show counts."
 call :do "While it polls, start a second QuorvaneLine.exe from x86\bin by a double click. When it asks for a port, type %QUORVANE_TEST_PORT_A%."
 call :ask "Exclusive port, held by Quorvane" "The second QuorvaneLine says that it can't open the port. Polling goes on undisturbed."
