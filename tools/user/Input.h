@@ -26,7 +26,7 @@ inline void PressKey(int key, WORD held = 0) {
         ::SendInput(1, &event, sizeof event);
     };
     if (held != 0) send(held, 0);
-    for (const DWORD flags : {0, KEYEVENTF_KEYUP}) send(static_cast<WORD>(key), flags);
+    for (const DWORD flags : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}}) send(static_cast<WORD>(key), flags);
     if (held != 0) send(held, KEYEVENTF_KEYUP);
 }
 
