@@ -1,8 +1,6 @@
 // Taking items out of a menu.
 #include "menu/OwnerDrawMenu.h"
 
-#include <algorithm>
-
 #include "menu/PlatformMenu.h"
 
 bool COwnerDrawMenu::TakeOut(UINT position, UINT flags, Removal removal) {
@@ -14,12 +12,13 @@ bool COwnerDrawMenu::TakeOut(UINT position, UINT flags, Removal removal) {
         return menu->TakeOut(static_cast<UINT>(found), flags | MF_BYPOSITION, removal);
     }
     const auto item = static_cast<int>(position);
+    const CMenuItemRecord* record = item < ::GetMenuItemCount(GetHandle()) ? RecordOfItem(item) : nullptr;
     // The state may say of a pop-up whose sub-menu has ended that there is no such item.
     if (const HMENU subMenu = ::GetSubMenu(GetHandle(), item); subMenu != nullptr) {
         DropSubMenu(subMenu, removal);
-    } else if (item < ::GetMenuItemCount(GetHandle())) {
+        DropRecord(record);
+    } else {
         const UINT state = ::GetMenuState(GetHandle(), position, MF_BYPOSITION);
-        const CMenuItemRecord* record = RecordOfItem(item);
         const bool hasText = record != nullptr && record->GetText() != nullptr && *record->GetText() != L'\0';
         if (removal == Removal::Remove || (state & MF_SEPARATOR) == 0 || !hasText) DropRecord(record);
     }
@@ -36,9 +35,6 @@ void COwnerDrawMenu::DropSubMenu(HMENU subMenu, Removal removal) {
             object->TakeOut(static_cast<UINT>(i), MF_BYPOSITION, removal);
         }
     }
-    const auto record = std::find_if(itemRecords.rbegin(), itemRecords.rend(),
-                                     [&](const auto& each) { return each->id == IdOfSubMenu(subMenu); });
-    if (record != itemRecords.rend()) itemRecords.erase(std::next(record).base());
     delete object;
 }
 

@@ -290,6 +290,8 @@ TEST(MenuEditing, ItemsWithoutRecordsAndRecordsWithoutItems) {
         {[](COwnerDrawMenu& m) { ::InsertMenuA(m.GetHandle(), 0, at, 2, "b"); return int{m.RemoveItem(0, at)}; }, 1, "a1 l0 b2 ", "?alb"},
         {[](COwnerDrawMenu& m) { ::ModifyMenuA(m.GetHandle(), 0, at | MF_BITMAP, 9, reinterpret_cast<const char*>(HBMMENU_POPUP_CLOSE));
               m.SynchronizeRecords(); return static_cast<int>(m.itemRecords[0]->flags); }, at | MF_OWNERDRAW, "9 a1 l0 b2 ", "alb"},
+        {[](COwnerDrawMenu& m) { m.AppendItem("again", MF_POPUP, IdOfSubMenu(m.AppendSubMenu("p")->GetHandle()), -1); m.RemoveItem(4, at);
+              const bool ownsRecord = m.FindRecord(PlatformItemData(m.GetHandle(), 4)) != nullptr; m.RemoveItem(4, at); return int{ownsRecord}; }, 1, "a1 l0 b2 ", "?alb"},
         {[](COwnerDrawMenu& m) { const int flags = FlagsOfEndedPopup(m); m.RemoveItem(4, at); return flags; }, 0x510, "F9 a1 l0 b2 ", "Falb"},
         // clang-format on
     };
