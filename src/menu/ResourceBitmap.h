@@ -5,6 +5,6 @@
 #include <span>
 
 // The count of the header (a BITMAPINFOHEADER): what it says itself, else 2, 16 or 256 for 1, 4 or 8 bits a pixel, else
-// 0. Also 0 for fewer bytes than a header, and for a header of another size: CreateMappedBitmap is sure to
-// know this one alone.
+// 0. Also 0 for fewer bytes than a header, and for a header that gives itself another size: CreateMappedBitmap
+// reads as far as that says.
 unsigned BitmapColorCount(std::span<const std::byte> resource);
