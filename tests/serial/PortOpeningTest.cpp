@@ -183,6 +183,7 @@ TEST(PortSelection, ASearchEndsAlthoughOneProbeIsHeld) {
     std::promise<void> lets;
     CPortFinder finder([held = lets.get_future().share()](const std::string& name) {
         if (name == "COM2") held.wait();
+        if (name.size() == 4) PauseThread(50);
         return name.size() == 4;
     });
     PauseThread(searchLimit + 50); // whoever waits is late itself

@@ -163,7 +163,7 @@ TEST_F(ShellTest, TheFocusComesBackToWhatCanBeUsed) {
 }
 
 TEST_F(ShellTest, WhoeverEndsTheThreadsLoopEndsTheProgram) {
-    EXPECT_EQ(RunProgram([] { ::PostQuitMessage(0); }), 0);
+    EXPECT_EQ(RunProgram([] { ::PostQuitMessage(0); }, WM_NULL), 0);
     PumpMessages(); // the request stays for the loops further out
 }
 

@@ -63,14 +63,6 @@ TEST_F(SkinButton, EachFrameIsItsShapeInWhichAloneTheMouseIsFelt) {
     button->Invalidate();
     PumpMessages();
     EXPECT_EQ(ShapeKind(), COMPLEXREGION);
-    // In a frame without a pixel the button isn't to be seen, but it comes back.
-    const CBitmap vanishing(MakeBitmap(Art(4, "111111222222333333......")));
-    const CBitmap former(button->SetBitmapHandle(vanishing.GetHandle()));
-    for (const auto& [enabled, kind] : {std::pair(false, NULLREGION), {true, SIMPLEREGION}}) {
-        button->EnableWindow(enabled);
-        PumpMessages();
-        EXPECT_EQ(ShapeKind(), kind);
-    }
 }
 
 TEST_F(SkinButton, WithoutAPictureItWorksByItsRectangle) {
