@@ -161,9 +161,14 @@ void CSkinPicture::CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cel
         bitmap->CopyCells(out, cells);
         return;
     }
+    if (!CopyRows(out, cells)) out.Close(); // who keeps it would show black; without it the next paint tries again
+}
+
+bool CSkinPicture::CopyRows(const CSkinBitmap& out, const std::vector<SliceCell>& cells) const {
     const CBitmapRows file(largeFile);
-    if (file.GetWidth() != GetWidth() || file.GetHeight() != GetHeight()) return out.Close(); // another file by now
+    if (file.GetWidth() != GetWidth() || file.GetHeight() != GetHeight()) return false; // another file by now
     const CMemoryDC target(nullptr), source(nullptr);
+    if (target.GetHandle() == nullptr || source.GetHandle() == nullptr) return false;
     const CSelectObject canvas(target, out.GetHandle());
     CBitmapRows::Piece held{}; // cells side by side are cut from the same rows
     CBitmap rows;
@@ -173,9 +178,10 @@ void CSkinPicture::CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cel
         if (count <= 0) continue;
         const CBitmapRows::Piece wanted{from.top, from.Height(), to.Height(), first, count};
         if (held != wanted) rows = file.Read(held = wanted);
-        if (rows.IsEmpty()) return out.Close();
+        if (rows.IsEmpty()) return false;
         const CSelectObject selected(source, rows.GetHandle());
         ::StretchBlt(target.GetHandle(), to.left, to.top + first, to.Width(), count, source.GetHandle(), from.left, 0,
                      from.Width(), count, SRCCOPY);
     }
+    return true;
 }

@@ -44,6 +44,8 @@ public:
 
 private:
     void CopyCells(CSkinBitmap& out, const std::vector<SliceCell>& cells) const;
+    // Of a picture that stays in its file. False if it can't be read now; `out` is partly drawn then.
+    bool CopyRows(const CSkinBitmap& out, const std::vector<SliceCell>& cells) const;
     void Hold(std::shared_ptr<CSkinBitmap> whole);
 
     std::shared_ptr<CSkinBitmap> bitmap; // never null; not changed once it is held
