@@ -51,10 +51,9 @@ bool CHelperRun::AwaitAll(std::uint32_t deadline) const {
 bool CHelperRun::Await(std::uint32_t limit, std::size_t count) {
     if (threads.empty() || AwaitAll(std::min(headStart, limit))) return true;
     const std::uint32_t late = std::max<std::uint32_t>(::GetTickCount() - begun, headStart) - headStart;
-    const std::size_t before = threads.size();
     while (threads.size() < count && Begin()) {
     }
-    return AwaitAll(threads.size() > before ? limit + late : limit);
+    return AwaitAll(count > 1 ? limit + late : limit);
 }
 
 bool RunOnHelpers(std::uint32_t limit, const std::function<void()>& work, std::size_t count) {

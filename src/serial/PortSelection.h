@@ -25,8 +25,9 @@ bool ProbePort(const char* name);
 bool ProbePort(const char* name, CCommPlatform& platform);
 
 // A search for the `limit` lowest ports that answer the probe, under way from the start of this object. Several are
-// probed at a time, and a probe that hasn't answered `searchLimit` after the start has failed; it goes on alone, so
-// `probe` owns what it touches. Of a search that nobody waits for no further probe begins.
+// probed at a time, and a probe that hasn't answered `searchLimit` after the start has failed, or later by as much as
+// the wait for it began late; it goes on alone, so `probe` owns what it touches. Of a search that nobody waits for no
+// further probe begins.
 class CPortFinder {
 public:
     explicit CPortFinder(PortProbe probe, std::size_t limit = lastPortNumber);
