@@ -1,7 +1,6 @@
 # shellcheck shell=bash
 # shellcheck disable=SC2154 # root, scratch and begun are those of common.sh
-# Wine for ./run and the tests: a prefix under build/, its server, its ports, a virtual display, the
-# program's Start.
+# Wine for ./run and the tests: a prefix under build/, its server, its ports, a virtual display, the program's Start.
 
 export WINEDEBUG=-all LC_ALL=C.UTF-8
 # No menu entries on the user's desktop, no offers to download what the program doesn't need.
