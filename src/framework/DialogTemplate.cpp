@@ -37,7 +37,7 @@ public:
     }
     void Skip(std::size_t count) { whole = reader.Skip(count) && whole; }
     // The next item begins at a multiple of four bytes.
-    void Align() { Skip(Position() % 4 == 0 ? 0 : 2); }
+    void Align() { Skip((4 - Position() % 4) % 4); }
     std::size_t Position() const { return size - reader.Rest().size(); }
 
 private:
