@@ -25,8 +25,12 @@ void Refresh(CMenuItemRecord& record, HMENU menu, int position) {
     const std::string caption = PlatformCaption(menu, position);
     if (!caption.empty()) record.SetText(ToWide(caption).c_str());
     const UINT flags = FlagsOfItem(menu, position);
-    if ((flags & MF_POPUP) != 0) return;
-    if ((flags & MF_SEPARATOR) == 0) record.flags = flags;
+    if ((flags & MF_POPUP) != 0) {
+        // Its sub-menu may have been exchanged, and then the record that it had goes.
+        SetPlatformItemData(menu, position, record);
+        return;
+    }
+    if ((flags & record.flags & MF_SEPARATOR) == 0) record.flags = flags; // the record of a line keeps its own
     HandOver(menu, position, record);
 }
 
