@@ -31,15 +31,14 @@ bool COwnerDrawMenu::ModifyItems(const wchar_t* text, UINT id, GiveImage giveIma
         menu = LocateNextItem(id, position, menus, positions);
     } while (menu != nullptr);
 
-    const CMenuItemRecord& last = *records.back();
-    // An item of a plain sub-menu may have the id. Nobody would measure it if it became owner-drawn.
-    if (menus.empty()) return false;
-    const bool modified =
-        ModifyPlatformItem(menus.front()->GetHandle(), positions.front(), last.flags, id, last.AsItemText());
-    // The first item has the last record now. Each goes back to its own, since it lives only as long as the menu that
-    // holds it.
-    for (std::size_t i = 0; i < menus.size(); ++i)
-        SetPlatformItemData(menus[i]->GetHandle(), positions[i], *records[i]);
+    // Each item with its own record and flags: one may have been plain, and a record lives only as long as the menu
+    // that holds it. An item of a plain sub-menu stays as it is: nobody would measure it if it became owner-drawn.
+    bool modified = !menus.empty();
+    for (std::size_t i = 0; i < menus.size(); ++i) {
+        const CMenuItemRecord& own = *records[i];
+        const HMENU holder = menus[i]->GetHandle();
+        modified = ModifyPlatformItem(holder, positions[i], own.flags, id, own.AsItemText()) && modified;
+    }
     return modified;
 }
 

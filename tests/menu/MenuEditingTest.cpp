@@ -268,6 +268,22 @@ int FlagsOfEndedPopup(COwnerDrawMenu& menu) {
     return static_cast<int>(menu.itemRecords.back()->flags);
 }
 
+// Takes the second of two pop-up items out of the platform's menu and gives its sub-menu to the first; whether that one
+// still has a record. Takes it out too.
+bool DrawnAfterExchange(COwnerDrawMenu& menu) {
+    MENUITEMINFOA info{};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_SUBMENU;
+    menu.AppendSubMenu("p");
+    info.hSubMenu = menu.AppendSubMenu("q")->GetHandle();
+    ::RemoveMenu(menu.GetHandle(), 5, at);
+    ::SetMenuItemInfoA(menu.GetHandle(), 4, TRUE, &info);
+    menu.SynchronizeRecords();
+    const bool drawn = menu.FindRecord(PlatformItemData(menu.GetHandle(), 4)) != nullptr;
+    menu.RemoveItem(4, at);
+    return drawn;
+}
+
 // Where records and items aren't in step, because the platform's menu was changed or an item went without its record.
 TEST(MenuEditing, ItemsWithoutRecordsAndRecordsWithoutItems) {
     using Edit = int (*)(COwnerDrawMenu&);
@@ -292,6 +308,8 @@ TEST(MenuEditing, ItemsWithoutRecordsAndRecordsWithoutItems) {
               m.SynchronizeRecords(); return static_cast<int>(m.itemRecords[0]->flags); }, at | MF_OWNERDRAW, "9 a1 l0 b2 ", "alb"},
         {[](COwnerDrawMenu& m) { m.AppendItem("again", MF_POPUP, IdOfSubMenu(m.AppendSubMenu("p")->GetHandle()), -1); m.RemoveItem(4, at);
               const bool ownsRecord = m.FindRecord(PlatformItemData(m.GetHandle(), 4)) != nullptr; m.RemoveItem(4, at); return int{ownsRecord}; }, 1, "a1 l0 b2 ", "?alb"},
+        {[](COwnerDrawMenu& m) { ::InsertMenuA(m.GetHandle(), 1, at, 9, "G"); const bool done = m.ModifyItem("x", 9, -1); m.SynchronizeRecords(); return int{done}; }, 1, "x9 x9 a1 l0 b2 ", "xxalb"},
+        {[](COwnerDrawMenu& m) { return int{DrawnAfterExchange(m)}; }, 1, "F9 a1 l0 b2 ", "Falb"},
         {[](COwnerDrawMenu& m) { const int flags = FlagsOfEndedPopup(m); m.RemoveItem(4, at); return flags; }, 0x510, "F9 a1 l0 b2 ", "Falb"},
         // clang-format on
     };
