@@ -96,7 +96,7 @@ bool CFrameDlg::OnInitDialog() {
 bool CFrameDlg::TakeName() {
     const CStartTurn turn;
     // This window doesn't match: its caption is still that of the template. A hidden one mostly is about to end.
-    constexpr DWORD patience = 1000, step = 50; // ms
+    constexpr DWORD patience = 1000, step = 50, driverRest = 500; // ms
     DWORD waited = 0;
     while (const HWND other = ::FindWindowA(nullptr, title.c_str())) {
         if (::IsWindowVisible(other) != FALSE || waited >= patience) return false;
@@ -104,6 +104,8 @@ bool CFrameDlg::TakeName() {
         waited += step;
     }
     SetWindowText(title);
+    // It closed its device a moment ago, and some drivers refuse one for so long after that.
+    if (waited > 0) ::Sleep(driverRest);
     return true;
 }
 
