@@ -103,6 +103,7 @@ const CSkinButton::Face& CSkinButton::PresentFace() {
     const int column = enabled == 0 ? 4 : hover == 0 ? 1 : pressed == 0 ? 2 : 3;
     Face& face = faces[static_cast<std::size_t>(column) - 1];
     if (!face.picture.IsEmpty()) return face;
+    if (shapedBy == &face) shapedBy = nullptr; // its shape is made anew too
     face.picture = bitmap.GetCell(column, 1, static_cast<int>(faces.size()), 1, faceSize);
     face.shape.Attach(face.picture.CreateOutline(maskColor, maskTolerance));
     return face;
