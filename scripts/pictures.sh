@@ -13,6 +13,7 @@ END
 fi
 
 source scripts/common.sh
+trap end_started EXIT
 lock_tree
 install_packages
 build x64 || die "the build failed"
