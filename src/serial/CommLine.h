@@ -16,6 +16,7 @@
 #include "serial/UseGate.h"
 
 class CCommPlatform;
+struct TransferBlock;
 
 // A handle that the calls of `platform` have made, and that is closed by them.
 struct CommHandleTraits : NullTraits<HANDLE> {
@@ -59,10 +60,13 @@ public:
     HANDLE ClosingEvent() const { return closingEvent.GetHandle(); }
     bool IsOverlapped() const { return !overlappedEvent.IsEmpty(); }
 
-    // The event serves one transfer at a time. False while one is in flight; a transfer that the driver never ends
-    // stays in flight for good.
+    // The event serves one transfer at a time. False while one is in flight; one that the driver doesn't give back
+    // stays in flight until it does.
     bool BeginTransfer() { return !inFlight.exchange(true); }
     void EndTransfer() { inFlight = false; }
+
+    // What the driver still holds of a cancelled transfer, for who begins the next one. Not freed with the line.
+    std::atomic<TransferBlock*> held{nullptr};
 
     // Whether a read hands over what waits instead of waiting itself.
     std::atomic<bool> readsAtOnce{true};

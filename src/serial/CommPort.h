@@ -98,8 +98,8 @@ public:
     // doesn't wait: a transfer that stays pending counts as begun well, with a count of 0, and buffer and OVERLAPPED
     // are the caller's to keep until it has ended. Without one the caller's buffer is free as soon as the call returns,
     // whatever the driver does. A port opened without overlapped mode blocks, and answers ERROR_INVALID_FUNCTION (1) to
-    // an OVERLAPPED or a limit. While another transfer is in flight, or for ever after one that the driver didn't give
-    // back, the answer is ERROR_BUSY (170).
+    // an OVERLAPPED or a limit. While another transfer is in flight, or one that was cancelled and that the driver
+    // hasn't given back, the answer is ERROR_BUSY (170).
     virtual std::int32_t Write(const void* buffer, std::uint32_t count, std::uint32_t* written, OVERLAPPED* overlapped,
                                std::uint32_t timeout);
     virtual std::int32_t Read(void* buffer, std::uint32_t capacity, std::uint32_t* got, OVERLAPPED* overlapped,

@@ -12,8 +12,6 @@
 #include "serial/CommLine.h"
 #include "serial/CommPlatform.h"
 
-namespace {
-
 // What the driver works on while a transfer is in flight. It is on the heap, with bytes of its own, since it has to
 // outlive the transfer: if the driver never gives a cancelled transfer back, the block is left to it.
 struct TransferBlock {
@@ -24,6 +22,8 @@ struct TransferBlock {
     DWORD events = 0;
     std::vector<std::byte> bytes;
 };
+
+namespace {
 
 std::int32_t CheckTerms(const CCommLine& line, const TransferTerms& terms) {
     const bool blocks = !line.IsOverlapped();
@@ -85,9 +85,21 @@ std::int32_t AwaitEnd(const CCommLine& line, TransferBlock& block, std::uint32_t
     }
 }
 
+// A driver may give a cancelled transfer back late: when its adapter is awake again, say.
+void TakeBackHeld(CCommLine& line) {
+    std::unique_ptr<TransferBlock> block(line.held.exchange(nullptr));
+    if (block == nullptr) return;
+    if (HasEnded(line, *block)) {
+        line.EndTransfer();
+    } else {
+        line.held = block.release();
+    }
+}
+
 template <class Issue>
 std::int32_t RunBlock(CCommLine& line, std::unique_ptr<TransferBlock>& block, std::uint32_t timeout, bool fetchCount,
                       const Issue& issue) {
+    TakeBackHeld(line);
     if (!line.BeginTransfer()) return ERROR_BUSY;
     block->overlapped.hEvent = line.OverlappedEvent();
     std::int32_t result = 0;
@@ -104,7 +116,7 @@ std::int32_t RunBlock(CCommLine& line, std::unique_ptr<TransferBlock>& block, st
     if (ended) {
         line.EndTransfer();
     } else {
-        static_cast<void>(block.release());
+        line.held = block.release();
     }
     return result;
 }

@@ -70,8 +70,13 @@ TEST_F(PortOpening, AClosingEndsATransferAndLeavesItsMemoryToTheDriver) {
     OpenWith(Transfers::NeverEnd);
     EXPECT_EQ(port.Write(buffer, 3, &count, nullptr, 1), ERROR_TIMEOUT);
     EXPECT_EQ(port.Write(buffer, 3, &count, nullptr, INFINITE), ERROR_BUSY);
+    heldBlock = platform.pending, heldBytes = platform.pendingBytes;
+    platform.transfers = Transfers::EndAtOnce;
+    platform.EndPending(0); // late
+    EXPECT_EQ(port.Write(buffer, 3, &count, nullptr, INFINITE), 0);
+    heldBlock = heldBytes = nullptr;
+    EXPECT_TRUE(wasFreed.exchange(false)) << "what came back is kept";
     EXPECT_EQ(port.Close(), 0);
-    platform.pending = nullptr;
     OpenWith(Transfers::EndAtOnce);
     EXPECT_EQ(port.Write(buffer, 3, &count, nullptr, INFINITE), 0);
 }
@@ -84,7 +89,9 @@ TEST_F(PortOpening, AClosingWaitsForNoDriverAndNoTap) {
         platform.held = call;
         auto read = Begin(transfers[0]);
         EXPECT_TRUE(call != Call::SetCommState || port.Configure(4800, 8, 0, 0) == ERROR_TIMEOUT);
+        const auto begun = std::chrono::steady_clock::now();
         EXPECT_EQ(port.Close(), 0);
+        EXPECT_LT(std::chrono::steady_clock::now() - begun, 1500ms) << "half a second, and what a busy machine takes";
         EXPECT_EQ(std::exchange(tap.told, ""), "closed ");
         EXPECT_FALSE(port.IsOpen() || platform.openHandles == 0) << "the driver has the line";
         platform.held = Call::None;
