@@ -135,6 +135,8 @@ bool CDialog::CreateFromTemplate(HWND owner, bool hidden) {
     const char* name = MAKEINTRESOURCEA(templateId);
     const auto resource = LoadResourceBytes(name, RT_DIALOG);
     if (resource.empty() || GetHandle() != nullptr) return false;
+    // The platform believes what a template says of itself, and would read beyond one that is cut or made up.
+    if (!ReadDialogLayout(resource)) return false;
     std::vector<std::byte> bytes(resource.begin(), resource.end());
     if (hidden) HideDialogTemplate(bytes);
     if (makesHidden) HideDialogItems(bytes);
@@ -264,8 +266,7 @@ HWND CDialog::MakeHosted(const DialogItem& item) const {
 
 bool CDialog::LayOut() {
     const auto layout = ReadDialogLayout(LoadResourceBytes(MAKEINTRESOURCEA(templateId), RT_DIALOG));
-    if (!layout) return true;
-    if (!MakeControls(layout->items)) return false;
+    if (!layout || !MakeControls(layout->items)) return false;
     const auto base = BaseUnitsOf(layout->font);
     if (!base) return true;
     textFont = MakeDialogFont(layout->font, base->height);

@@ -4,6 +4,7 @@
 #define IDD_PLAIN 100
 #define IDD_EXTENDED 101
 #define IDD_PANEL 102
+#define IDD_CUT 103
 #define IDD_NONE 199
 
 #define IDC_FIRST 300
