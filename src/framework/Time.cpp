@@ -9,10 +9,13 @@ namespace {
 
 // The two runtimes spell the 64-bit, thread-safe calendar calls differently; these are the only places that know.
 #ifdef _WIN32
+// By itself the runtime reads the zone once, at its first use; who travels sets another while the program runs.
 std::int64_t SecondsFromLocal(std::tm& fields) {
+    _tzset();
     return _mktime64(&fields);
 }
 bool BreakDown(std::int64_t seconds, std::tm& fields) {
+    _tzset();
     const __time64_t value = seconds;
     return _localtime64_s(&fields, &value) == 0;
 }

@@ -95,7 +95,18 @@ TEST(Archive, ACountBeyondAWordFollowsAMark) {
     }
 }
 
-#ifndef _WIN32
+#ifdef _WIN32
+TEST(Time, TheZoneMayChangeMeanwhile) {
+    const char* const former = std::getenv("TZ");
+    const std::string zone = former != nullptr ? former : "";
+    for (const auto& [name, hour] : {std::pair("ABC-3", 3), std::pair("ABC-7", 7), std::pair("ABC0", 0)}) {
+        _putenv_s("TZ", name);
+        EXPECT_EQ(CTime(86400).GetLocalFields(), (CalendarFields{1970, 1, 2, hour, 0, 0}));
+        EXPECT_EQ(CTime(CalendarFields{1970, 1, 2, hour, 0, 0}).GetTime(), 86400U);
+    }
+    _putenv_s("TZ", zone.c_str());
+}
+#else
 // Against a calendar that goes through all days one by one, in zones with odd distances and summer time.
 TEST(Time, EveryDayIsThatOfThePlainCalendar) {
     struct Zone {
