@@ -55,6 +55,10 @@ TEST_F(FileCommands, SayInOneLineWhatIsInTheWay) {
     EXPECT_TRUE(err == "./" + path + ": the page would take the place of its rows" &&
                 std::filesystem::file_size(path) == rows.size())
         << err;
+    const std::string beside = path + ".new"; // where the page is written first
+    std::filesystem::rename(path, beside);
+    EXPECT_EQ(RunReport({beside, path, ReportLanguage::English}, Into(out), Into(err)), 1);
+    EXPECT_TRUE(std::filesystem::file_size(beside) == rows.size() && std::filesystem::remove(beside));
     Put("2026/11/26 10:00:00: TX-->02 00 81 81 03 \n");
     const TextSink full = [](std::string_view) { return false; };
     EXPECT_EQ(RunLog({path, {}, false}, full, Into(err)), 1);

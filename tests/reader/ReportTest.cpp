@@ -89,15 +89,16 @@ TEST(ReportFigures, PutPeopleWhereTheyBelongAndSayWhatIsMissing) {
         // header.
         {"x,y\n" + head + day + "22:59:00Z,0,500,400,,ok\n" + "2026-11-28T01:30:00Z,0,3,2,,ok\n" +
              "2026-11-28T01:40:00Z,0,60000,2,,ok\n" + "2026-11-28T01:35:00Z,0,60000,2,,ok\n" +
-             "2037-11-28T01:35:00Z,0,60000,2,,ok\n",
-         "Thu 26 Nov 0/0 Sat 28 Nov 0/0 total 3/2\n"
-         "Hours in which no counter answered: 26 (26 Nov 23:00–28 Nov 01:00).\n"
+             "2037-11-28T01:35:00Z,0,60000,2,,ok\n" + "2020-11-28T01:35:00Z,0,60000,2,,ok\n" +
+             "2014-11-28T01:35:00Z,0,60000,2,,ok\n",
+         "Sat 28 Nov 0/0 Thu 26 Nov 0/0 Sat 28 Nov 0/0 total 3/2\n"
+         "Hours in which no counter answered: 52,582 (28 Nov 02:00–26 Nov 22:00; 26 Nov 23:00–28 Nov 01:00).\n"
          "Jumps of a count that may be a clearing, another counter or a long pause: 1. They are not counted.\n"
          "Counters cleared: 1. Who passed after the last reading before a clearing is not counted.\n"
          "Passed in pauses of more than an hour: 3 in, 2 out. They are in the totals, but in no hour.\n"
          "Passed in pauses of more than a day: 3 in, 2 out. They are in the totals, but in no day.\n"
-         "Readings older than the one before: 1. Counting begins anew there.\n"
-         "Rows that are no readings, and were left out: 2."},
+         "Readings older than the one before: 2. Counting begins anew there.\n"
+         "Rows that are no readings, and were left out: 3."},
         // Summer time begins: no hour is missing.
         {head + "2026-03-29T01:59:00+01:00,0,1,1,,ok\n" + "2026-03-29T03:01:00+02:00,0,3,1,,ok\n",
          "3h 2/0 Sun 29 Mar 2/0 total 2/0"},

@@ -48,7 +48,8 @@ bool CSerialDevice::Open(std::string& error) {
 bool CSerialDevice::Prepare(speed_t speed, std::string& error) {
     // A lock that programs ask for, and one that the system enforces, but not against root.
     if (flock(ours.Get(), LOCK_EX | LOCK_NB) != 0) return FailBySystem(error, "another program holds " + name);
-    if (!MakeRaw(ours.Get(), speed) || ioctl(ours.Get(), TIOCEXCL) != 0) {
+    // The second isn't asked for where the end of its holder may not free it: a pseudo-terminal's other end keeps it.
+    if (!MakeRaw(ours.Get(), speed) || (KeepsPace() && ioctl(ours.Get(), TIOCEXCL) != 0)) {
         return FailBySystem(error, "can't set up " + name);
     }
     // What came while nobody listened was never heard.

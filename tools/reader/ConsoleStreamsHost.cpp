@@ -2,7 +2,11 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
+#include <climits>
+#include <csignal>
 #include <cstdlib>
 #include <system_error>
 
@@ -14,19 +18,30 @@ int DescriptorOf(ConsoleStream stream) {
     return stream == ConsoleStream::Output ? STDOUT_FILENO : STDERR_FILENO;
 }
 
+// The signals that end the program are blocked, and are read with the rest of the input; no write sees them.
+bool IsEndWished() {
+    sigset_t waiting;
+    sigpending(&waiting);
+    return std::ranges::any_of(std::array{SIGINT, SIGTERM, SIGHUP},
+                               [&](int each) { return sigismember(&waiting, each) == 1; });
+}
+
 } // namespace
 
 bool WriteToStream(ConsoleStream stream, std::string_view text, std::string& error) {
     const int descriptor = DescriptorOf(stream);
     while (!text.empty()) {
-        const ssize_t count = write(descriptor, text.data(), text.size());
+        constexpr int patience = 200; // ms
+        pollfd room{descriptor, POLLOUT, 0};
+        if (poll(&room, 1, patience) == 0) {
+            if (IsEndWished()) return false;
+            continue;
+        }
+        // A pipe with room takes a piece of this size at once.
+        const ssize_t count = write(descriptor, text.data(), std::min<std::size_t>(text.size(), PIPE_BUF));
         if (count >= 0) {
             text.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno == EAGAIN) {
-            // Somebody who shares it has made it so.
-            pollfd room{descriptor, POLLOUT, 0};
-            poll(&room, 1, -1);
-        } else if (errno != EINTR) {
+        } else if (errno != EAGAIN && errno != EINTR) {
             if (errno != EPIPE) error = std::generic_category().message(errno);
             return false;
         }

@@ -31,7 +31,9 @@ std::string ReadRows(const std::string& path, CReportReader& reader) {
 } // namespace
 
 int RunReport(const ReportOptions& options, const TextSink& out, const TextSink& err) {
-    if (IsSameFile(options.path, options.output)) {
+    // Also by the name under which the page is written first.
+    const bool writesFile = !options.output.empty();
+    if (writesFile && (IsSameFile(options.path, options.output) || IsSameFile(options.path, options.output + ".new"))) {
         err(options.output + ": the page would take the place of its rows");
         return 1;
     }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstdlib>
 
 namespace {
 
@@ -41,7 +40,7 @@ void PeopleSum::Add(const CountPair& people) {
 
 bool CReportFigures::Take(const ReadingRow& row) {
     const WallSeconds wall = WallOf(row.time);
-    if (first && std::abs(wall - *first) > longestSpan) return false;
+    if (first && std::max(*last, wall) - std::min(*first, wall) > longestSpan) return false;
     first = std::min(first.value_or(wall), wall);
     last = std::max(last.value_or(wall), wall);
     const std::int64_t hour = FloorHour(wall);

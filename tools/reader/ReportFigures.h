@@ -54,7 +54,7 @@ struct HourRun {
 
 class CReportFigures {
 public:
-    // False for a row more than ten years from the first, which isn't taken.
+    // False for a row with which all would span more than ten years: it isn't taken.
     bool Take(const ReadingRow& row);
 
     // By the hour of the day, over all days; by the day, in days since 1970-01-01. Days without people are in it if
