@@ -206,6 +206,7 @@ void CQuickRun::Measure() {
     last = FiguresOf(::GetCurrentProcess());
     paintsOfHour = static_cast<double>(paints.exchange(0)) / static_cast<double>(pollsPerHour);
     if (base.memory == 0) base = last, paintsOfFirstHour = paintsOfHour;
+    if (!last.AreTold() && wrong.empty()) wrong = "the system doesn't tell what is held";
     std::printf("hour %d: %.2f paints a poll, %s\n", static_cast<int>(polls / pollsPerHour), paintsOfHour,
                 last.Text().c_str());
     std::fflush(stdout);

@@ -75,6 +75,18 @@ std::string TypeOf(HANDLE process, ULONG_PTR handle) {
     return ToNarrow({type.name.Buffer, type.name.Length / sizeof(wchar_t)});
 }
 
+// What a question to the system answers, whatever room it takes; empty if it is refused.
+template <class Ask>
+std::vector<ULONG_PTR> AnswerOf(const Ask& ask) {
+    constexpr auto tooShort = static_cast<NTSTATUS>(0xC0000004);
+    std::vector<ULONG_PTR> room(1 << 17);
+    NTSTATUS status = 0;
+    while ((status = ask(room.data(), static_cast<ULONG>(room.size() * sizeof(ULONG_PTR)))) == tooShort)
+        room.resize(2 * room.size());
+    if (status != 0) room.clear();
+    return room;
+}
+
 // The list of the system's handles; what it tells beside a process's threads is no count on every system.
 void TakeHandleFigures(HANDLE process, ProcessFigures& figures) {
     struct Entry {
@@ -88,9 +100,11 @@ void TakeHandleFigures(HANDLE process, ProcessFigures& figures) {
     using Query = NTSTATUS(NTAPI*)(ULONG, void*, ULONG, ULONG*);
     const auto query = reinterpret_cast<Query>(reinterpret_cast<void (*)()>(&::NtQuerySystemInformation));
     constexpr ULONG allHandles = 64;
-    std::vector<ULONG_PTR> room(1 << 18);
-    ULONG length = 0;
-    if (query(allHandles, room.data(), static_cast<ULONG>(room.size() * sizeof(ULONG_PTR)), &length) != 0) return;
+    const auto room = AnswerOf([&](void* answer, ULONG size) {
+        ULONG length = 0;
+        return query(allHandles, answer, size, &length);
+    });
+    if (room.empty()) return;
     Kinds kinds;
     for (const Entry& entry : std::span(reinterpret_cast<const Entry*>(room.data() + 2), room[0])) {
         if (entry.processId == ::GetProcessId(process)) ++kinds[TypeOf(process, entry.handle)];
@@ -99,9 +113,11 @@ void TakeHandleFigures(HANDLE process, ProcessFigures& figures) {
 }
 
 void TakeSystemFigures(DWORD processId, ProcessFigures& figures) {
-    ULONG length = 1 << 20;
-    std::vector<std::max_align_t> room(length / sizeof(std::max_align_t));
-    if (::NtQuerySystemInformation(SystemProcessInformation, room.data(), length, &length) != 0) return;
+    const auto room = AnswerOf([](void* answer, ULONG size) {
+        ULONG length = 0;
+        return ::NtQuerySystemInformation(SystemProcessInformation, answer, size, &length);
+    });
+    if (room.empty()) return;
     const auto* at = reinterpret_cast<const std::byte*>(room.data());
     for (;;) {
         const auto& each = *reinterpret_cast<const SYSTEM_PROCESS_INFORMATION*>(at);
@@ -147,6 +163,10 @@ ProcessFigures FiguresOf(HANDLE process) {
     ::EnumWindows(&CountWindow, reinterpret_cast<LPARAM>(&windows));
     figures.windows = windows.count;
     return figures;
+}
+
+bool ProcessFigures::AreTold() const {
+    return memory > 0 && handles > 0 && threads > 0 && gdiObjects > 0 && windows > 0;
 }
 
 std::string ProcessFigures::Text() const {

@@ -11,6 +11,8 @@ struct ProcessFigures {
     int handles = 0, threads = 0, gdiObjects = 0, windows = 0;
 
     std::string kinds{}; // what the handles, and the GDI objects of a counted table, are
+    // Whether the system has told all of them. What isn't told can't be seen to grow.
+    bool AreTold() const;
     // "memory 2810 KiB, handles 91, ...".
     std::string Text() const;
 };

@@ -150,6 +150,7 @@ void CSoakRun::CountWhatIsHeld() {
     const ProcessFigures now = FiguresOf(program.Process());
     if (const std::string painted = program.PaintsWithin(300); !painted.empty())
         record.Fail("painted at rest: " + painted);
+    if (!now.AreTold()) record.Fail("the system doesn't tell what is held: " + now.Text());
     std::puts(record.Note("held: " + now.Text()).c_str());
     std::fflush(stdout);
     ++rests;

@@ -55,6 +55,9 @@ std::string CSoakRun::Run() {
         CheckGoingOn();
     }
     if (record.IsSound()) Rest();
+    constexpr int longRun = 300; // s
+    if (options.seconds >= longRun && restsCompared == 0)
+        record.Fail("at no rest was held against others what is held");
     if (record.IsSound()) EndProgram(SoakEnd::ByUser);
     watch.Stop();
     if (program.IsRunning()) program.Kill();

@@ -50,9 +50,11 @@ constexpr int markAt = 3;
 BOOL CALLBACK MarkLeaf(HWND window, LPARAM marks) {
     if (::IsWindowVisible(window) == FALSE || ::GetWindow(window, GW_CHILD) != nullptr) return TRUE;
     HDC const dc = ::GetDC(window);
-    ::SetPixel(dc, markAt, markAt, ::GetPixel(dc, markAt, markAt) ^ 0x00FFFFFF);
-    reinterpret_cast<std::vector<Mark>*>(marks)->push_back({window, ::GetPixel(dc, markAt, markAt)});
+    const COLORREF before = ::GetPixel(dc, markAt, markAt);
+    ::SetPixel(dc, markAt, markAt, before ^ 0x00FFFFFF);
+    const COLORREF shown = ::GetPixel(dc, markAt, markAt);
     ::ReleaseDC(window, dc);
+    if (shown != before) reinterpret_cast<std::vector<Mark>*>(marks)->push_back({window, shown});
     return TRUE;
 }
 
@@ -130,6 +132,7 @@ bool CSoakedProgram::IsPortOpen() const {
 std::string CSoakedProgram::PaintsWithin(DWORD time) const {
     std::vector<Mark> marks;
     ::EnumChildWindows(frame, &MarkLeaf, reinterpret_cast<LPARAM>(&marks));
+    if (marks.empty()) return "no mark stays";
     ::Sleep(time);
     std::string text;
     for (const Mark& mark : marks) text += IsWiped(mark) ? std::to_string(::GetDlgCtrlID(mark.window)) + " " : "";
