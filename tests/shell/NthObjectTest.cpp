@@ -92,7 +92,7 @@ protected:
         Watch<9>(&::CreatePen), Watch<10>(&::CreateRectRgn), Watch<11>(&::CreateRectRgnIndirect);
         Watch<12>(&::CreateSolidBrush), Watch<13>(&::ExtCreateRegion), Watch<14>(&::CreateIconIndirect);
         Watch<15>(&::CreateWindowExA), Watch<16>(&::CreateDialogIndirectParamA), Watch<17>(&::GetDC);
-        Watch<18>(&::LoadImageA), Watch<19>(&::LoadIconA);
+        Watch<18>(&::LoadImageA), Watch<19>(&::LoadIconA), Watch<20>(&::LoadBitmapA);
     }
 
     StartOutcome StartRefusing(int n, const std::function<void()>& script) {
@@ -217,6 +217,7 @@ TEST_F(NthObject, OfMemoryEndsTheProgramWithOneMessage) {
     const long total = memory - allocationsLeft;
     const unsigned seed = TestSeed();
     SCOPED_TRACE(SeedText(seed));
+    _putenv_s("QUORVANE_TEST_SEED", std::to_string(seed).c_str()); // a child begins anew, and has to come to the same n
     std::vector<long> points{1 + static_cast<long>(seed % static_cast<unsigned>(total)), 1'000'000};
     if (everyRequest)
         for (long n = 1 + points[0] % 5; n <= total; n += 5) points.push_back(n);

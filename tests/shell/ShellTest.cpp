@@ -82,6 +82,7 @@ LRESULT CALLBACK NoteColorChange(int code, WPARAM wParam, LPARAM lParam) {
 
 TEST_F(ShellTest, MessagesOfTheSystem) {
     CCommandQueue& queue = *CCommandQueue::Instance();
+    DWORD ending = 0;
     RunProgram(
         [&] {
             const CBoxReader reader(frame);
@@ -105,9 +106,11 @@ TEST_F(ShellTest, MessagesOfTheSystem) {
             EXPECT_FALSE(queue.IsShut());
             for (int i = 0; i < 1000; ++i) queue.Add(std::make_unique<CSlowCommand>(100));
             PauseThread(50); // until one is in flight, which alone is waited for
+            ending = ::GetTickCount();
         },
         WM_ENDSESSION, TRUE);
     EXPECT_TRUE(queue.IsShut() && !queue.IsRunning());
+    EXPECT_LT(::GetTickCount() - ending, 5000U) << "a hundred seconds for all";
 }
 
 TEST_F(ShellTest, ALanguageIsStoredForTheNextStart) {
@@ -170,11 +173,15 @@ TEST_F(ShellTest, WhoeverEndsTheThreadsLoopEndsTheProgram) {
 // In a process of its own, which is to end by itself.
 TEST_F(ShellTest, AWorkerThatHangsIsLeftBehind) {
     const auto child = [&] {
-        std::thread([] { ::Sleep(30'000), ::TerminateProcess(::GetCurrentProcess(), 77); }).detach();
+        const auto endIn = [](DWORD time) {
+            std::thread([=] { ::Sleep(time), ::TerminateProcess(::GetCurrentProcess(), 77); }).detach();
+        };
+        endIn(30'000);
         run = [] { return ::WinMain(nullptr, nullptr, nullptr, 0); };
-        RunProgram([] {
+        RunProgram([&] {
             CCommandQueue::Instance()->Add(std::make_unique<CSlowCommand>(600'000));
             PauseThread(100);
+            endIn(5000);
         });
         std::_Exit(78); // an orderly end would wait for what the worker holds
     };

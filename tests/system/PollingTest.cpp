@@ -96,9 +96,10 @@ TEST_F(Polling, GoesOnAfterWhatAllowsNoAnswer) {
         program.Freeze(false);
         ::PostMessageA(program.Frame(), WM_POWERBROADCAST, PBT_APMRESUMEAUTOMATIC, 0);
     };
-    // Another program makes up replies and all else that a window class may call its own.
+    // Another program makes up replies and what else a window class may call its own: all that are near the program's,
+    // and as many of the others as the system's queue has room for.
     const auto messages = [this] {
-        for (UINT message = WM_USER; message < WM_USER + 0x100; ++message)
+        for (UINT message = WM_USER; message < WM_APP; message += message < WM_USER + 0x100 ? 1 : 127)
             for (const HWND window : {program.Frame(), program.Panel()})
                 for (const WPARAM block : {WPARAM{7}, WPARAM{0x10000}, ~WPARAM{0}})
                     for (const LPARAM length : {LPARAM{17}, LPARAM{-1}}) ::PostMessageA(window, message, block, length);

@@ -104,7 +104,7 @@ TEST_F(Start, ClosedUnderAnyWindowOrMenuTheProgramIsGone) {
         if (commands.empty()) PressKey(VK_SPACE, VK_MENU); // the system menu
         EXPECT_TRUE(Await([this] { return program.Box() != nullptr || ShownPopup() != nullptr; }));
         ::PostMessageA(program.Frame(), message, message == WM_ENDSESSION, 0);
-        EXPECT_EQ(program.AwaitExit(), 0U);
+        EXPECT_EQ(program.AwaitExit(5s), 0U);
     }
 }
 
