@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
 #include <vector>
 
 #include "MeasuredProgram.h"
@@ -14,6 +13,7 @@
 #include "panel/TrafficLog.h"
 #include "resources/Product.h"
 #include "resources/ResourceIds.h"
+#include "user/WindowSearch.h"
 
 namespace {
 
@@ -31,24 +31,8 @@ void Tell(const char* name, const std::vector<double>& program, const std::vecto
     std::fflush(stdout);
 }
 
-HWND Control(HWND parent, int id) {
-    HWND found = nullptr;
-    const auto look = [&](HWND window) {
-        if (::GetDlgCtrlID(window) == id) found = window;
-    };
-    const std::function<void(HWND)> visit = look;
-    ::EnumChildWindows(
-        parent,
-        [](HWND window, LPARAM visitor) -> BOOL {
-            (*reinterpret_cast<const std::function<void(HWND)>*>(visitor))(window);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&visit));
-    return found;
-}
-
 void Press(const CMeasuredProgram& program, int id) {
-    const HWND button = Control(program.Window(), id);
+    const HWND button = FindControl(program.Window(), id);
     ::PostMessageA(::FindWindowExA(program.Window(), nullptr, "#32770", nullptr), WM_COMMAND,
                    MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(button));
 }
@@ -57,7 +41,7 @@ void Press(const CMeasuredProgram& program, int id) {
 double Popup(const CMeasuredProgram& program) {
     const double begun = Milliseconds();
     Press(program, ID_PORT_MENU);
-    while (::IsWindowVisible(::FindWindowA("#32768", nullptr)) == FALSE && Milliseconds() - begun < 5000) ::Sleep(0);
+    while (ShownPopup() == nullptr && Milliseconds() - begun < 5000) ::Sleep(0);
     const double time = Milliseconds() - begun;
     ::SendMessageA(program.Window(), WM_CANCELMODE, 0, 0);
     ::Sleep(50);
@@ -66,7 +50,7 @@ double Popup(const CMeasuredProgram& program) {
 
 // From a move over a button to its new face.
 double Hover(const CMeasuredProgram& program, bool over) {
-    const HWND button = Control(program.Window(), IDC_UPDATE);
+    const HWND button = FindControl(program.Window(), IDC_UPDATE);
     const double begun = Milliseconds();
     ::SendMessageA(button, over ? WM_MOUSEMOVE : WM_MOUSELEAVE, 0, MAKELPARAM(5, 5));
     ::UpdateWindow(button);

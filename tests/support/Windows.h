@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+#include "user/WindowSearch.h"
+
 // Handles what waits in this thread's queue, paints included.
 inline void PumpMessages() {
     MSG message{};
@@ -29,23 +31,6 @@ inline std::string TextOf(HWND window) {
     return text;
 }
 
-inline bool IsOfClass(HWND window, const char* name) {
-    char found[64]{};
-    return ::GetClassNameA(window, found, sizeof found) != 0 && ::lstrcmpiA(found, name) == 0;
-}
-
-// The first window below `top`, at any depth, for which `matches` holds; null if there is none.
-template <class Matches>
-HWND FindBelow(HWND top, Matches matches) {
-    for (HWND child = ::GetWindow(top, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
-        if (matches(child)) return child;
-        if (const HWND inner = FindBelow(child, matches)) return inner;
-    }
-    return nullptr;
-}
-inline HWND FindControl(HWND top, int id) {
-    return FindBelow(top, [&](HWND child) { return ::GetDlgCtrlID(child) == id; });
-}
 inline HWND FindByText(HWND top, const std::string& text) {
     return FindBelow(top, [&](HWND child) { return TextOf(child) == text; });
 }
@@ -64,18 +49,10 @@ inline std::string PlaceText(HWND window) {
            std::to_string(place.right - place.left) + "," + std::to_string(place.bottom - place.top);
 }
 
-// The window of the menu that is shown; null if none is.
-inline HWND ShownPopup() {
-    const HWND popup = ::FindWindowA("#32768", nullptr);
-    return popup != nullptr && ::IsWindowVisible(popup) != FALSE ? popup : nullptr;
-}
-
 // The dialog or message box that this thread shows foremost, other than `frame`; null if there is none.
 inline HWND ShownDialog(HWND frame = nullptr) {
-    for (HWND window = ::GetTopWindow(nullptr); window != nullptr; window = ::GetWindow(window, GW_HWNDNEXT)) {
+    return FindOnDesktop([frame](HWND window) {
         const bool isOurs = ::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId();
-        if (isOurs && window != frame && ::IsWindowVisible(window) != FALSE && IsOfClass(window, "#32770"))
-            return window;
-    }
-    return nullptr;
+        return isOurs && window != frame && ::IsWindowVisible(window) != FALSE && IsOfClass(window, "#32770");
+    });
 }

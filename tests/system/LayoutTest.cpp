@@ -7,15 +7,6 @@
 
 namespace {
 
-BOOL CALLBACK TellPlace(HWND child, LPARAM out) {
-    if (::GetDlgCtrlID(::GetParent(child)) == IDC_DATE_PICKER) return TRUE; // the picker's own arrows
-    const int parent = ::GetDlgCtrlID(::GetParent(child));
-    *reinterpret_cast<std::ostringstream*>(out)
-        << ::GetDlgCtrlID(child) << " in " << parent << ": " << PlaceText(child)
-        << (::IsWindowVisible(child) ? "" : ", hidden") << (::IsWindowEnabled(child) ? "" : ", disabled") << '\n';
-    return TRUE;
-}
-
 TEST_F(SystemTest, EveryControlStandsInItsPlaceInBothLanguages) {
     std::ostringstream expected;
     expected << std::ifstream(CProgram::Folder() + "..\\tests\\layout.txt").rdbuf();
@@ -23,7 +14,14 @@ TEST_F(SystemTest, EveryControlStandsInItsPlaceInBothLanguages) {
         Store("Language", language);
         StartProgram();
         std::ostringstream places;
-        ::EnumChildWindows(program.Frame(), &TellPlace, reinterpret_cast<LPARAM>(&places));
+        FindBelow(program.Frame(), [&](HWND child) {
+            const int parent = ::GetDlgCtrlID(::GetParent(child));
+            if (parent == IDC_DATE_PICKER) return false; // the picker's own arrows
+            places << ::GetDlgCtrlID(child) << " in " << parent << ": " << PlaceText(child)
+                   << (::IsWindowVisible(child) ? "" : ", hidden") << (::IsWindowEnabled(child) ? "" : ", disabled")
+                   << '\n';
+            return false;
+        });
         EXPECT_EQ(places.str(), expected.str()) << "language " << language;
         EXPECT_EQ(program.Close(), 0U);
     }

@@ -11,6 +11,7 @@
 
 #include "framework/SystemHandles.h"
 #include "framework/Text.h"
+#include "user/WindowSearch.h"
 
 namespace {
 
@@ -129,24 +130,6 @@ void TakeSystemFigures(DWORD processId, ProcessFigures& figures) {
     }
 }
 
-struct WindowCount {
-    DWORD processId;
-    int count;
-};
-
-BOOL CALLBACK CountChild(HWND, LPARAM count) {
-    ++reinterpret_cast<WindowCount*>(count)->count;
-    return TRUE;
-}
-
-BOOL CALLBACK CountWindow(HWND window, LPARAM count) {
-    DWORD owner = 0;
-    ::GetWindowThreadProcessId(window, &owner);
-    if (owner != reinterpret_cast<WindowCount*>(count)->processId) return TRUE;
-    ::EnumChildWindows(window, &CountChild, count);
-    return CountChild(window, count);
-}
-
 } // namespace
 
 ProcessFigures FiguresOf(HANDLE process) {
@@ -159,9 +142,13 @@ ProcessFigures FiguresOf(HANDLE process) {
     TakeSystemFigures(id, figures);
     TakeHandleFigures(process, figures);
     TakeGdiFigures(process, figures);
-    WindowCount windows{id, 0};
-    ::EnumWindows(&CountWindow, reinterpret_cast<LPARAM>(&windows));
-    figures.windows = windows.count;
+    const auto count = [&](HWND) { return ++figures.windows < 0; };
+    FindOnDesktop([&](HWND window) {
+        DWORD owner = 0;
+        ::GetWindowThreadProcessId(window, &owner);
+        if (owner == id) count(window), FindBelow(window, count);
+        return false;
+    });
     return figures;
 }
 

@@ -6,6 +6,7 @@
 #include "resources/ResourceIds.h"
 #include "soak/SoakRun.h"
 #include "soak/Waiting.h"
+#include "user/WindowSearch.h"
 
 namespace {
 
@@ -104,13 +105,13 @@ void CSoakRun::OpenMenu(const SoakAction& action) {
     const int menu = Pick(menus, action.numbers[0]);
     hand.Click(menu);
     HWND root = nullptr;
-    if (!AwaitFor(300, [&] { return (root = CSoakedProgram::ShownPopup()) != nullptr; })) return;
+    if (!AwaitFor(300, [&] { return (root = ShownPopup()) != nullptr; })) return;
     if (action.numbers[1] % 3 == 0) return hand.PressKey(VK_ESCAPE);
     // The third row of the first menu would open the log with another program.
     ClickRow(root, menu == ID_HELP_MENU ? 0 : action.numbers[1] % 2);
     if (menu != ID_PORT_MENU) return;
     HWND rows = nullptr;
-    if (!AwaitFor(600, [&] { return (rows = CSoakedProgram::ShownPopup()) != root && rows != nullptr; })) return;
+    if (!AwaitFor(600, [&] { return (rows = ShownPopup()) != root && rows != nullptr; })) return;
     record.Disturb();
     record.ExpectPortWork();
     // The port in use or the third one, at whose end nobody is; the second one is the counters'.
@@ -135,7 +136,7 @@ void CSoakRun::OpenDialog(const SoakAction& action) {
 
 void CSoakRun::PressAnyKey(const SoakAction& action) {
     constexpr std::array keys{VK_TAB, VK_TAB, VK_SPACE, VK_LEFT, VK_UP, VK_DOWN, VK_BACK, int{'7'}, int{'0'}};
-    if (CSoakedProgram::ShownPopup() != nullptr) return hand.PressKey(VK_ESCAPE);
+    if (ShownPopup() != nullptr) return hand.PressKey(VK_ESCAPE);
     hand.PressKey(Pick(keys, action.numbers[0]), action.numbers[1] % 4 == 0 ? VK_SHIFT : 0);
 }
 
@@ -146,12 +147,12 @@ void CSoakRun::Wander(const SoakAction& action) {
     POINT place{static_cast<LONG>(action.numbers[0]) % client.right,
                 static_cast<LONG>(action.numbers[1]) % client.bottom};
     ::ClientToScreen(program.Frame(), &place);
-    const bool clicks = action.numbers[2] % 3 == 0 && CSoakedProgram::ShownPopup() == nullptr;
+    const bool clicks = action.numbers[2] % 3 == 0 && ShownPopup() == nullptr;
     return clicks ? hand.ClickAt(place) : hand.PointAt(place);
 }
 
 void CSoakRun::Move(const SoakAction& action) {
-    if (::IsIconic(program.Frame()) != FALSE || CSoakedProgram::ShownPopup() != nullptr) return;
+    if (::IsIconic(program.Frame()) != FALSE || ShownPopup() != nullptr) return;
     RECT place{};
     ::GetWindowRect(program.Frame(), &place);
     const POINT title{place.left + 120, place.top + 10};

@@ -11,6 +11,7 @@
 #include "soak/SoakRun.h"
 #include "soak/Waiting.h"
 #include "user/Input.h"
+#include "user/WindowSearch.h"
 
 namespace {
 
@@ -78,7 +79,7 @@ void CSoakRun::Tour() {
     for (const int command : {ID_ABOUT, ID_COM_SETTING, ID_PORT_MENU, ID_HELP_MENU, ID_LANGUAGE_MENU}) {
         ::PostMessageA(command == ID_COM_SETTING ? program.Frame() : program.Panel(), WM_COMMAND,
                        static_cast<WPARAM>(command), 0);
-        AwaitFor(2000, [this] { return program.Box() != nullptr || CSoakedProgram::ShownPopup() != nullptr; });
+        AwaitFor(2000, [this] { return program.Box() != nullptr || ShownPopup() != nullptr; });
         Dismiss();
     }
     ClosePort();
@@ -90,7 +91,7 @@ void CSoakRun::TouchButtons() {
         for (const int id : {IDC_LANGUAGE_ENGLISH, IDC_LANGUAGE_CHINESE, IDC_DIRECTION_IN, IDC_DIRECTION_OUT,
                              IDC_SD_DETECT_YES, IDC_SD_DETECT_NO, ID_HELP_MENU, ID_LANGUAGE_MENU, ID_PORT_MENU}) {
             hand.Click(id);
-            if (CSoakedProgram::ShownPopup() != nullptr) Dismiss();
+            if (ShownPopup() != nullptr) Dismiss();
         }
         for (const int id : {IDC_START, IDC_CLEAR, IDC_UPDATE, IDC_PORT}) hand.PointAt(MiddleOf(program.Control(id)));
     }
@@ -99,7 +100,7 @@ void CSoakRun::TouchButtons() {
 std::string CSoakRun::WhatStands() const {
     const std::pair<bool, const char*> states[] = {
         {program.Box() != nullptr, "a box, "},
-        {CSoakedProgram::ShownPopup() != nullptr, "a menu, "},
+        {ShownPopup() != nullptr, "a menu, "},
         {::IsIconic(program.Frame()) != FALSE, "an icon, "},
         {program.IsPolling(), "polling, "},
         {program.IsPortOpen(), "an open port, "},
@@ -118,10 +119,7 @@ bool CSoakRun::Dismiss() {
     if (::IsIconic(program.Frame()) != FALSE) ::PostMessageA(program.Frame(), WM_SYSCOMMAND, SC_RESTORE, 0);
     program.ComeToFront();
     return Persist(
-        [this] {
-            return program.Box() == nullptr && CSoakedProgram::ShownPopup() == nullptr &&
-                   ::IsIconic(program.Frame()) == FALSE;
-        },
+        [this] { return program.Box() == nullptr && ShownPopup() == nullptr && ::IsIconic(program.Frame()) == FALSE; },
         [this] {
             program.ComeToFront();
             hand.PressKey(VK_ESCAPE);

@@ -10,35 +10,6 @@
 
 namespace {
 
-struct Search {
-    int id;
-    HWND found;
-};
-
-BOOL CALLBACK FindById(HWND child, LPARAM search) {
-    auto& wanted = *reinterpret_cast<Search*>(search);
-    if (::GetDlgCtrlID(child) != wanted.id) return TRUE;
-    wanted.found = child;
-    return FALSE;
-}
-
-struct BoxSearch {
-    DWORD process;
-    HWND frame, found;
-};
-
-BOOL CALLBACK FindBox(HWND window, LPARAM search) {
-    auto& wanted = *reinterpret_cast<BoxSearch*>(search);
-    constexpr ATOM dialogClass = 32770;
-    DWORD owner = 0;
-    ::GetWindowThreadProcessId(window, &owner);
-    if (owner != wanted.process || window == wanted.frame || ::IsWindowVisible(window) == FALSE ||
-        ::IsWindowEnabled(window) == FALSE || ::GetClassLongA(window, GCW_ATOM) != dialogClass)
-        return TRUE;
-    wanted.found = window;
-    return FALSE;
-}
-
 // A corner of a window that has none of its own beneath, and what it shows.
 struct Mark {
     HWND window;
@@ -47,15 +18,13 @@ struct Mark {
 
 constexpr int markAt = 3;
 
-BOOL CALLBACK MarkLeaf(HWND window, LPARAM marks) {
-    if (::IsWindowVisible(window) == FALSE || ::GetWindow(window, GW_CHILD) != nullptr) return TRUE;
+void MarkLeaf(HWND window, std::vector<Mark>& marks) {
     HDC const dc = ::GetDC(window);
     const COLORREF before = ::GetPixel(dc, markAt, markAt);
     ::SetPixel(dc, markAt, markAt, before ^ 0x00FFFFFF);
     const COLORREF shown = ::GetPixel(dc, markAt, markAt);
     ::ReleaseDC(window, dc);
-    if (shown != before) reinterpret_cast<std::vector<Mark>*>(marks)->push_back({window, shown});
-    return TRUE;
+    if (shown != before) marks.push_back({window, shown});
 }
 
 bool IsWiped(const Mark& mark) {
@@ -109,12 +78,6 @@ bool CSoakedProgram::IsRunning() const {
     return !process.IsEmpty() && ::WaitForSingleObject(Process(), 0) == WAIT_TIMEOUT;
 }
 
-HWND CSoakedProgram::Control(int id) const {
-    Search search{id, nullptr};
-    if (frame != nullptr) ::EnumChildWindows(frame, &FindById, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
 // A window that doesn't answer has no text.
 std::string CSoakedProgram::Text(int id) const {
     char text[256]{};
@@ -131,7 +94,10 @@ bool CSoakedProgram::IsPortOpen() const {
 
 std::string CSoakedProgram::PaintsWithin(DWORD time) const {
     std::vector<Mark> marks;
-    ::EnumChildWindows(frame, &MarkLeaf, reinterpret_cast<LPARAM>(&marks));
+    FindBelow(frame, [&](HWND window) {
+        if (::IsWindowVisible(window) != FALSE && ::GetWindow(window, GW_CHILD) == nullptr) MarkLeaf(window, marks);
+        return false;
+    });
     if (marks.empty()) return "no mark stays";
     ::Sleep(time);
     std::string text;
@@ -142,12 +108,10 @@ std::string CSoakedProgram::PaintsWithin(DWORD time) const {
 
 // Not by the last active popup: another program may have brought the frame to the front before it.
 HWND CSoakedProgram::Box() const {
-    BoxSearch search{::GetProcessId(Process()), frame, nullptr};
-    ::EnumWindows(&FindBox, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-HWND CSoakedProgram::ShownPopup() {
-    const HWND popup = ::FindWindowA("#32768", nullptr);
-    return ::IsWindowVisible(popup) != FALSE ? popup : nullptr;
+    return FindOnDesktop([this, id = ::GetProcessId(Process())](HWND window) {
+        DWORD owner = 0;
+        ::GetWindowThreadProcessId(window, &owner);
+        return owner == id && window != frame && ::IsWindowVisible(window) != FALSE &&
+               ::IsWindowEnabled(window) != FALSE && IsOfClass(window, "#32770");
+    });
 }

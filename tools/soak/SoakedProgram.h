@@ -8,6 +8,7 @@
 
 #include "framework/SystemHandles.h"
 #include "resources/ResourceIds.h"
+#include "user/WindowSearch.h"
 
 class CSoakedProgram {
 public:
@@ -25,8 +26,7 @@ public:
     HANDLE Process() const { return process.GetHandle(); }
     HWND Frame() const { return frame; }
     HWND Panel() const { return ::FindWindowExA(frame, nullptr, "#32770", nullptr); }
-    // Null if there is none.
-    HWND Control(int id) const;
+    HWND Control(int id) const { return FindControl(frame, id); } // null if there is none
     std::string Text(int id) const;
     bool IsEnabled(int id) const { return ::IsWindowEnabled(Control(id)) != FALSE; }
     bool IsVisible(int id) const { return ::IsWindowVisible(Control(id)) != FALSE; }
@@ -37,7 +37,6 @@ public:
     // The dialog or message box that waits for its user; null if there is none.
     HWND Box() const;
     void ComeToFront() const { ::SetForegroundWindow(Box() != nullptr ? Box() : frame); }
-    static HWND ShownPopup();
 
 private:
     CKernelHandle process;
