@@ -164,7 +164,7 @@ std::int32_t CCommPort::Close() {
     const std::shared_ptr<CCommLine> closing = line.exchange(nullptr);
     if (!closing) return 0;
     closing->Shut();
-    RunOnHelpers(closeLimit, [closing] { closing->CloseWhenLeft(); });
+    RunOnHelper(closeLimit, [closing] { closing->CloseWhenLeft(); });
     if (CTrafficTap* receiver = tap) receiver->ShowPortState(false);
     return 0;
 }
@@ -183,7 +183,7 @@ std::int32_t CCommPort::Configure(std::uint32_t baudRate, std::uint8_t dataBits,
     const auto use = std::make_shared<CLineUse>(line.load());
     if (!*use) return Record(ERROR_INVALID_HANDLE);
     const auto answer = std::make_shared<std::atomic<std::int32_t>>(ERROR_TIMEOUT);
-    RunOnHelpers(configureLimit, [use, answer, configure] { *answer = ChangeLineState(**use, configure); });
+    RunOnHelper(configureLimit, [use, answer, configure] { *answer = ChangeLineState(**use, configure); });
     return Record(*answer);
 }
 

@@ -56,6 +56,6 @@ bool CHelperRun::Await(std::uint32_t limit, std::size_t count) {
     return AwaitAll(count > 1 ? limit + late : limit);
 }
 
-bool RunOnHelpers(std::uint32_t limit, const std::function<void()>& work, std::size_t count) {
-    return CHelperRun(work).Await(limit, count);
+bool RunOnHelper(std::uint32_t limit, const std::function<void()>& work) {
+    return CHelperRun(work).Await(limit);
 }

@@ -31,5 +31,5 @@ private:
     std::uint32_t begun;
 };
 
-// Runs `work` on `count` helpers and waits for them.
-bool RunOnHelpers(std::uint32_t limit, const std::function<void()>& work, std::size_t count = 1);
+// Runs `work` on one helper and waits for it, at most `limit` ms; whether it has ended.
+bool RunOnHelper(std::uint32_t limit, const std::function<void()>& work);

@@ -68,7 +68,7 @@ bool OpenSelectedPort(CCommPort& port, const PortSettings& settings, std::uint32
             std::atomic<bool> isSettled{false}; // by the side that comes first: prepared, or given up
         };
         const auto offer = std::make_shared<Offer>(port.Platform());
-        const bool inTime = RunOnHelpers(limit, [offer, settings, limit] {
+        const bool inTime = RunOnHelper(limit, [offer, settings, limit] {
             CCommPort& prepared = offer->prepared;
             const std::string name = PortName(settings.portNumber);
             const auto turn = prepared.Platform().turns.Take(name, std::chrono::milliseconds(limit));

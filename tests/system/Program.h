@@ -189,18 +189,15 @@ public:
         EXPECT_TRUE(Await([box] { return !::IsWindow(box); })) << "the box stays: " << text;
     }
 
+    bool Answers() const {
+        DWORD_PTR result = 0;
+        return ::SendMessageTimeoutA(Panel() != nullptr ? Panel() : frame, WM_NULL, 0, 0, SMTO_NORMAL, 10'000,
+                                     &result) != 0;
+    }
     // A command as from the program's own controls and menus.
-    bool Answers() const { return Sends(WM_NULL, 0); }
-    bool SendCommand(int id) const { return Sends(WM_COMMAND, static_cast<WPARAM>(id)); }
     void PostCommand(int id) const { ::PostMessageA(Panel(), WM_COMMAND, static_cast<WPARAM>(id), 0); }
 
 private:
-    bool Sends(UINT message, WPARAM wParam) const {
-        DWORD_PTR result = 0;
-        return ::SendMessageTimeoutA(Panel() != nullptr ? Panel() : frame, message, wParam, 0, SMTO_NORMAL, 10'000,
-                                     &result) != 0;
-    }
-
     HANDLE process = nullptr;
     HWND frame = nullptr;
 };

@@ -27,7 +27,6 @@ class CReadingColumns {
 public:
     // Whether these are the names of the columns; from then on they hold.
     bool TakeHeader(std::span<const std::string> fields);
-    bool AreKnown() const { return known; }
 
     // None for a row that is torn or no reading: a time without offset, a count that is none, an unknown answer.
     std::optional<ReadingRow> RowOf(std::span<const std::string> fields) const;
