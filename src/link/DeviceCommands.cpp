@@ -1,7 +1,5 @@
 #include "link/DeviceCommands.h"
 
-#include <span>
-
 #include <windows.h>
 
 #include "framework/WorkerThread.h"

@@ -2,9 +2,6 @@
 // It is no window.
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include <windows.h>
 
 #include "menu/ToolbarResource.h"

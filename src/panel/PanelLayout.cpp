@@ -3,8 +3,6 @@
 // order holds for all of them: what covers what, what comes after what for Tab and for assistive software.
 #include "panel/CounterPanel.h"
 
-#include <utility>
-
 #include "framework/Dc.h"
 #include "framework/Geometry.h"
 #include "framework/ResourceModule.h"

@@ -6,7 +6,6 @@
 // User-interface thread only.
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>

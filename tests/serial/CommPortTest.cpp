@@ -2,7 +2,6 @@
 #include "serial/CommPort.h"
 
 #include <cstring>
-#include <functional>
 #include <tuple>
 
 #include "SimulatedPlatform.h"

@@ -1,11 +1,9 @@
 // Control lines: a table of commands, each with its words.
 #include "line/LineControl.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdio>
-#include <optional>
 #include <span>
 #include <vector>
 

@@ -1,7 +1,6 @@
 // People between two readings of one counter.
 #pragma once
 
-#include <array>
 #include <cstdint>
 
 // What a counter shows, 0 to 65535 each. After 65535 comes 0; a cleared counter begins at 0 again.

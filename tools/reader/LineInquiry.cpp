@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <span>
-#include <utility>
 
 #include "link/WireCommands.h"
 

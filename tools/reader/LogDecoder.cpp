@@ -1,7 +1,6 @@
 #include "reader/LogDecoder.h"
 
 #include <algorithm>
-#include <array>
 
 namespace {
 

@@ -1,6 +1,7 @@
 // People at one counter over any number of readings.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 

@@ -1,7 +1,6 @@
 #include "reader/ReadingFormat.h"
 
 #include <array>
-#include <vector>
 
 #include "reader/ReadingText.h"
 

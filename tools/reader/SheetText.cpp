@@ -1,7 +1,5 @@
 #include "reader/SheetText.h"
 
-#include <array>
-
 #include "reader/LineVerdict.h"
 #include "reader/ReadingText.h"
 

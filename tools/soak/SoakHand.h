@@ -2,7 +2,6 @@
 // about.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 
 #include <windows.h>

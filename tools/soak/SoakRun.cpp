@@ -1,6 +1,5 @@
 #include "soak/SoakRun.h"
 
-#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <utility>

@@ -1,6 +1,5 @@
 #include "soak/SoakedProgram.h"
 
-#include <string_view>
 #include <vector>
 
 #include "framework/SystemHandles.h"

@@ -1,7 +1,6 @@
 // The program that is soaked: a process of its own, with what a user sees of it.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include <windows.h>
