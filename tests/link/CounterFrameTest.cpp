@@ -62,11 +62,6 @@ TEST(CounterFrame, ChecksumsOfAnyLengthCoverWhatLiesBetween) {
 }
 
 TEST(CounterFrame, ClocksGoOutAsDatesOfTheirCentury) {
-    for (int value = 0; value < 256; ++value) {
-        const auto bcd = static_cast<std::uint8_t>(value);
-        EXPECT_EQ(BcdToValue(bcd), value / 16 * 10 + value % 16);
-        EXPECT_EQ(ValueToBcd(value), static_cast<std::uint8_t>(value / 10 * 16 + value % 10));
-    }
     const std::pair<CalendarFields, const char*> edges[] = {
         {{1970, 1, 2, 0, 0, 0}, "00 01 01 00 00 00"},    {{1999, 12, 31, 23, 59, 59}, "00 01 01 00 00 00"},
         {{2000, 6, 2, 3, 4, 5}, "00 06 02 03 04 05"},    {{2000, 1, 1, 0, 0, 1}, "00 01 01 00 00 01"},

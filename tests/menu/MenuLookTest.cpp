@@ -1,4 +1,4 @@
-// What is computed of an item's look without a device context: against plain formulas over whole ranges.
+// What is computed of an item's look without a device context.
 #include <algorithm>
 
 #include <gtest/gtest.h>
@@ -7,7 +7,6 @@
 #include "menu/MenuLayout.h"
 #include "menu/ResourceBitmap.h"
 #include "menu/WindowsVersion.h"
-#include "support/Seed.h"
 
 namespace {
 
@@ -22,51 +21,25 @@ TEST(WindowsVersion, FamilyMajorAndMinorVersionGiveTheCode) {
     EXPECT_EQ(WindowsVersionCode(other | 4, std::nullopt), Windows95);
 }
 
-TEST(MenuLayout, BothLooksAreLaidOutByPlainFormulas) {
-    const unsigned seed = TestSeed();
-    SCOPED_TRACE(SeedText(seed));
-    std::mt19937 random(seed);
-    const auto within = [&](int lowest, int highest) { return std::uniform_int_distribution(lowest, highest)(random); };
-    for (int round = 0; round < 2'000 && !testing::Test::HasFailure(); ++round) {
-        const int left = within(-20, 50), top = within(-20, 50), wide = within(60, 300), high = within(0, 60);
-        const int width = within(1, 40), height = within(1, 40), bar = within(0, 60), text = within(0, 300);
-        const bool raised = within(0, 1) == 1;
-        SCOPED_TRACE(testing::Message() << high << ": " << width << " by " << height << (raised ? ", raised" : ""));
-        const CRect item = CRect::Sized(left, top, wide, high);
-        const int right = left + wide, middle = top + high / 2, bottom = top + high;
-        const int gap = raised ? 7 : 4, column = width + gap;
-
-        const ModernLayout modern = LayOutModernItem(item, {width, height}, raised);
-        EXPECT_EQ(modern.column, CRect::Sized(left, top, column, high));
-        EXPECT_EQ(modern.imageBox, CRect::Sized(left + 1, top + 1, column - 2, high - 2));
-        EXPECT_EQ(modern.image, CPoint(left + (gap + 1) / 2, top + std::max(0, (high - height + 1) / 2)));
-        const CPoint tick{left + std::max(0, (column - 15) / 2), top + std::max(0, (high - 15) / 2)};
-        EXPECT_EQ(modern.tickBox, CRect::Sized(tick.x, tick.y, 16, 16));
-        EXPECT_EQ(modern.mark, CPoint(tick.x + 5, tick.y + 4));
-        EXPECT_EQ(modern.text, CRect(left + column + 8, top - 1, right, bottom - 1));
-        EXPECT_EQ(modern.etched, CRect(left + column + gap, middle, right, bottom));
-
-        const ClassicLayout classic = LayOutClassicItem(item, {width, height});
-        const int boxTop = top + std::max(0, (high - height - 4) / 2);
-        EXPECT_EQ(classic.bar, CRect(left + width + 5, top, right, bottom));
-        EXPECT_EQ(classic.box, CRect::Sized(left, boxTop, width + 4, height + 4));
-        EXPECT_EQ(classic.inner, CRect::Sized(left + 1, boxTop + 1, width + 2, height + 2));
-        EXPECT_EQ(classic.image, CPoint(left + 2, boxTop + 2));
-        EXPECT_EQ(classic.tickBox, CRect::Sized(left + 1, boxTop + 2, width, height));
-        EXPECT_EQ(classic.tick, CPoint(left + 5, boxTop + 6));
-        EXPECT_EQ(classic.dot, CPoint(left + 6, boxTop + 6));
-        EXPECT_EQ(classic.text, CRect(left + width + 9, top - 1, right, bottom - 1));
-        EXPECT_EQ(classic.etched, CRect(left, middle, right, bottom));
-
-        const int plainHeight = std::max(bar, height + 4), raisedHeight = std::max(bar, height + gap);
-        EXPECT_EQ(MeasuredItem(text, {width, height}, true, raised, bar), CSize(width + text + gap + 8, raisedHeight));
-        EXPECT_EQ(MeasuredItem(text, {width, height}, false, raised, bar), CSize(text + 2 * width + 1, plainHeight));
-        EXPECT_EQ(MeasuredSeparator({width, height}, raised, bar), CSize(0, std::max(bar / 2, (height + gap) / 2)));
-        EXPECT_EQ(MenuImageGap(raised), gap);
-        EXPECT_EQ(item.Moved(3, 3), CRect::Sized(left + 3, top + 3, wide, high));
-        const int letters = within(1, 40);
-        EXPECT_EQ(TextWidthOfHostedWin32(text, static_cast<std::size_t>(letters)), text + 3 + (text + 3) / letters * 3);
+// Where everything goes in a row of the usual size is seen in the approved sheet of rows.
+TEST(MenuLayout, RowsHaveRoomForTheirImagesAndKeepThoseThatAreTooLarge) {
+    const struct {
+        CSize image;
+        bool modern, raised;
+        CSize item, separator;
+    } rows[] = {{{16, 15}, true, true, {131, 22}, {0, 11}},
+                {{16, 15}, true, false, {128, 20}, {0, 10}},
+                {{16, 15}, false, true, {133, 20}, {0, 10}},
+                {{32, 30}, true, true, {147, 37}, {0, 18}},
+                {{32, 30}, false, false, {165, 34}, {0, 17}}};
+    for (const auto& [image, modern, raised, item, separator] : rows) {
+        EXPECT_EQ(MeasuredItem(100, image, modern, raised, 20), item) << image.cx << modern;
+        EXPECT_EQ(MeasuredSeparator(image, modern && raised, 20), separator) << image.cx << modern;
     }
+    const ModernLayout modern = LayOutModernItem({0, 50, 200, 60}, {32, 30}, true);
+    const ClassicLayout classic = LayOutClassicItem({0, 50, 200, 60}, {32, 30});
+    EXPECT_TRUE(modern.image.y == 50 && modern.tickBox.top == 50 && classic.box.top == 50) << "in the row above";
+    EXPECT_EQ(TextWidthOfHostedWin32(40, 4), 73);
     EXPECT_EQ(TextWidthOfHostedWin32(0, 0), 3);
 }
 
@@ -118,12 +91,12 @@ TEST(MenuItemLook, BoxesOfEveryStateFollowTheFirstRuleThatHolds) {
                   (MenuBox{classic.fill, without(classic.frameTopLeft), without(classic.frameBottomRight),
                            classic.picture, classic.shift}));
     }
-    for (int all = 0; all < 36; ++all) {
-        const bool palette = all % 2 == 0, themed = all / 2 % 2 == 0;
-        const int onThemed = all / 4 % 3, onOthers = all / 12;
-        const bool modern = !palette && (themed ? onThemed : onOthers) == 1;
-        EXPECT_EQ(ChooseMenuLook(palette, themed, onThemed, onOthers), modern ? MenuLook::Modern : MenuLook::Classic);
-    }
+}
+
+TEST(MenuItemLook, ADisplayWithAPaletteHasTheClassicOne) {
+    EXPECT_EQ(ChooseMenuLook(true, true, 1, 1), MenuLook::Classic);
+    EXPECT_EQ(ChooseMenuLook(false, true, 1, 2), MenuLook::Modern);
+    EXPECT_EQ(ChooseMenuLook(false, false, 1, 2), MenuLook::Classic);
 }
 
 TEST(ResourceBitmap, CountsColors) {

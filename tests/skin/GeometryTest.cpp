@@ -1,5 +1,6 @@
-// Rings and rows: each against the plain way to say the same, over random inputs.
+// Rings and what is stored of rows: each against the plain way to say the same, over random inputs.
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include <gtest/gtest.h>
@@ -38,32 +39,19 @@ RC_GTEST_PROP(RoundShading, CirclesAreTheNearestPixels, (bool dotted)) {
     RC_ASSERT(found == expected);
 }
 
-RC_GTEST_PROP(StripLayout, FramesAreCountedRoundedDown, (std::uint8_t width)) {
-    const int frame = Among(-1, 9);
-    RC_ASSERT(FrameCount(width, frame) == (frame > 0 ? width / frame : 0));
-}
-
-RC_GTEST_PROP(StripLayout, SlotsAndButtonsLieSideBySide, (const std::vector<std::uint8_t>& lengths)) {
-    const int y = *rc::gen::oneOf(rc::gen::inRange(-3, 180), rc::gen::element(-1, 175, 176)),
-              height = Among(0, 20) * Among(0, 21), width = Among(1, 50), average = Among(0, 9);
-    std::optional<int> slot;
-    for (int each = 0; each < 176; ++each)
-        if (y >= 0 && y < 176 && y >= each * (height / 4) && y < (each + 1) * (height / 4)) slot = each;
-    RC_ASSERT(SlotAt(y, height) == slot);
-    RC_ASSERT(SlotRect(y, width, height) == CRect::Sized(0, y * height, width, height));
-    const std::vector<int> texts(lengths.begin(), lengths.end());
-    const std::vector<CRect> row = ButtonRow(static_cast<int>(texts.size()), width, height);
-    const std::vector<CRect> widened = WidenRow(row, texts, average);
-    RC_ASSERT(row.size() == texts.size() && widened.size() == texts.size());
-    for (int i = 0, left = 30; i < static_cast<int>(texts.size()); ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        RC_ASSERT(row[at] == CRect::Sized(30 + i * width, 2, width, height));
-        RC_ASSERT(widened[at] == CRect::Sized(left, 2, width + texts[at] * average, height));
-        left += widened[at].Width();
-    }
+TEST(StripLayout, SlotsEndAtTheLimitAndAPictureWithoutRoomHasNone) {
+    constexpr int rows[][3] = {{0, 176, 0},   {43, 176, 0},   {44, 176, 1}, {175, 40, 17},
+                               {-1, 176, -1}, {176, 800, -1}, {0, 3, -1},   {0, 0, -1}};
+    for (const auto& [y, height, slot] : rows) EXPECT_EQ(SlotAt(y, height).value_or(-1), slot) << y << " of " << height;
 }
 
 // Any four edges come back; what is cut off anywhere is refused, with nothing taken.
+TEST(StripLayout, ButtonsStandSideBySideWithRoomForTheirTexts) {
+    const std::vector<CRect> wide{{30, 2, 67, 23}, {67, 2, 99, 23}};
+    EXPECT_TRUE(WidenRow(ButtonRow(2, 32, 21), std::array{1, 0}, 5) == wide);
+    EXPECT_TRUE(FrameCount(100, 33) == 3 && FrameCount(100, 0) == 0);
+}
+
 RC_GTEST_PROP(StripLayout, StoredRectanglesComeBackWhole, (const std::vector<std::array<std::int32_t, 4>>& edges)) {
     std::vector<CRect> rects;
     std::vector<std::byte> plain;
