@@ -2,6 +2,8 @@
 
 #include <psapi.h>
 
+#include "user/ProgramStart.h"
+
 namespace {
 
 double Seconds(const FILETIME& time) {
@@ -29,15 +31,9 @@ CMeasuredProgram::~CMeasuredProgram() {
 }
 
 std::optional<double> CMeasuredProgram::Start() {
-    STARTUPINFOA start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION made{};
-    const std::string folder = file.substr(0, file.rfind('\\') + 1);
     const double begun = Milliseconds();
-    if (!::CreateProcessA(file.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start, &made))
-        return {};
-    ::CloseHandle(made.hThread);
-    process = CKernelHandle(made.hProcess);
+    process = StartProcess(file);
+    if (process.IsEmpty()) return {};
     while (::IsWindowVisible(window = ::FindWindowA("#32770", caption.c_str())) == FALSE) {
         if (Milliseconds() - begun > 20'000) return {};
         ::Sleep(0);

@@ -16,6 +16,7 @@
 #include "resources/ResourceIds.h"
 #include "support/Windows.h"
 #include "user/Input.h"
+#include "user/ProgramStart.h"
 
 using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
@@ -63,39 +64,21 @@ class CProgram {
 public:
     static constexpr char title[] = PRODUCT_TITLE;
 
-    CProgram() = default;
-    CProgram(const CProgram&) = delete;
-    CProgram& operator=(const CProgram&) = delete;
     // Ends what is still there by force
     ~CProgram() {
-        if (process == nullptr) return;
-        ::TerminateProcess(process, 1);
-        ::WaitForSingleObject(process, 5000);
-        ::CloseHandle(process);
+        if (process.IsEmpty()) return;
+        ::TerminateProcess(process.GetHandle(), 1);
+        ::WaitForSingleObject(process.GetHandle(), 5000);
     }
 
     // Where the program, its language library and its log are, with a backslash behind it.
-    static std::string Folder() {
-        char path[MAX_PATH]{};
-        ::GetModuleFileNameA(nullptr, path, sizeof path);
-        const std::string test(path);
-        return test.substr(0, test.rfind('\\', test.rfind('\\') - 1)) + "\\bin\\";
-    }
+    static std::string Folder() { return BuiltFolder(); }
 
     // Launch only makes the process. Start also waits for its window, and clicks it to the front: a press that had to
     // do so first could lose the mouse to that, and with it the click.
     bool Launch(const std::string& path = Folder() + "Quorvane.exe") {
-        STARTUPINFOA start{};
-        start.cb = sizeof start;
-        PROCESS_INFORMATION made{};
-        const std::string folder = path.substr(0, path.rfind('\\') + 1);
-        if (!::CreateProcessA(path.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start,
-                              &made))
-            return false;
-        ::CloseHandle(made.hThread);
-        if (process != nullptr) ::CloseHandle(process);
-        process = made.hProcess;
-        return true;
+        process = StartProcess(path);
+        return HasStarted();
     }
     bool Start(const std::string& path = Folder() + "Quorvane.exe", const char* caption = title) {
         if (!Launch(path) ||
@@ -107,8 +90,8 @@ public:
     std::optional<DWORD> AwaitExit(Clock::duration limit = 10s) const {
         const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(limit).count();
         DWORD code = 0;
-        if (::WaitForSingleObject(process, static_cast<DWORD>(time)) != WAIT_OBJECT_0) return std::nullopt;
-        ::GetExitCodeProcess(process, &code);
+        if (::WaitForSingleObject(process.GetHandle(), static_cast<DWORD>(time)) != WAIT_OBJECT_0) return std::nullopt;
+        ::GetExitCodeProcess(process.GetHandle(), &code);
         return code;
     }
     std::optional<DWORD> Close() const {
@@ -119,10 +102,10 @@ public:
     void Freeze(bool stands) const {
         const auto change = reinterpret_cast<LONG(WINAPI*)(HANDLE)>(reinterpret_cast<void*>(
             ::GetProcAddress(::GetModuleHandleA("ntdll.dll"), stands ? "NtSuspendProcess" : "NtResumeProcess")));
-        ASSERT_TRUE(change != nullptr && change(process) == 0);
+        ASSERT_TRUE(change != nullptr && change(process.GetHandle()) == 0);
     }
-    bool HasStarted() const { return process != nullptr; }
-    bool IsRunning() const { return process != nullptr && !AwaitExit(0ms); }
+    bool HasStarted() const { return !process.IsEmpty(); }
+    bool IsRunning() const { return HasStarted() && !AwaitExit(0ms); }
 
     HWND Frame() const { return frame; } // known once Start has found it
     HWND Panel() const { return ::FindWindowExA(frame, nullptr, "#32770", nullptr); }
@@ -198,6 +181,6 @@ public:
     void PostCommand(int id) const { ::PostMessageA(Panel(), WM_COMMAND, static_cast<WPARAM>(id), 0); }
 
 private:
-    HANDLE process = nullptr;
+    CKernelHandle process;
     HWND frame = nullptr;
 };

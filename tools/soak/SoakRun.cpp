@@ -8,6 +8,7 @@
 
 #include "framework/Text.h"
 #include "resources/ResourceIds.h"
+#include "user/ProgramStart.h"
 
 namespace {
 
@@ -104,7 +105,7 @@ void CSoakRun::JudgeAnswer(LineTime answer, LineTime empty, LineTime own) {
 }
 
 void CSoakRun::ReadLog() {
-    std::ifstream file(CSoakedProgram::Folder() + "Quorvane.log", std::ios::binary);
+    std::ifstream file(BuiltFolder() + "Quorvane.log", std::ios::binary);
     if (!file) return record.Fail("no log");
     file.seekg(static_cast<std::streamoff>(logRead));
     const std::string text(std::istreambuf_iterator<char>(file), {});

@@ -2,10 +2,10 @@
 
 #include <vector>
 
-#include "framework/SystemHandles.h"
 #include "resources/Product.h"
 #include "resources/ResourceIds.h"
 #include "soak/Waiting.h"
+#include "user/ProgramStart.h"
 
 namespace {
 
@@ -35,23 +35,9 @@ bool IsWiped(const Mark& mark) {
 
 } // namespace
 
-std::string CSoakedProgram::Folder() {
-    char path[MAX_PATH]{};
-    ::GetModuleFileNameA(nullptr, path, sizeof path);
-    const std::string own(path);
-    return own.substr(0, own.rfind('\\', own.rfind('\\') - 1)) + "\\bin\\";
-}
-
 bool CSoakedProgram::Start() {
-    STARTUPINFOA start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION made{};
-    const std::string folder = Folder(), path = folder + "Quorvane.exe";
-    if (!::CreateProcessA(path.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start, &made))
-        return false;
-    ::CloseHandle(made.hThread);
-    process.Attach(made.hProcess);
-    const bool shown = AwaitFor(30'000, [this] {
+    process = StartProcess(BuiltFolder() + "Quorvane.exe");
+    const bool shown = !process.IsEmpty() && AwaitFor(30'000, [this] {
         frame = ::FindWindowA(nullptr, PRODUCT_TITLE);
         return ::IsWindowVisible(frame) != FALSE;
     });

@@ -11,9 +11,6 @@
 
 class CSoakedProgram {
 public:
-    // The folder of this program's neighbour `bin`, with a backslash behind it.
-    static std::string Folder();
-
     // Until its window answers. False if it doesn't come up.
     bool Start();
     // Asked to close by its window, or at the end of the session. False if it is still there after ten seconds, or has
