@@ -1,6 +1,7 @@
 // The port over drivers of all kinds: random operations against a model, and what a call hands over and answers.
 #include "serial/CommPort.h"
 
+#include <array>
 #include <cstring>
 #include <tuple>
 
