@@ -97,4 +97,18 @@ TEST(LogJudge, WhatCameMayLookLikeWhatGotLost) {
     EXPECT_NE(judge.Read(time + "TX-->02 02 81 83 03 \r\n" + both, 13s), "") << "said once";
 }
 
+// An answer that comes in lumps while it is no longer doubtful that it comes.
+TEST(LogJudge, ALumpMayHoldAnyNumberOfBytes) {
+    for (const int lump : {1, 2, 3, 4}) {
+        CLogJudge judge;
+        judge.Disturb(10s);
+        judge.Hear(FrameOf("00 81"), 10900ms);
+        const LineBytes answer = BytesOf("02 00 05 07 03");
+        judge.Speak({answer.begin(), answer.end() - lump}, 10900ms);
+        judge.Speak({answer.end() - lump, answer.end()}, 11100ms);
+        const std::string time = "2026/11/26 10:00:00: ";
+        EXPECT_EQ(judge.Read(time + "TX-->02 00 81 81 03 \r\n" + time + "RX-->02 00 05 07 03 \r\n", 12s), "") << lump;
+    }
+}
+
 } // namespace

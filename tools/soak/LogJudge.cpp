@@ -99,17 +99,23 @@ std::string CLogJudge::TakeSent(const LineBytes& frame, LineTime now) {
 std::string CLogJudge::TakeReceived(const LineBytes& bytes) {
     std::vector<Unread> next;
     for (const Unread& before : unread) Receive(bytes, before, next);
-    if (next.empty()) return "bytes in the log that were not said so";
+    if (next.empty()) return "bytes in the log that were not said so, but" + TextOfUnread();
     unread = std::move(next);
     return {};
 }
 
+std::string CLogJudge::TextOfUnread() const {
+    std::string text;
+    for (const auto& [doubtful, certain] : unread)
+        text +=
+            " maybe" + TextOf({doubtful.begin(), doubtful.end()}) + " and" + TextOf({certain.begin(), certain.end()});
+    return text;
+}
+
 // First come doubtful bytes of which any may be missing, then certain ones.
 void CLogJudge::Receive(std::span<const std::uint8_t> bytes, const Unread& before, std::vector<Unread>& next) {
-    constexpr std::size_t shortest = 4; // of what can be told from chance
     for (std::size_t cut = 0; cut <= bytes.size(); ++cut) {
         const auto certain = bytes.subspan(cut);
-        if (cut > 0 && !certain.empty() && certain.size() < shortest) continue;
         if (certain.size() > before.certain.size() ||
             !std::equal(certain.begin(), certain.end(), before.certain.begin()))
             continue;

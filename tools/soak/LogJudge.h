@@ -54,6 +54,7 @@ private:
         std::deque<std::uint8_t> doubtful, certain;
         bool operator==(const Unread&) const = default;
     };
+    std::string TextOfUnread() const;
     // To `next` go all ways in which the bytes can have come from `before`.
     static void Receive(std::span<const std::uint8_t> bytes, const Unread& before, std::vector<Unread>& next);
     // Of what is logged and what is heard, takes away the pairs.
