@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr std::uint32_t idlePause = 10; // milliseconds
+constexpr std::uint32_t rest = 10; // milliseconds between commands
 
 }
 
@@ -25,6 +25,7 @@ int CCommandQueue::Add(std::unique_ptr<CCommand> command) {
         commands.push_back(std::move(command));
         waiting = commands.size();
     }
+    wake.Raise();
     if (!running) Start();
     return 0;
 }
@@ -39,6 +40,7 @@ void CCommandQueue::Start() {
 
 void CCommandQueue::Stop() {
     stopRequested = true;
+    wake.Raise();
 }
 
 void CCommandQueue::DropQueued() {
@@ -61,16 +63,19 @@ unsigned CCommandQueue::RunWorker(void* queue) noexcept {
 
 void CCommandQueue::Work() {
     while (!stopRequested) {
+        if (waiting == 0) {
+            wake.Await();
+            continue;
+        }
         // Taken and deleted before the pause, so that a command's end is its end.
         if (const std::unique_ptr<CCommand> command = TakeFirst()) command->Execute();
-        PauseThread(idlePause);
+        PauseThread(rest);
     }
     // The last touch: from here on the queue may be gone, or a new worker be started.
     running = false;
 }
 
 std::unique_ptr<CCommand> CCommandQueue::TakeFirst() {
-    if (waiting == 0) return nullptr;
     const CMutexGuard guard(lock);
     if (commands.empty()) return nullptr; // dropped in between
     auto first = std::move(commands.front());

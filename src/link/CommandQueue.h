@@ -1,8 +1,8 @@
 // The one queue of commands with its worker thread.
 //
 // Everything that goes out on the line goes through here, first in, first out, one command at a time: so the line is
-// half-duplex without further care, and the user-interface thread never waits for it. The worker looks into the queue
-// every 10 ms, and at least 10 ms lie between the end of one command and the start of the next.
+// half-duplex without further care, and the user-interface thread never waits for it. At least 10 ms lie between the
+// end of one command and the start of the next.
 #pragma once
 
 #include <atomic>
@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "framework/Mutex.h"
+#include "framework/Signal.h"
 #include "framework/WorkerThread.h"
 #include "link/Command.h"
 
@@ -32,7 +33,8 @@ public:
     // Starts the worker unless there is one. If the platform gives no thread, the next Add or Start tries again.
     void Start();
 
-    // Asks the worker to leave: it does so after the command in flight and one pause, leaving the rest queued.
+    // Asks the worker to leave: it does so at once, or after the command in flight and one pause, leaving the rest
+    // queued.
     void Stop();
 
     // Deletes what is queued and not yet taken by the worker.
@@ -56,12 +58,13 @@ private:
     std::unique_ptr<CCommand> TakeFirst();
 
     std::deque<std::unique_ptr<CCommand>> commands; // oldest first
-    // Their count, for the worker to look at without the lock: it looks a hundred times a second, mostly for nothing.
+    // Their count, for the worker to look at without the lock.
     std::atomic<std::size_t> waiting{0};
     CWorkerThread thread;
     bool shut = false;
     std::atomic<bool> stopRequested{false};
     std::atomic<bool> running{false};
+    CSignal wake; // that the worker has something to look at: a command, or the wish that it leaves
     // Guards `commands` and the changes of `waiting`; held for an append or a removal, never across a command.
     CMutex lock;
 };

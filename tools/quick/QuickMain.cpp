@@ -1,6 +1,6 @@
 // QuickSoak.exe HOURS SEED: days of polling in minutes. The program's own panel, queue, commands and port, over
-// simulated counters, in one process whose pauses take no time: each moves a clock, and each poll is due when that
-// clock says so.
+// simulated counters, in one process whose pauses take no time: each moves a clock, as does the worker's wait for
+// commands, and each poll is due when that clock says so.
 //
 // Not quickened are the system's timer, which polls otherwise, and the time of day in the log.
 #include <array>
@@ -80,6 +80,13 @@ extern "C" void __wrap__Z11PauseThreadj(std::uint32_t milliseconds) {
     ::PostMessageA(panel, WM_TIMER, pollTimer, 0);
     ::PostMessageA(::GetParent(panel), everythingHandled, 0, 0);
     ::WaitForSingleObject(clock.handled, 10'000);
+}
+
+// The worker of the queue is who moves the clock, so it doesn't wait for commands.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the linker names it so
+extern "C" void __wrap__ZN7CSignal5AwaitEv(CSignal*) {
+    constexpr std::uint32_t step = 10; // ms
+    __wrap__Z11PauseThreadj(step);
 }
 
 // NOLINTNEXTLINE(bugprone-reserved-identifier): the linker names it so
