@@ -9,28 +9,31 @@
 
 namespace {
 
-// A corner of a window that has none of its own beneath, and what it shows.
+constexpr int markAt = 3; // from the corner of a window that has none of its own beneath
+
+// What the screen shows there. A foreign window's own context can't be read on every system.
 struct Mark {
-    HWND window;
+    int id;
+    POINT place;
     COLORREF shown;
 };
 
-constexpr int markAt = 3;
-
-void MarkLeaf(HWND window, std::vector<Mark>& marks) {
-    HDC const dc = ::GetDC(window);
-    const COLORREF before = ::GetPixel(dc, markAt, markAt);
-    ::SetPixel(dc, markAt, markAt, before ^ 0x00FFFFFF);
-    const COLORREF shown = ::GetPixel(dc, markAt, markAt);
-    ::ReleaseDC(window, dc);
-    if (shown != before) marks.push_back({window, shown});
+COLORREF ShownAt(const POINT& place) {
+    HDC const screen = ::GetDC(nullptr);
+    const COLORREF color = ::GetPixel(screen, place.x, place.y);
+    ::ReleaseDC(nullptr, screen);
+    return color;
 }
 
-bool IsWiped(const Mark& mark) {
-    HDC const dc = ::GetDC(mark.window);
-    const COLORREF now = ::GetPixel(dc, markAt, markAt);
-    ::ReleaseDC(mark.window, dc);
-    return now != mark.shown;
+void MarkLeaf(HWND window, std::vector<Mark>& marks) {
+    RECT rect{};
+    ::GetWindowRect(window, &rect);
+    const POINT place{rect.left + markAt, rect.top + markAt};
+    const COLORREF before = ShownAt(place);
+    HDC const screen = ::GetDC(nullptr);
+    ::SetPixel(screen, place.x, place.y, before ^ 0x00FFFFFF);
+    ::ReleaseDC(nullptr, screen);
+    if (const COLORREF shown = ShownAt(place); shown != before) marks.push_back({::GetDlgCtrlID(window), place, shown});
 }
 
 } // namespace
@@ -86,7 +89,7 @@ std::string CSoakedProgram::PaintsWithin(DWORD time) const {
     if (marks.empty()) return "no mark stays";
     ::Sleep(time);
     std::string text;
-    for (const Mark& mark : marks) text += IsWiped(mark) ? std::to_string(::GetDlgCtrlID(mark.window)) + " " : "";
+    for (const auto& [id, place, shown] : marks) text += ShownAt(place) != shown ? std::to_string(id) + " " : "";
     ::RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
     return text;
 }
