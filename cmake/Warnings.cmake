@@ -5,8 +5,10 @@ target_include_directories(quorvane_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 # Where the sources of a target are one unit, a name may shadow that of another source.
 target_compile_options(quorvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror
     $<$<NOT:$<BOOL:${QUORVANE_LINT}>>:-Wshadow>)
-# What is built in another folder, or at another time, is the same byte for byte.
-target_compile_options(quorvane_options INTERFACE -ffile-prefix-map=${PROJECT_SOURCE_DIR}=quorvane)
+# What is built in another folder, or at another time, is the same byte for byte. The page of what tests reach is made from
+# the sources, and has to find them.
+target_compile_options(quorvane_options INTERFACE
+    $<$<NOT:$<BOOL:${QUORVANE_COVERAGE}>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=quorvane>)
 if(WIN32)
     # What nothing calls stays out of the program: its size is memory on some systems, to the last byte.
     target_compile_options(quorvane_options INTERFACE -ffunction-sections -fdata-sections)
