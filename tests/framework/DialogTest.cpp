@@ -71,7 +71,7 @@ TEST(ModalDialog, EndsHoweverThatGoes) {
     const std::tuple<UINT, Act, Act, INT_PTR, bool> rows[] = {
         {IDD_PLAIN, end, nullptr, 5, false},        {IDD_EXTENDED, end, nullptr, 5, false},
         {IDD_EXTENDED, nullptr, end, 5, true},      {IDD_PLAIN, nullptr, close, IDCANCEL, true},
-        {IDD_NONE, nullptr, nullptr, -1, false},    {IDD_CUT, nullptr, nullptr, -1, false},
+        {IDD_NONE, nullptr, nullptr, -1, false},    {IDD_CUT, end, nullptr, -1, false},
         {IDD_PLAIN, destroyIt, nullptr, -1, false}, {IDD_PLAIN, nullptr, destroyIt, -1, true},
         {IDD_PLAIN, sendLater, nullptr, -1, true},  {IDD_PLAIN, nullptr, quit, -1, true}};
     CTopWindow owner;
