@@ -45,13 +45,13 @@ TEST(StripLayout, SlotsEndAtTheLimitAndAPictureWithoutRoomHasNone) {
     for (const auto& [y, height, slot] : rows) EXPECT_EQ(SlotAt(y, height).value_or(-1), slot) << y << " of " << height;
 }
 
-// Any four edges come back; what is cut off anywhere is refused, with nothing taken.
 TEST(StripLayout, ButtonsStandSideBySideWithRoomForTheirTexts) {
     const std::vector<CRect> wide{{30, 2, 67, 23}, {67, 2, 99, 23}};
     EXPECT_TRUE(WidenRow(ButtonRow(2, 32, 21), std::array{1, 0}, 5) == wide);
     EXPECT_TRUE(FrameCount(100, 33) == 3 && FrameCount(100, 0) == 0);
 }
 
+// Any four edges come back; what is cut off anywhere is refused, with nothing taken.
 RC_GTEST_PROP(StripLayout, StoredRectanglesComeBackWhole, (const std::vector<std::array<std::int32_t, 4>>& edges)) {
     std::vector<CRect> rects;
     std::vector<std::byte> plain;
