@@ -23,7 +23,6 @@ int CCommandQueue::Add(std::unique_ptr<CCommand> command) {
     {
         const CMutexGuard guard(lock);
         commands.push_back(std::move(command));
-        waiting = commands.size();
     }
     wake.Raise();
     if (!running) Start();
@@ -47,7 +46,6 @@ void CCommandQueue::DropQueued() {
     std::deque<std::unique_ptr<CCommand>> dropped; // outlives the guard: the commands die outside the lock
     const CMutexGuard guard(lock);
     commands.swap(dropped);
-    waiting = 0;
 }
 
 void CCommandQueue::Shut() {
@@ -63,23 +61,24 @@ unsigned CCommandQueue::RunWorker(void* queue) noexcept {
 
 void CCommandQueue::Work() {
     while (!stopRequested) {
-        if (waiting == 0) {
+        if (ExecuteFirst()) {
+            PauseThread(rest);
+        } else {
             wake.Await();
-            continue;
         }
-        // Taken and deleted before the pause, so that a command's end is its end.
-        if (const std::unique_ptr<CCommand> command = TakeFirst()) command->Execute();
-        PauseThread(rest);
     }
     // The last touch: from here on the queue may be gone, or a new worker be started.
     running = false;
 }
 
-std::unique_ptr<CCommand> CCommandQueue::TakeFirst() {
-    const CMutexGuard guard(lock);
-    if (commands.empty()) return nullptr; // dropped in between
-    auto first = std::move(commands.front());
-    commands.pop_front();
-    waiting = commands.size();
-    return first;
+bool CCommandQueue::ExecuteFirst() {
+    std::unique_ptr<CCommand> first; // deleted before the pause, so that a command's end is its end
+    {
+        const CMutexGuard guard(lock);
+        if (commands.empty()) return false;
+        first = std::move(commands.front());
+        commands.pop_front();
+    }
+    if (first != nullptr) first->Execute();
+    return true;
 }

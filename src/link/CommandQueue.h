@@ -6,7 +6,6 @@
 #pragma once
 
 #include <atomic>
-#include <cstddef>
 #include <deque>
 #include <memory>
 
@@ -55,16 +54,15 @@ public:
 private:
     static unsigned RunWorker(void* queue) noexcept;
     void Work();
-    std::unique_ptr<CCommand> TakeFirst();
+    // Whether there was one.
+    bool ExecuteFirst();
 
     std::deque<std::unique_ptr<CCommand>> commands; // oldest first
-    // Their count, for the worker to look at without the lock.
-    std::atomic<std::size_t> waiting{0};
     CWorkerThread thread;
     bool shut = false;
     std::atomic<bool> stopRequested{false};
     std::atomic<bool> running{false};
     CSignal wake; // that the worker has something to look at: a command, or the wish that it leaves
-    // Guards `commands` and the changes of `waiting`; held for an append or a removal, never across a command.
+    // Guards `commands`; held for an append or a removal, never across a command.
     CMutex lock;
 };
