@@ -169,12 +169,14 @@ INT_PTR CDialog::DoModal() {
     ended = false;
     modalResult = -1;
     if (CreateFromTemplate(owner, true)) {
-        if (!ended) {
+        AnswerOthers(); // making the window, showing it, hiding it and destroying it are the program's longest steps
+        if (!ended && GetHandle() != nullptr) {
             Show();
             RunModalLoop();
         }
     }
     ReleaseOwner();
+    AnswerOthers();
     DestroyWindow();
     EndMoving(moving);
     modal = false;
