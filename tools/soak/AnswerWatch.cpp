@@ -1,14 +1,17 @@
 #include "soak/AnswerWatch.h"
 
+#include <algorithm>
 #include <utility>
 
 CAnswerWatch::CAnswerWatch(Calls callbacks)
-    : calls(std::move(callbacks)), server([this] { ServeEmptyWindow(); }), asker([this] { Run(); }) {}
+    : calls(std::move(callbacks)), server([this] { ServeEmptyWindow(); }), reference([this] { AskEmptyWindow(); }),
+      asker([this] { Run(); }) {}
 
 void CAnswerWatch::Stop() {
     if (!asker.joinable()) return;
     stops = true;
     asker.join();
+    reference.join();
     ::PostMessageA(emptyWindow, WM_CLOSE, 0, 0);
     server.join();
 }
@@ -31,23 +34,43 @@ LineTime CAnswerWatch::TimeOfAnswer(HWND window) {
     return SteadyLineTime() - begin;
 }
 
+LineTime CAnswerWatch::SleepLate(DWORD pause) {
+    const LineTime begin = SteadyLineTime();
+    ::Sleep(pause);
+    return SteadyLineTime() - begin - std::chrono::milliseconds(pause);
+}
+
+void CAnswerWatch::AskEmptyWindow() {
+    while (!stops) {
+        const LineTime lateness = SleepLate(referencePause);
+        const LineTime answer = TimeOfAnswer(emptyWindow);
+        empty.Add(answer);
+        watch.Add(lateness);
+        const std::scoped_lock hold(lock);
+        machine = std::max({machine, answer, lateness});
+    }
+}
+
 void CAnswerWatch::Run() {
     constexpr DWORD pause = 50;
     while (!stops) {
-        const LineTime begin = SteadyLineTime();
         ::Sleep(pause);
-        const LineTime lateness = SteadyLineTime() - begin - std::chrono::milliseconds(pause);
         const HWND window = asked;
         if (window == nullptr) continue;
         const bool worksOnPort = calls.isPortAtWork();
+        TakeMachine();
         const LineTime answer = TimeOfAnswer(window);
         // A window that ends or goes meanwhile has no answer.
         if (asked != window || ::IsWindow(window) == FALSE) continue;
-        const LineTime reference = TimeOfAnswer(emptyWindow);
         calls.look(); // not sooner: it asks, too, and so would take the wait upon itself
         (worksOnPort ? atPortWork : program).Add(answer);
-        empty.Add(reference);
-        watch.Add(lateness);
-        if (answer >= (worksOnPort ? portWorkBar : bar)) calls.late(answer, reference, lateness);
+        if (answer < (worksOnPort ? portWorkBar : bar)) continue;
+        ::Sleep(3 * referencePause); // the empty window's answer that was awaited beside this one, too
+        calls.late(answer, TakeMachine());
     }
+}
+
+LineTime CAnswerWatch::TakeMachine() {
+    const std::scoped_lock hold(lock);
+    return std::exchange(machine, LineTime(0));
 }

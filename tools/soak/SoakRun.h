@@ -35,7 +35,7 @@ private:
     void EndProgram(SoakEnd end);
     // Both on the watch's thread: what the window shows, an answer that came late.
     void Look();
-    void JudgeAnswer(LineTime answer, LineTime empty, LineTime own);
+    void JudgeAnswer(LineTime answer, LineTime machine);
     void ReadLog();
     void CheckCounts();
     void CheckGoingOn();
