@@ -169,14 +169,12 @@ INT_PTR CDialog::DoModal() {
     ended = false;
     modalResult = -1;
     if (CreateFromTemplate(owner, true)) {
-        AnswerOthers(); // making the window, showing it, hiding it and destroying it are the program's longest steps
-        if (!ended && GetHandle() != nullptr) {
+        if (!ended) {
             Show();
             RunModalLoop();
         }
     }
     ReleaseOwner();
-    AnswerOthers();
     DestroyWindow();
     EndMoving(moving);
     modal = false;

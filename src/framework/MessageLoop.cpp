@@ -41,8 +41,3 @@ void RunMessageLoop(const CWnd& top, const std::function<bool()>& finished) {
     }
     --loopDepth;
 }
-
-void AnswerOthers() {
-    MSG message{};
-    ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
-}

@@ -8,7 +8,3 @@ class CWnd;
 // Dispatches messages until `finished` says so, or until WM_QUIT, which is posted anew for the loop outside. Each
 // message is first offered to the windows on its way from its target up to `top` (PreTranslateMessage).
 void RunMessageLoop(const CWnd& top, const std::function<bool()>& finished);
-
-// Between two long steps: what other threads have sent meanwhile is answered now, not only after both. Whatever the
-// handlers do may have happened on return, the end of a window included. Input stays in the queue.
-void AnswerOthers();

@@ -59,26 +59,21 @@ public:
 };
 
 TEST(ModalDialog, EndsHoweverThatGoes) {
-    static std::vector<std::thread> threads;
+    static std::thread thread;
     using Act = void (*)(CTestDialog&);
     const Act end = [](CTestDialog& dialog) { dialog.EndDialog(5); };
     const Act close = [](CTestDialog& dialog) { dialog.PostMessage(WM_SYSCOMMAND, SC_CLOSE); };
     const Act destroyIt = [](CTestDialog& dialog) { dialog.DestroyWindow(); };
     const Act quit = [](CTestDialog&) { ::PostQuitMessage(3); };
     const Act sendLater = [](CTestDialog& dialog) { // which doesn't end a wait for posted messages
-        threads.emplace_back([window = dialog.GetHandle()] { ::Sleep(200), ::SendMessageA(window, destroy, 0, 0); });
-    };
-    const Act sendNow = [](CTestDialog& dialog) { // answered before it shows
-        threads.emplace_back([window = dialog.GetHandle()] { ::SendMessageA(window, destroy, 0, 0); });
-        ::Sleep(200);
+        thread = std::thread([window = dialog.GetHandle()] { ::Sleep(200), ::SendMessageA(window, destroy, 0, 0); });
     };
     const std::tuple<UINT, Act, Act, INT_PTR, bool> rows[] = {
         {IDD_PLAIN, end, nullptr, 5, false},        {IDD_EXTENDED, end, nullptr, 5, false},
         {IDD_EXTENDED, nullptr, end, 5, true},      {IDD_PLAIN, nullptr, close, IDCANCEL, true},
         {IDD_NONE, nullptr, nullptr, -1, false},    {IDD_CUT, end, nullptr, -1, false},
         {IDD_PLAIN, destroyIt, nullptr, -1, false}, {IDD_PLAIN, nullptr, destroyIt, -1, true},
-        {IDD_PLAIN, sendLater, nullptr, -1, true},  {IDD_PLAIN, sendNow, nullptr, -1, false},
-        {IDD_PLAIN, nullptr, quit, -1, true}};
+        {IDD_PLAIN, sendLater, nullptr, -1, true},  {IDD_PLAIN, nullptr, quit, -1, true}};
     CTopWindow owner;
     CWnd child;
     ASSERT_TRUE(child.Create("STATIC", "", WS_CHILD | WS_VISIBLE, {0, 0, 50, 50}, owner.GetHandle(), 1));
@@ -98,7 +93,7 @@ TEST(ModalDialog, EndsHoweverThatGoes) {
         EXPECT_EQ(dialog.GetHandle(), nullptr);
         EXPECT_TRUE(owner.IsWindowEnabled());
     }
-    for (std::thread& thread : threads) thread.join();
+    thread.join();
     MSG message{}; // the loop outside ends as well
     while (::GetMessageA(&message, nullptr, 0, 0) > 0) continue;
     EXPECT_EQ(message.wParam, 3U);
