@@ -50,10 +50,14 @@ void CLinkStatic::PreSubclassWindow() {
     FitToText();
     LoadDefaultCursor();
     toolTip.DestroyWindow(); // of a former window
-    toolTip.Create(*this);
+    CInputControl::PreSubclassWindow();
+}
+
+// A tip is a window of its own, which takes longer than all the rest of a link: not before the mouse comes.
+void CLinkStatic::EnsureToolTip() {
+    if (toolTip.GetHandle() != nullptr || !toolTip.Create(*this)) return;
     toolTip.AddTool(*this, linkTool, GetClientRect(), target);
     toolTip.Activate(true);
-    CInputControl::PreSubclassWindow();
 }
 
 void CLinkStatic::AdoptFont() {
@@ -140,7 +144,7 @@ void CLinkStatic::SetTarget(const std::string& newTarget) {
     target = newTarget;
     if (GetHandle() == nullptr) return;
     FitToText();
-    toolTip.UpdateTipText(*this, linkTool, target);
+    if (toolTip.GetHandle() != nullptr) toolTip.UpdateTipText(*this, linkTool, target);
 }
 
 void CLinkStatic::SetColors(COLORREF link, COLORREF visitedLink, COLORREF hover) {
@@ -172,6 +176,7 @@ void CLinkStatic::SetFitToText(bool on) {
 }
 
 bool CLinkStatic::PreTranslateMessage(MSG& message) {
+    if (message.message == WM_MOUSEMOVE) EnsureToolTip();
     toolTip.RelayEvent(message);
     return CStatic::PreTranslateMessage(message);
 }

@@ -69,6 +69,7 @@ private:
     CRect PlaceInParent() const;
     void Repaint() const;
     void FitToText();
+    void EnsureToolTip();
     void LoadDefaultCursor();
     void ReportError(int code) const;
 

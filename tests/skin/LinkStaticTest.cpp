@@ -79,7 +79,11 @@ TEST_F(LinkStatic, TextTargetAndCursorGoFromWindowToWindow) {
     link.SetTarget("other");
     EXPECT_GT(PlaceInParent(link.GetHandle()).right, before.right);
     Make("another window");
+    MSG hover{link.GetHandle(), WM_MOUSEMOVE, 0, 0, 0, {}};
+    link.PreTranslateMessage(hover);
     EXPECT_EQ(TipOf(link), "other");
+    link.SetTarget("third");
+    EXPECT_EQ(TipOf(link), "third");
     const HCURSOR arrow = ::LoadCursorA(nullptr, IDC_ARROW), cross = ::LoadCursorA(nullptr, IDC_CROSS);
     for (const HCURSOR cursor : {cross, HCURSOR{}}) {
         ::SetCursor(arrow);
