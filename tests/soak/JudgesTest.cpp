@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "soak/LogJudge.h"
+#include "soak/MachineWaits.h"
 #include "soak/WireJudge.h"
 #include "support/Hex.h"
 
@@ -109,6 +110,23 @@ TEST(LogJudge, ALumpMayHoldAnyNumberOfBytes) {
         const std::string time = "2026/11/26 10:00:00: ";
         EXPECT_EQ(judge.Read(time + "TX-->02 00 81 81 03 \r\n" + time + "RX-->02 00 05 07 03 \r\n", 12s), "") << lump;
     }
+}
+
+TEST(MachineWaits, OnlyWhatLiesWithinTheQuestionCountsAndNothingOfAMachineWithTime) {
+    const struct {
+        MachineWait sample;
+        LineTime wanted;
+    } rows[] = {{{110ms, 121ms, 1ms}, 0ms},    {{110ms, 140ms, 20ms}, 19ms},  {{20ms, 90ms, 60ms}, 0ms},
+                {{20ms, 105ms, 75ms}, 5ms},    {{190ms, 400ms, 200ms}, 10ms}, {{210ms, 300ms, 80ms}, 0ms},
+                {{50ms, 1000ms, 940ms}, 100ms}};
+    std::vector<MachineWait> all;
+    LineTime sum{};
+    for (const auto& [sample, wanted] : rows) {
+        EXPECT_EQ(WaitsWithin({&sample, 1}, 100ms, 200ms), wanted) << sample.begin.count();
+        all.push_back(sample);
+        sum += wanted;
+    }
+    EXPECT_EQ(WaitsWithin(all, 100ms, 200ms), sum);
 }
 
 } // namespace

@@ -1,29 +1,35 @@
 #include "soak/AnswerWatch.h"
 
-#include <algorithm>
 #include <utility>
 
+CServedWindow::CServedWindow() : server([this] { Serve(); }) {
+    made.get_future().wait();
+}
+
+CServedWindow::~CServedWindow() {
+    ::PostMessageA(window, WM_CLOSE, 0, 0);
+    server.join();
+}
+
+void CServedWindow::Serve() {
+    window = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_CAPTION, 600, 500, 200, 100, nullptr, nullptr, nullptr,
+                               nullptr);
+    made.set_value();
+    MSG message{};
+    while (window != nullptr && ::GetMessageA(&message, nullptr, 0, 0) > 0) {
+        if (message.message == WM_CLOSE) return;
+        ::DispatchMessageA(&message);
+    }
+}
+
 CAnswerWatch::CAnswerWatch(Calls callbacks)
-    : calls(std::move(callbacks)), server([this] { ServeEmptyWindow(); }), reference([this] { AskEmptyWindow(); }),
-      asker([this] { Run(); }) {}
+    : calls(std::move(callbacks)), reference([this] { AskEmptyWindow(); }), asker([this] { Run(); }) {}
 
 void CAnswerWatch::Stop() {
     if (!asker.joinable()) return;
     stops = true;
     asker.join();
     reference.join();
-    ::PostMessageA(emptyWindow, WM_CLOSE, 0, 0);
-    server.join();
-}
-
-void CAnswerWatch::ServeEmptyWindow() {
-    emptyWindow = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_CAPTION, 600, 500, 200, 100, nullptr, nullptr,
-                                    nullptr, nullptr);
-    MSG message{};
-    while (::GetMessageA(&message, nullptr, 0, 0) > 0) {
-        if (message.message == WM_CLOSE) return;
-        ::DispatchMessageA(&message);
-    }
 }
 
 LineTime CAnswerWatch::TimeOfAnswer(HWND window) {
@@ -34,20 +40,17 @@ LineTime CAnswerWatch::TimeOfAnswer(HWND window) {
     return SteadyLineTime() - begin;
 }
 
-LineTime CAnswerWatch::SleepLate(DWORD pause) {
-    const LineTime begin = SteadyLineTime();
-    ::Sleep(pause);
-    return SteadyLineTime() - begin - std::chrono::milliseconds(pause);
-}
-
 void CAnswerWatch::AskEmptyWindow() {
+    constexpr DWORD pause = 10;
     while (!stops) {
-        const LineTime lateness = SleepLate(referencePause);
-        const LineTime answer = TimeOfAnswer(emptyWindow);
-        empty.Add(answer);
+        const LineTime begin = SteadyLineTime();
+        ::Sleep(pause);
+        const LineTime lateness = SteadyLineTime() - begin - std::chrono::milliseconds(pause);
+        const LineTime answer = TimeOfAnswer(emptyWindow.GetHandle());
         watch.Add(lateness);
+        empty.Add(answer);
         const std::scoped_lock hold(lock);
-        machine = std::max({machine, answer, lateness});
+        waits.push_back({begin, SteadyLineTime(), lateness + answer});
     }
 }
 
@@ -58,19 +61,27 @@ void CAnswerWatch::Run() {
         const HWND window = asked;
         if (window == nullptr) continue;
         const bool worksOnPort = calls.isPortAtWork();
-        TakeMachine();
+        {
+            const std::scoped_lock hold(lock);
+            waits.clear();
+        }
+        const LineTime begin = SteadyLineTime();
         const LineTime answer = TimeOfAnswer(window);
         // A window that ends or goes meanwhile has no answer.
         if (asked != window || ::IsWindow(window) == FALSE) continue;
-        calls.look(); // not sooner: it asks, too, and so would take the wait upon itself
         (worksOnPort ? atPortWork : program).Add(answer);
-        if (answer < (worksOnPort ? portWorkBar : bar)) continue;
-        ::Sleep(3 * referencePause); // the empty window's answer that was awaited beside this one, too
-        calls.late(answer, TakeMachine());
+        const LineTime usedBar = worksOnPort ? portWorkBar : bar;
+        if (answer >= usedBar) {
+            const LineTime machine = WaitsOfMachine(begin, begin + answer);
+            calls.late(answer, machine, answer - machine < usedBar);
+        }
+        calls.look(); // not before the question: it asks, too, and so would take the wait upon itself
     }
 }
 
-LineTime CAnswerWatch::TakeMachine() {
-    const std::scoped_lock hold(lock);
-    return std::exchange(machine, LineTime(0));
+LineTime CAnswerWatch::WaitsOfMachine(LineTime begin, LineTime end) {
+    for (;; ::Sleep(1)) { // until the sample is over during which the answer came
+        const std::scoped_lock hold(lock);
+        if (stops || (!waits.empty() && waits.back().end >= end)) return WaitsWithin(waits, begin, end);
+    }
 }

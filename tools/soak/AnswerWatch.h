@@ -1,15 +1,18 @@
-// How long the program's window takes to answer, twenty times a second. At the same time a window of this process that
-// does nothing is asked: who is late on a machine without time isn't the program.
+// How long the program's window takes to answer what is sent to it, twenty times a second. Beside it a window of this
+// process that does nothing is asked: what that waits for isn't the program's doing.
 #pragma once
 
 #include <atomic>
 #include <functional>
+#include <future>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 #include <windows.h>
 
 #include "port/LineTime.h"
+#include "soak/MachineWaits.h"
 
 struct AnswerFigures {
     LineTime worst{}, sum{};
@@ -23,14 +26,32 @@ struct AnswerFigures {
     LineTime Mean() const { return count != 0 ? sum / count : LineTime(0); }
 };
 
+// An empty window, 200 by 100 and hidden at first, with a thread of its own.
+class CServedWindow {
+public:
+    CServedWindow();
+    CServedWindow(const CServedWindow&) = delete;
+    CServedWindow& operator=(const CServedWindow&) = delete;
+    ~CServedWindow();
+
+    HWND GetHandle() const { return window; }
+
+private:
+    void Serve();
+
+    HWND window = nullptr;
+    std::promise<void> made;
+    std::thread server;
+};
+
 class CAnswerWatch {
 public:
-    // `look` is called on the watch's thread after each question, `late` with an answer that took the bar or longer and
-    // the longest wait for the empty window, or for a sleep to end, of the same time.
+    // `look` is called on the watch's thread after each question; before it `late` with an answer that took the bar or
+    // longer, how much of that the machine itself let others wait, and whether it took less than the bar without that.
     struct Calls {
         std::function<void()> look;
         std::function<bool()> isPortAtWork;
-        std::function<void(LineTime answer, LineTime machine)> late;
+        std::function<void(LineTime answer, LineTime machine, bool excused)> late;
     };
     static constexpr LineTime bar = std::chrono::milliseconds(100);
     static constexpr LineTime portWorkBar = std::chrono::milliseconds(1000);
@@ -45,26 +66,20 @@ public:
     // Whom to ask; null: nobody for now.
     void Ask(HWND window) { asked = window; }
 
-    // The empty one, 200 by 100; null until it is made.
-    HWND EmptyWindow() const { return emptyWindow; }
-
     // `watch`: how late its own sleeps end.
     AnswerFigures program, atPortWork, empty, watch;
 
 private:
-    static constexpr DWORD referencePause = 10; // ms
-
     void Run();
-    void ServeEmptyWindow();
     void AskEmptyWindow();
-    LineTime TakeMachine();
-    static LineTime SleepLate(DWORD pause);
+    LineTime WaitsOfMachine(LineTime begin, LineTime end);
     static LineTime TimeOfAnswer(HWND window);
 
     const Calls calls;
-    std::atomic<HWND> asked{nullptr}, emptyWindow{nullptr};
+    const CServedWindow emptyWindow;
+    std::atomic<HWND> asked{nullptr};
     std::atomic<bool> stops{false};
     std::mutex lock;
-    LineTime machine{}; // the longest wait since it was taken; under the lock
-    std::thread server, reference, asker;
+    std::vector<MachineWait> waits; // since the last question, under the lock
+    std::thread reference, asker;
 };

@@ -167,11 +167,10 @@ void CSoakRun::Minimise() {
 }
 
 void CSoakRun::Steal(const SoakAction& action) {
-    const HWND thief = watch.EmptyWindow();
-    ::ShowWindow(thief, SW_SHOW);
-    ::SetForegroundWindow(thief);
+    ::ShowWindow(thief.GetHandle(), SW_SHOW);
+    ::SetForegroundWindow(thief.GetHandle());
     ::Sleep(50 + action.numbers[0] % 300);
-    ::ShowWindow(thief, SW_HIDE);
+    ::ShowWindow(thief.GetHandle(), SW_HIDE);
     if (action.numbers[1] % 2 == 0) program.ComeToFront();
 }
 

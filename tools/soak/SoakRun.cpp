@@ -36,8 +36,8 @@ CSoakRun::CSoakRun(SoakOptions soakOptions)
     : options(std::move(soakOptions)), line(options.farPort, options.pulledFile, record), hand(program, record),
       plan(options.seed), watch({.look = [this] { Look(); },
                                  .isPortAtWork = [this] { return record.IsPortAtWork(); },
-                                 .late = [this](LineTime answer, LineTime machine) { JudgeAnswer(answer, machine); }}) {
-}
+                                 .late = [this](LineTime answer, LineTime machine,
+                                                bool excused) { JudgeAnswer(answer, machine, excused); }}) {}
 
 std::string CSoakRun::Run() {
     const auto isOver = [this] {
@@ -94,13 +94,11 @@ void CSoakRun::Look() {
     if (line.IsPulled() || !program.IsPortOpen() || PortInUse() != options.nearPort) record.Disturb();
 }
 
-// On a machine that lets everybody wait nobody can be blamed.
-void CSoakRun::JudgeAnswer(LineTime answer, LineTime machine) {
-    constexpr LineTime starved = std::chrono::milliseconds(20);
-    const std::string text = FormatText("an answer after %.0f ms; the machine itself late by %.0f",
+void CSoakRun::JudgeAnswer(LineTime answer, LineTime machine, bool excused) {
+    const std::string text = FormatText("an answer after %.0f ms, of which the machine itself let others wait %.0f",
                                         Milliseconds(answer), Milliseconds(machine));
     record.Note(text);
-    if (machine <= starved) return record.Fail(text);
+    if (!excused) return record.Fail(text);
     ++excusedAnswers;
 }
 

@@ -35,7 +35,7 @@ private:
     void EndProgram(SoakEnd end);
     // Both on the watch's thread: what the window shows, an answer that came late.
     void Look();
-    void JudgeAnswer(LineTime answer, LineTime machine);
+    void JudgeAnswer(LineTime answer, LineTime machine, bool excused);
     void ReadLog();
     void CheckCounts();
     void CheckGoingOn();
@@ -79,9 +79,10 @@ private:
     CSoakHand hand;
     CSoakPlan plan;
     CAnswerWatch watch;
+    CServedWindow thief;     // of the foreground
     std::size_t logRead = 0; // bytes of the present log
     std::size_t actions = 0, rests = 0, restsOfRun = 0, restsCompared = 0;
-    std::size_t excusedAnswers = 0; // late ones, when the machine itself was late
+    std::size_t excusedAnswers = 0; // late ones, but for the machine
     int gdiMost = 0, gdiRises = 0;  // of this run of the program, from its first rest on
     ProcessFigures base, growth;    // of the first rests of a run of the program; the largest since, over all runs
 };
