@@ -136,7 +136,7 @@ std::string CSoakRun::Report() {
             TextOf("while a port is searched for, opened or closed", watch.atPortWork) + "; " +
             TextOf("empty window", watch.empty) + "; " + TextOf("the watch itself late by", watch.watch) + "; " +
             std::to_string(watch.program.count) + " asked, " + std::to_string(excusedAnswers) +
-            " late when the machine itself was\n";
+            " excused by the machine\n";
     text += "growth: " + growth.Text() + ", at " + std::to_string(restsCompared) + " rests compared\n";
     return text + record.Verdict();
 }
