@@ -68,11 +68,12 @@ protected:
         ExpectLook(GetParam() + ("-" + name), piece, clock);
     }
     // At a place of the panel where it changes nothing.
-    void RestPointer() const {
+    POINT RestPlace() const {
         POINT place{462, 85};
         ::ClientToScreen(program.Frame(), &place);
-        PointAt(place);
+        return place;
     }
+    void RestPointer() const { PointAt(RestPlace()); }
     void Click(int id) const {
         program.Click(id);
         RestPointer();
@@ -114,11 +115,9 @@ TEST_P(Looks, OfTheMainWindowAndItsDialogs) {
         Expect(name, clock);
         CloseBox();
     }
-    PointAt(MiddleOf(program.Control(IDC_LANGUAGE_CHINESE)));
-    MoveButton(MOUSEEVENTF_LEFTDOWN);
+    MoveButton(MOUSEEVENTF_LEFTDOWN, MiddleOf(program.Control(IDC_LANGUAGE_CHINESE)));
     ExpectPiece("buttons", {10, 118, 380, 150});
-    RestPointer(); // out of the button, so that nothing is chosen
-    MoveButton(MOUSEEVENTF_LEFTUP);
+    MoveButton(MOUSEEVENTF_LEFTUP, RestPlace()); // out of the button, so that nothing is chosen
 
     counters->Count(0, 1286, 1241);
     counters->Count(1, 402, 397);

@@ -32,7 +32,7 @@ bool Await(const Condition& condition, Clock::duration limit = 20s) {
 
 // Until the pointer rests there.
 inline void PointAt(POINT place) {
-    // A busy window may still have older moves to hear of, which would take the pointer back in the middle of a click.
+    // A busy window may still have older moves to hear of, which would take the pointer back.
     auto resting = Clock::now();
     EXPECT_TRUE(Await([&] {
         POINT now{};
@@ -50,14 +50,10 @@ inline void PointAt(POINT place) {
     ::SetCursorPos(place.x, place.y);
 }
 
-inline void ClickHere() {
-    MoveButton(MOUSEEVENTF_LEFTDOWN);
-    MoveButton(MOUSEEVENTF_LEFTUP);
-}
-
 inline void ClickAt(POINT place) {
     PointAt(place);
-    ClickHere();
+    MoveButton(MOUSEEVENTF_LEFTDOWN, place);
+    MoveButton(MOUSEEVENTF_LEFTUP, place);
 }
 
 class CProgram {
@@ -122,20 +118,7 @@ public:
             return there == control || ::IsChild(control, there);
         })) << "no way to click at control "
             << ::GetDlgCtrlID(control);
-        // A button of the skin takes the mouse when it hears of it. Until then an older move may still be under way,
-        // which would take the pointer off it in the middle of the click. An owner-drawn one never takes it.
-        const POINT middle = MiddleOf(control);
-        LONG step = 0;
-        if (IsOfClass(control, "Button") && (::GetWindowLongA(control, GWL_STYLE) & BS_TYPEMASK) != BS_OWNERDRAW &&
-            Await(
-                [&] {
-                    PointAt({middle.x - step, middle.y});
-                    step = 1 - step;
-                    return InputOf(control).hwndCapture == control;
-                },
-                1s))
-            return ClickHere();
-        ClickAt(middle);
+        ClickAt(MiddleOf(control));
     }
     // Replaces an edit's text key by key, digits only.
     void Type(int id, std::string_view digits) const {

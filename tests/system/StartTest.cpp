@@ -79,29 +79,22 @@ TEST_F(Start, InAFolderOfChineseLettersWithItsLibraryAndWithNone) {
 
 // However it is asked to, and whatever stands in front of the window: its end is the end of everything.
 TEST_F(Start, ClosedUnderAnyWindowOrMenuTheProgramIsGone) {
-    const std::pair<UINT, std::vector<int>> rows[] = {{WM_CLOSE, {IDC_CLEAR, IDC_CLEAR}},
-                                                      {WM_ENDSESSION, {IDC_CLEAR}},
-                                                      {WM_CLOSE, {IDC_DIRECTION_OUT, IDC_UPDATE}},
-                                                      {WM_ENDSESSION, {ID_ABOUT}},
-                                                      {WM_CLOSE, {ID_COM_SETTING}},
-                                                      {WM_CLOSE, {SC_MOVE, ID_ABOUT}},
-                                                      {WM_CLOSE, {SC_MOVE, IDC_CLEAR}},
-                                                      {WM_CLOSE, {ID_PORT_MENU}},
-                                                      {WM_ENDSESSION, {ID_PORT_MENU}},
-                                                      {WM_CLOSE, {}},
-                                                      {WM_ENDSESSION, {}}};
+    const std::pair<UINT, std::vector<int>> rows[] = {
+        {WM_CLOSE, {IDC_CLEAR, IDC_CLEAR}}, {WM_ENDSESSION, {IDC_CLEAR}}, {WM_CLOSE, {IDC_DIRECTION_OUT, IDC_UPDATE}},
+        {WM_ENDSESSION, {ID_ABOUT}},        {WM_CLOSE, {ID_COM_SETTING}}, {WM_CLOSE, {SC_MOVE, ID_ABOUT}},
+        {WM_CLOSE, {SC_MOVE, IDC_CLEAR}},   {WM_CLOSE, {ID_PORT_MENU}},   {WM_ENDSESSION, {ID_PORT_MENU}},
+        {WM_CLOSE, {SC_KEYMENU}},           {WM_ENDSESSION, {SC_KEYMENU}}};
     PlayCounters({0, 1, 2, 3, 4, 5});
     counters->BringFaults({"refuse *"});
     for (const auto& [message, commands] : rows) {
         SCOPED_TRACE(testing::PrintToString(commands) + (message == WM_CLOSE ? ", close" : ", end of the session"));
         StartPolling();
         for (const int id : commands) {
-            if (id == SC_MOVE)
-                ::PostMessageA(program.Frame(), WM_SYSCOMMAND, SC_MOVE, 0); // by the keys, until Enter
+            if (id == SC_MOVE || id == SC_KEYMENU) // by the keys, until Enter; the system menu, as by Alt and Space
+                ::PostMessageA(program.Frame(), WM_SYSCOMMAND, static_cast<WPARAM>(id), id == SC_MOVE ? 0 : VK_SPACE);
             else
                 id == ID_PORT_MENU ? program.Click(id) : program.PostCommand(id);
         }
-        if (commands.empty()) PressKey(VK_SPACE, VK_MENU); // the system menu
         EXPECT_TRUE(Await([this] { return program.Box() != nullptr || ShownPopup() != nullptr; }));
         ::PostMessageA(program.Frame(), message, message == WM_ENDSESSION, 0);
         EXPECT_EQ(program.AwaitExit(5s), 0U);

@@ -44,9 +44,9 @@ void CSoakHand::ClickAt(POINT place) const {
     const HWND there = ::WindowFromPoint(place);
     if (IsLink(there)) return;
     Announce(::GetDlgCtrlID(there));
-    MoveButton(MOUSEEVENTF_LEFTDOWN);
+    MoveButton(MOUSEEVENTF_LEFTDOWN, place);
     ::Sleep(step);
-    MoveButton(MOUSEEVENTF_LEFTUP);
+    MoveButton(MOUSEEVENTF_LEFTUP, place);
     ::Sleep(step);
 }
 
@@ -57,12 +57,12 @@ void CSoakHand::Click(int id) const {
 
 void CSoakHand::Drag(POINT from, POINT to) const {
     PointAt(from);
-    MoveButton(MOUSEEVENTF_LEFTDOWN);
+    MoveButton(MOUSEEVENTF_LEFTDOWN, from);
     for (int part = 1; part <= 4; ++part) {
         ::SetCursorPos(from.x + (to.x - from.x) * part / 4, from.y + (to.y - from.y) * part / 4);
         ::Sleep(step);
     }
-    MoveButton(MOUSEEVENTF_LEFTUP);
+    MoveButton(MOUSEEVENTF_LEFTUP, to);
     ::Sleep(step);
 }
 

@@ -9,9 +9,17 @@ inline POINT MiddleOf(HWND window) {
     return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
 }
 
-inline void MoveButton(DWORD flag) { // MOUSEEVENTF_LEFTDOWN or MOUSEEVENTF_LEFTUP
+// With MOUSEEVENTF_LEFTDOWN or MOUSEEVENTF_LEFTUP. The event brings the pointer along: of a move made before, a busy
+// display may hear so late that the button goes down where the pointer was.
+inline void MoveButton(DWORD flag, POINT place) {
+    const auto share = [](LONG pixel, int metric) { // of the screen, in 65,536 parts, so that the pixel comes out again
+        const LONG size = ::GetSystemMetrics(metric);
+        return (pixel * 65'536 + size - 1) / size;
+    };
     INPUT event{};
-    event.mi.dwFlags = flag;
+    event.mi.dx = share(place.x, SM_CXSCREEN);
+    event.mi.dy = share(place.y, SM_CYSCREEN);
+    event.mi.dwFlags = flag | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
     ::SendInput(1, &event, sizeof event);
 }
 
