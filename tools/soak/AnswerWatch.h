@@ -26,6 +26,14 @@ struct AnswerFigures {
     LineTime Mean() const { return count != 0 ? sum / count : LineTime(0); }
 };
 
+// An answer that took the bar or longer.
+struct LateAnswer {
+    LineTime time;
+    LineTime machine; // of that, what the machine itself let others wait
+    LineTime stolen;  // what the machine's host took from its processors meanwhile; told, but excuses nothing
+    bool excused;     // less than the bar without the machine's part
+};
+
 // An empty window, 200 by 100 and hidden at first, with a thread of its own.
 class CServedWindow {
 public:
@@ -46,12 +54,11 @@ private:
 
 class CAnswerWatch {
 public:
-    // `look` is called on the watch's thread after each question; before it `late` with an answer that took the bar or
-    // longer, how much of that the machine itself let others wait, and whether it took less than the bar without that.
+    // Both on the watch's thread: `look` after each question, `late` before it.
     struct Calls {
         std::function<void()> look;
         std::function<bool()> isPortAtWork;
-        std::function<void(LineTime answer, LineTime machine, bool excused)> late;
+        std::function<void(const LateAnswer&)> late;
     };
     static constexpr LineTime bar = std::chrono::milliseconds(100);
     static constexpr LineTime portWorkBar = std::chrono::milliseconds(1000);

@@ -36,8 +36,7 @@ CSoakRun::CSoakRun(SoakOptions soakOptions)
     : options(std::move(soakOptions)), line(options.farPort, options.pulledFile, record), hand(program, record),
       plan(options.seed), watch({.look = [this] { Look(); },
                                  .isPortAtWork = [this] { return record.IsPortAtWork(); },
-                                 .late = [this](LineTime answer, LineTime machine,
-                                                bool excused) { JudgeAnswer(answer, machine, excused); }}) {}
+                                 .late = [this](const LateAnswer& answer) { JudgeAnswer(answer); }}) {}
 
 std::string CSoakRun::Run() {
     const auto isOver = [this] {
@@ -94,11 +93,13 @@ void CSoakRun::Look() {
     if (line.IsPulled() || !program.IsPortOpen() || PortInUse() != options.nearPort) record.Disturb();
 }
 
-void CSoakRun::JudgeAnswer(LineTime answer, LineTime machine, bool excused) {
-    const std::string text = FormatText("an answer after %.0f ms, of which the machine itself let others wait %.0f",
-                                        Milliseconds(answer), Milliseconds(machine));
+void CSoakRun::JudgeAnswer(const LateAnswer& answer) {
+    const std::string text =
+        FormatText("an answer after %.0f ms, of which the machine itself let others wait %.0f; its "
+                   "host took %.0f",
+                   Milliseconds(answer.time), Milliseconds(answer.machine), Milliseconds(answer.stolen));
     record.Note(text);
-    if (!excused) return record.Fail(text);
+    if (!answer.excused) return record.Fail(text);
     ++excusedAnswers;
 }
 

@@ -35,7 +35,7 @@ private:
     void EndProgram(SoakEnd end);
     // Both on the watch's thread: what the window shows, an answer that came late.
     void Look();
-    void JudgeAnswer(LineTime answer, LineTime machine, bool excused);
+    void JudgeAnswer(const LateAnswer& answer);
     void ReadLog();
     void CheckCounts();
     void CheckGoingOn();
