@@ -91,8 +91,9 @@ void CAnswerWatch::Run() {
         (worksOnPort ? atPortWork : program).Add(answer);
         const LineTime usedBar = worksOnPort ? portWorkBar : bar;
         if (answer >= usedBar) {
+            const LineTime taken = StolenTime() - stolen; // before the next wait
             const LineTime machine = WaitsOfMachine(begin, begin + answer);
-            calls.late({answer, machine, StolenTime() - stolen, answer - machine < usedBar});
+            calls.late({answer, machine, taken, answer - machine < usedBar});
         }
         calls.look(); // not before the question: it asks, too, and so would take the wait upon itself
     }

@@ -95,8 +95,8 @@ void CSoakRun::Look() {
 
 void CSoakRun::JudgeAnswer(const LateAnswer& answer) {
     const std::string text =
-        FormatText("an answer after %.0f ms, of which the machine itself let others wait %.0f; its "
-                   "host took %.0f",
+        FormatText("an answer after %.0f ms, of which the machine itself let others wait %.0f; its host took "
+                   "%.0f",
                    Milliseconds(answer.time), Milliseconds(answer.machine), Milliseconds(answer.stolen));
     record.Note(text);
     if (!answer.excused) return record.Fail(text);
