@@ -18,18 +18,23 @@ bool PreTranslate(const CWnd& top, MSG& message) {
     return false;
 }
 
+// Waits for a message. 0 for the one that ends every loop, negative when the platform refuses.
+// Only the outermost loop drops temporaries, when nothing waits: handlers further out may still hold some.
+BOOL TakeMessage(MSG& message) {
+    if (loopDepth == 1 && HaveTemporaryWrappers()) {
+        if (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) return message.message == WM_QUIT ? 0 : 1;
+        DropTemporaryWrappers();
+    }
+    return ::GetMessageA(&message, nullptr, 0, 0);
+}
+
 } // namespace
 
 void RunMessageLoop(const CWnd& top, const std::function<bool()>& finished) {
     ++loopDepth;
     MSG message{};
     while (!finished()) {
-        // Only the outermost loop drops temporaries, when nothing waits: handlers further out may still hold some.
-        if (loopDepth == 1 && HaveTemporaryWrappers() &&
-            ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE) == FALSE) {
-            DropTemporaryWrappers();
-        }
-        const BOOL got = ::GetMessageA(&message, nullptr, 0, 0);
+        const BOOL got = TakeMessage(message);
         if (got == 0) {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             break;
